@@ -1,0 +1,25 @@
+# Warnings for our own targets, sanitizers for all.
+
+if(QUORVANE_SANITIZE)
+    list(JOIN QUORVANE_SANITIZE "," sanitizers)
+    add_compile_options(-fsanitize=${sanitizers} -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=${sanitizers})
+    if("undefined" IN_LIST QUORVANE_SANITIZE)
+        # The framework's classes are compiled into the module and into the host, each with hidden visibility. They have
+        # two typeinfo objects, which the vptr check takes for a wrong type.
+        add_compile_options(-fno-sanitize=vptr -fno-sanitize-recover=all)
+        add_link_options(-fno-sanitize=vptr)
+    endif()
+    message(STATUS "Quorvane: sanitizers: ${sanitizers}")
+else()
+    # A shared library that forgot a dependency fails here and not when it is loaded. Sanitizers leave their own
+    # symbols to the program.
+    add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,--no-undefined>
+                     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>:-Wl,--no-undefined>)
+endif()
+add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+# quorvane_apply_policy(<target>): for every target whose sources are ours.
+function(quorvane_apply_policy target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic $<$<BOOL:${QUORVANE_WERROR}>:-Werror>)
+endfunction()

@@ -1,0 +1,61 @@
+# quorvane_test(<name> SOURCES <files> [LIBRARIES <targets>] [DEFINITIONS <definitions>] [GUI] [DISPLAY])
+#
+# One GoogleTest program per folder of tests. Each case becomes a CTest test and runs in a process of its own, so that
+# process-wide state never leaks from one into the next.
+#   GUI       links the GUI harness of tests/support
+#   DISPLAY   each case gets a virtual X server of its own, with software OpenGL
+
+if(QUORVANE_TESTS)
+    find_package(GTest REQUIRED)
+    include(GoogleTest)
+endif()
+
+function(quorvane_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "GUI;DISPLAY" "" "SOURCES;LIBRARIES;DEFINITIONS")
+    if(arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "quorvane_test(${name}): unknown arguments ${arg_UNPARSED_ARGUMENTS}")
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES
+        QUORVANE_TEST_PROGRAM ON
+        RUNTIME_OUTPUT_DIRECTORY ${QUORVANE_TEST_BIN_DIR})
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE
+        ${arg_DEFINITIONS}
+        QUORVANE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+        QUORVANE_BINARY_DIR="${CMAKE_BINARY_DIR}"
+        QUORVANE_MODULE_DIR="${QUORVANE_MODULE_DIR}")
+    quorvane_apply_policy(${name})
+    if(arg_GUI)
+        target_link_libraries(${name} PRIVATE quorvane-test-support)
+    endif()
+    if(arg_DISPLAY)
+        set_target_properties(${name} PROPERTIES
+            CROSSCOMPILING_EMULATOR "${CMAKE_SOURCE_DIR}/scripts/with-display.sh")
+    endif()
+    gtest_discover_tests(${name}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        TEST_PREFIX ${name}:
+        PROPERTIES TIMEOUT 120 LABELS ${name})
+endfunction()
+
+# quorvane_fuzzer(<name> SOURCES <files> [LIBRARIES <targets>]): one libFuzzer harness.
+function(quorvane_fuzzer name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    quorvane_apply_policy(${name})
+endfunction()
+
+# quorvane_benchmark(<name> SOURCES <files> [LIBRARIES <targets>]): the program bench-<name>, which bench.sh finds.
+function(quorvane_benchmark name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_executable(bench-${name} ${arg_SOURCES})
+    target_link_libraries(bench-${name} PRIVATE ${arg_LIBRARIES})
+    target_compile_definitions(bench-${name} PRIVATE
+        QUORVANE_SOURCE_DIR="${CMAKE_SOURCE_DIR}" QUORVANE_MODULE_DIR="${QUORVANE_MODULE_DIR}")
+    quorvane_apply_policy(bench-${name})
+    set_property(GLOBAL APPEND PROPERTY QUORVANE_BENCHMARKS bench-${name})
+endfunction()
