@@ -1,0 +1,133 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Pointer.h>
+
+#include "Change.h"
+#include "ChangeHandler.h"
+#include "FunctionChangeHandler.h"
+#include "StaticMap.h"
+
+namespace QuorvaneEngine {
+
+/** The only way in which the project document is changed.
+
+    Every edit is a @ref Change , appended to a linear log, applied to the document at once, told to the handlers, and can be
+    undone and redone. A run of edits of one value can be merged into one entry, and several changes can be collected in a group
+    (@ref ChangeGroup) that is undone, redone and told as one. Entries behind the last applied change are the redo history, which
+    the next push discards. Belongs to the GUI thread.
+
+    Broken preconditions (undo in an open group, a path that is no JSON Pointer, an index out of the log) print a message and
+    abort. */
+class ChangeManager {
+public:
+    ChangeManager();
+
+    /** @param project  must outlive the manager, or the next @ref reset() */
+    explicit ChangeManager(ProjectFile& project);
+
+    ~ChangeManager();
+    ChangeManager(const ChangeManager&) = delete;
+    ChangeManager& operator=(const ChangeManager&) = delete;
+
+    /** Forgets the log and all handlers and turns to another project. The saved mark and an open group are left as they are. */
+    void reset(ProjectFile& project);
+
+    /** Records and applies a change.
+        @param path     JSON Pointer (RFC 6901), beginning with "/"
+        @param value    the new value, copied; null removes the value at the path
+        @param merge    whether the change may be merged into an earlier one of the same path, of the run of changes of the
+            current group that ends the log. The first entry of the log never merges. */
+    void pushChange(Containers::String&& path, const rapidjson::Value* value, bool merge);
+
+    void pushChange(Containers::StringView path, const rapidjson::Value& value, bool merge);
+
+    /** Sets a JSON string. */
+    void pushChange(Containers::StringView path, Containers::StringView value, bool merge);
+
+    /** Sets an array of x, y and z as doubles. */
+    void pushChange(Containers::StringView path, const Magnum::Vector3& value, bool merge);
+
+    /** Sets an array of x, y, z and w as doubles, the scalar last. */
+    void pushChange(Containers::StringView path, const Magnum::Quaternion& value, bool merge);
+
+    /** Sets `translation`, `rotation` and `scaling` below @p path, in this order, to the parts of a matrix. */
+    void pushTransformChange(Containers::StringView path, const Magnum::Matrix4& transform, bool merge);
+
+    void pushRemoval(Containers::StringView path);
+
+    /** Sets the value at @p path, which must exist, to itself with a string appended; what is no array counts as an empty one. */
+    void pushAppend(Containers::StringView path, Containers::StringView value);
+
+    /** Opens a group: what is pushed until @ref commit() is one step. Ids start at 1 and never repeat. A group that is already
+        open is a broken precondition.
+        @return the group's id */
+    Int openGroup();
+
+    /** Closes the open group and tells the handlers of its changes. Without an open group, the handlers of the changes since the
+        last group are told again. */
+    void commit();
+
+    /** Whether a group is being collected. */
+    bool isGroupOpen() const { return _group != -1; }
+
+    void undoLast();
+    void redoLastUndo();
+
+    /** Applies the reverse of a change, which should be the last one, and steps back in the log. */
+    void undo(const Change& change);
+
+    Change reverse(const Change& change);
+
+    /** The last applied change; there must be one. */
+    Change& lastChange();
+
+    bool canUndo() const { return _lastChange != -1; }
+    bool canRedo() const { return std::size_t(_lastChange + 1) < _changes.size(); }
+
+    /** The log, with the redo history at its end. */
+    Containers::ArrayView<const Change> changes() const { return _changes; }
+
+    /** Index of the last applied change in @ref changes() , -1 for none. */
+    Int lastChangeIndex() const { return _lastChange; }
+
+    void markSave() { _savedChange = _lastChange; }
+    bool hasUnsavedChanges() const { return _savedChange != _lastChange; }
+
+    /** Registers a handler for changes whose path has @p key, which must not be empty, as a component, until the next
+        @ref reset() . Two handlers with one key: only one of them is ever called. */
+    void addChangeHandler(Containers::StringView key, Containers::Pointer<ChangeHandler>&& handler);
+
+    /** Registers a callable.
+        @param userData     handed to the callable as it is */
+    void addChangeHandler(Containers::StringView key, FunctionChangeHandler::Callable&& function, void* userData);
+
+    /** The allocator of the project document. */
+    rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator();
+
+private:
+    Int mergeTarget(Containers::StringView path) const;
+    void assertLastChange() const;
+    Containers::Pointer<rapidjson::Value> copy(const rapidjson::Value* value);
+
+    void applyChange(const Change& change);
+    void applyRemoval(Containers::StringView path);
+    void applyCreation(const Change& change);
+    void set(Containers::StringView path, const rapidjson::Value& value);
+    void insert(Containers::StringView path, Int index, const rapidjson::Value& value);
+    void notify(const Change& change);
+
+    Int _lastChange = -1;
+    Int _savedChange = -1;
+    Int _group = -1;
+    std::int64_t _reserved = 0;
+    Int _lastGroup = 0;
+    ProjectFile* _project = nullptr;
+    Containers::Array<Change> _changes;
+    StaticMap<Containers::Pointer<ChangeHandler>> _handlers;
+};
+
+}

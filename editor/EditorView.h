@@ -1,0 +1,76 @@
+#pragma once
+
+#include <Corrade/Containers/StringView.h>
+
+#include "QuorvaneEditor/AbstractModule.h"
+
+struct ImGuiContext;
+
+namespace QuorvaneEngine {
+
+/** Base of every view that a module contributes.
+
+    An author overrides @ref title() and @ref draw() , begins the window with @ref beginWindow() and ends it with `ImGui::End()`,
+    whatever the former returned. The host calls @ref draw() once a frame while the view is open. All on the GUI thread. */
+class EditorView: public AbstractModule {
+public:
+    explicit EditorView(Corrade::PluginManager::AbstractManager& manager, const Containers::StringView& plugin);
+
+    /** Re-runs @ref init() with the three pointers of a record from @ref unload() ; does nothing with an empty view. The size of
+        the record is not checked. */
+    void load(Containers::ArrayView<char> state) override;
+    using AbstractModule::load;
+
+    /** Calls @ref deinit() and returns a record of three pointers (24 bytes), valid inside this process. A final unload returns
+        nothing and calls nothing. */
+    Containers::Array<char> unload(bool final) override;
+
+    /** 1, a view. */
+    Int moduleType() override;
+
+    /** The window's title, by which the view is known to the editor, too. A constant, NUL-terminated. */
+    virtual Containers::StringView title() = 0;
+
+    /** Binds the view to its editor and registers it by its title. A null argument is a broken precondition. Overriders call this
+        first.
+        @param context      the host's GUI context, which becomes the current one; must outlive the view, as must the others */
+    virtual void init(ImGuiContext* context, EditorData* editorData, QuorvaneEditorApplication* application);
+
+    virtual void deinit();
+
+    /** Draws the view's window; called once a frame. */
+    virtual void draw() = 0;
+
+    virtual void update();
+    virtual void mouseMoveEvent();
+    virtual void mousePressEvent();
+    virtual void mouseReleaseEvent();
+    virtual void mouseScrollEvent();
+    virtual void keyPressEvent();
+    virtual void keyReleaseEvent();
+    virtual void exitEvent();
+
+    QuorvaneEditor& editor() const;
+    Ui& ui() const;
+
+    /** The open flag of the view's window, which its close button clears. */
+    bool& open() const;
+
+    UnsignedInt viewId() const { return _viewId; }
+
+    /** Whether the window or one of its children had the focus when it was begun. */
+    bool isFocused() const { return _focused; }
+
+protected:
+    /** Begins the view's window. A docked window takes the focus as soon as the mouse is over it.
+        @param flags    window flags of the GUI library */
+    void beginWindow(int flags);
+
+    EditorData* _editorData = nullptr;
+    QuorvaneEditorApplication* _application = nullptr;
+    UnsignedInt _viewId = 0;
+    bool _focused = false;
+    bool _windowOpen = false;
+};
+
+}

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/EnumSet.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "QuorvaneEditor/Host.h"
+
+struct ImGuiInputTextCallbackData;
+struct ImVec2;
+
+namespace QuorvaneEngine {
+
+/** Widgets that are bound to values of the project document.
+
+    A widget is not handed a pointer to the value that it edits but a name, which is appended to the current scope path, a JSON
+    Pointer (RFC 6901) into the document. Views push scopes while they descend; the same segments stand on the GUI library's ID
+    stack, so two widgets for two values never collide. One object serves all views of an editor, one after another, on the GUI
+    thread. Fixed distances are pixels at scale 1 and follow the GUI's font scale. */
+class Ui {
+public:
+    enum class Flag : UnsignedInt {
+        /** Value widgets draw no label column and take the full width. */
+        NoLabel = 1
+    };
+    using Flags = Containers::EnumSet<Flag>;
+
+    enum class ButtonFlag : UnsignedInt {
+        /** First button of a group: the left corners are rounded. */
+        GroupStart = 1,
+        /** Last button of a group: the right corners are rounded. */
+        GroupEnd = 2
+    };
+    using ButtonFlags = Containers::EnumSet<ButtonFlag>;
+
+    /** @param project      the document that value widgets read; may be bound later through the members
+        @param changes      where they push their edits
+        @param editorData   must outlive this object, as must the others */
+    explicit Ui(ProjectFile* project = nullptr, ChangeManager* changes = nullptr, EditorData* editorData = nullptr);
+    ~Ui();
+    Ui(const Ui&) = delete;
+    Ui& operator=(const Ui&) = delete;
+
+    /** @{ @name Scopes, flags and value binding */
+
+    /** Opens a scope level for each non-empty part of @p name between "/", of which there must be one. Keys of the document that
+        hold "/" or "~" are escaped by the caller.
+        @param id   receives the GUI id of the last part; may be null */
+    void pushScope(Containers::StringView name, unsigned* id);
+
+    /** Opens a scope level for an element of an array. */
+    void pushScope(unsigned long index, unsigned* id);
+
+    /** Closes one level. An empty path is a broken precondition. */
+    void popScope();
+
+    /** The current scope path, empty when no scope is open. Valid until the next push. */
+    Containers::StringView scopePath() const;
+
+    /** Adds flags until the matching @ref popFlags() . An inner push cannot clear what an outer one set. */
+    void pushFlags(Flags added);
+    void popFlags();
+
+    /** Whether the command modifier, the physical Cmd or Super key, is held: the GUI library swaps it with Ctrl on macOS. */
+    static bool shortcutKeyPressed();
+
+    /** Whether the key that shows the path of the value under the mouse, the physical Ctrl key, is held. */
+    static bool pathKeyPressed();
+
+    /** @} */
+
+    /** @{ @name Basic widgets
+
+        Labels are those of the GUI library: what follows "##" is hidden, the whole text is the ID. */
+
+    /** Pixels of a distance that is @p pixels at scale 1. */
+    static float scaled(float pixels);
+
+    /** Text that is vertically centred in a row of frame height. */
+    static void alignedText(Containers::StringView text);
+
+    /** @ref alignedText() , and the line goes on at 33 % of the available width or, where that would cover the label, behind it. */
+    static void label(Containers::StringView text);
+
+    /** Goes on with the line at @p x from its start, in pixels, or behind the last item where that would cover it. */
+    static void sameLineAt(float x);
+
+    /** Shows the string that the project holds at the scope path and @p name . */
+    void text(Containers::StringView name);
+
+    /** A button with an icon. An empty @p id pushes no ID. */
+    static bool iconButton(Containers::StringView icon, Containers::StringView id);
+
+    /** A button that joins its neighbours into one group. An empty @p id pushes no ID. */
+    static bool buttonGrouped(Containers::StringView label, Containers::StringView id, ButtonFlags flags);
+
+    /** A text input behind a magnifying glass.
+        @param id           what tells it from others, NUL-terminated
+        @param buffer       the text, NUL-terminated; its size is the capacity, which does not grow
+        @param width        of icon and input, in pixels
+        @param offset       added to the cursor position, in pixels
+        @param inputStart   where the input begins, in pixels from the line's start; 0 is right behind the icon
+        @param focus        empties the text and takes the keyboard in every frame in which no item is active
+        @return whether the text changed */
+    static bool searchBar(Containers::StringView id, Containers::Array<char>& buffer, float width, const ImVec2& offset,
+                          float inputStart, bool focus);
+
+    /** Lets a text input whose user data is a `Containers::Array<char>` grow it. For the resize callback; returns 0. */
+    static int textResizeCallback(ImGuiInputTextCallbackData* data);
+
+    /** A check box in the editor's colours. Returns whether it was toggled. */
+    static bool checkbox(Containers::StringView label, bool* value);
+
+    /** Returns whether it was clicked. */
+    static bool radioButton(Containers::StringView label, bool active);
+
+    /** @} */
+
+    ProjectFile* project;
+    ChangeManager* changes;
+    EditorData* editorData;
+
+    /** The scope path, NUL-terminated; its size is the capacity, which only grows. */
+    Containers::Array<char> path;
+
+    /** The flags that @ref popFlags() restores. */
+    Containers::Array<Flags> flagStack;
+
+    /** The flags in force. */
+    Flags flags;
+};
+
+CORRADE_ENUMSET_OPERATORS(Ui::Flags)
+CORRADE_ENUMSET_OPERATORS(Ui::ButtonFlags)
+
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "QuorvaneEditor/Host.h"
+#include "QuorvaneEditor/ResourceIndexMap.h"
+
+namespace QuorvaneEngine {
+
+/** What the host publishes to views about the open project. */
+class QUORVANE_API EditorData {
+public:
+    /** @param project  whose revision is counted; must outlive this object */
+    explicit EditorData(const ProjectFile& project);
+
+    /** Counts every applied change and every load of a project, at once. */
+    Int currentRevision() const;
+
+    /** The current revision as it was when this frame began: a change made during a frame is seen by the next, and an idle
+        frame finds both equal. */
+    Int storedRevision() const { return _storedRevision; }
+
+    /** Stores the current revision. The host calls it once a frame, before any view is drawn. */
+    void publishRevision();
+
+    ResourceIndexMap imageIndices;
+    ResourceIndexMap materialIndices;
+    ResourceIndexMap meshIndices;
+
+private:
+    const ProjectFile* _project;
+    Int _storedRevision = 0;
+};
+
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** What belongs to the open project, gathered in one place for views and tools. Owns nothing: the host does, and what stands
+    here outlives every view. */
+class QuorvaneEditor {
+public:
+    /** @param projectPath  the project's folder, absolute, with forward slashes; not copied
+        @param jobs         may be null where nothing runs beside the calling thread */
+    explicit QuorvaneEditor(ProjectFile& project, ChangeManager& changes, EditorState& state,
+                            const Containers::String& projectPath, JobSystem* jobs):
+        _project{&project}, _changes{&changes}, _state{&state}, _directory{&projectPath}, _jobs{jobs} {}
+
+    ProjectFile& project() const { return *_project; }
+    ChangeManager& changeManager() const { return *_changes; }
+    EditorState& state() const { return *_state; }
+    JobSystem* jobSystem() const { return _jobs; }
+
+    /** The project's folder. */
+    Containers::StringView projectPath() const { return *_directory; }
+
+    /** Set when a load of the window layout has been scheduled; never cleared by a view. */
+    bool layoutLoadScheduled = false;
+
+private:
+    ProjectFile* _project;
+    ChangeManager* _changes;
+    EditorState* _state;
+    const Containers::String* _directory;
+    JobSystem* _jobs;
+};
+
+}
