@@ -1,7 +1,7 @@
 # Dear ImGui as one shared library for host and plug-ins, in two flavours with one SONAME:
 #
 #   imgui-plain   what is installed and what the programs use
-#   imgui-test    the same with the Test Engine and its hooks, in lib/test; only where tests are built
+#   imgui-test    the same with the Test Engine and its hooks, in lib/test; only where the host's tests are built
 #
 # Everybody links `imgui`: it becomes the test flavour in programs made by quorvane_test() and the plain one in all
 # others. So a test program loads the very same module file as the editor does.
@@ -51,7 +51,8 @@ endfunction()
 
 quorvane_imgui_flavour(imgui-plain lib)
 
-if(QUORVANE_TESTS)
+# The Test Engine speaks the released branches' labels only, so there are no GUI tests with string views.
+if(QUORVANE_TESTS AND QUORVANE_WITH_HOST)
     set(engine ${QUORVANE_BUNDLE_DIR}/external/imgui_test_engine/imgui_test_engine/imgui_test_engine)
     quorvane_require_file(${engine}/imgui_te_engine.h "Dear ImGui's Test Engine" -DQUORVANE_DEPS_DIR=FOLDER)
     file(GLOB engine_sources ${engine}/*.cpp)
@@ -63,7 +64,7 @@ endif()
 
 add_library(imgui INTERFACE)
 target_link_libraries(imgui INTERFACE
-    $<IF:$<BOOL:$<TARGET_PROPERTY:QUORVANE_TEST_PROGRAM>>,imgui-test,imgui-plain>)
+    $<IF:$<AND:$<TARGET_EXISTS:imgui-test>,$<BOOL:$<TARGET_PROPERTY:QUORVANE_TEST_PROGRAM>>>,imgui-test,imgui-plain>)
 
 # The window and renderer back ends, for the desktop editor alone.
 if(QUORVANE_WITH_HOST)

@@ -15,6 +15,10 @@ function(quorvane_test name)
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "quorvane_test(${name}): unknown arguments ${arg_UNPARSED_ARGUMENTS}")
     endif()
+    if(arg_GUI AND NOT QUORVANE_WITH_HOST)
+        message(STATUS "Quorvane: ${name}: left out, GUI tests need the Test Engine")
+        return()
+    endif()
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES
         QUORVANE_TEST_PROGRAM ON
