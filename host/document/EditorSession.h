@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/String.h>
+
+#include "ChangeManager.h"
+#include "QuorvaneEditor/EditorData.h"
+#include "QuorvaneEditor/EditorState.h"
+#include "QuorvaneEditor/Host.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "QuorvaneEditor/QuorvaneEditor.h"
+
+namespace QuorvaneEngine {
+
+class FileSystem;
+class ProjectStorage;
+
+/** One editor at work on one project after another: the document in memory, its change log, what views are told about it, and the
+    folder that it is loaded from and saved to. The desktop editor, the batch tool and tests are built on it.
+
+    The session listens to the changes of the collections of resources ("images", "materials", "meshes"), whose keys in the change
+    manager are therefore taken. All on the GUI thread. */
+class QUORVANE_API EditorSession {
+public:
+    /** Begins with an empty document in no folder.
+        @param jobs         handed to views and tools; may be null, else must outlive the session
+        @param fileSystem   where projects are; null for the disk, else must outlive the session */
+    explicit EditorSession(JobSystem* jobs = nullptr, FileSystem* fileSystem = nullptr);
+
+    ~EditorSession();
+    EditorSession(const EditorSession&) = delete;
+    EditorSession& operator=(const EditorSession&) = delete;
+
+    /** Opens the project in a folder in place of the present one, whose unsaved changes are lost: an open group is closed, the
+        change log is emptied, handlers of others are forgotten. What a save that was cut short left behind is completed or
+        rolled back first.
+
+        A project that cannot be read prints a warning with file, place and reason; then everything is as before. */
+    bool open(Containers::StringView folder);
+
+    /** Writes the files of the project whose content changed, all or none. On failure prints a warning with file and reason; then
+        the files on disk and the document are as before, and changes are still unsaved. An open group stays open. */
+    bool save();
+
+    /** Whether the document differs from what was last loaded or saved. A document changed back by hand may count as changed; one
+        that differs never counts as saved, and an undo back to the saved state counts as saved. Costs nothing while the revision
+        stands still. */
+    bool hasUnsavedChanges();
+
+    /** Publishes the revision; called once a frame, before any view is drawn. */
+    void beginFrame();
+
+    /** One step back or forward in the log; nothing where there is none, or while a group is open. */
+    void undo();
+    void redo();
+
+    /** Takes over another document, as @ref open() does, in the folder of the present project. It is unsaved where it differs
+        from what that folder holds; without a folder it counts as saved. */
+    void replaceDocument(rapidjson::Document&& document);
+
+    ProjectFile& project() { return _project; }
+    ChangeManager& changes() { return _changes; }
+    EditorState& state() { return _state; }
+    EditorData& data() { return _data; }
+    QuorvaneEditor& editor() { return _editor; }
+
+    /** The folder of the open project: absolute, with forward slashes, NUL-terminated; empty where there is none. */
+    Containers::StringView folder() const { return _folder; }
+
+private:
+    void takeOver(rapidjson::Document&& document);
+    void registerHandlers();
+
+    ProjectFile _project;
+    ChangeManager _changes;
+    EditorState _state;
+    EditorData _data;
+    Containers::String _folder;
+    QuorvaneEditor _editor;
+    Containers::Pointer<ProjectStorage> _storage;
+
+    /** Revisions at which the document was known to be as saved, and known to differ. */
+    Int _savedRevision = 0;
+    Int _changedRevision = -1;
+};
+
+}
