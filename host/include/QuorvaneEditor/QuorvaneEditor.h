@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Corrade/Containers/String.h>
+#include <Corrade/Utility/Path.h>
 
 #include "QuorvaneEditor/Host.h"
 
@@ -23,6 +24,9 @@ public:
 
     /** The project's folder. */
     Containers::StringView projectPath() const { return *_directory; }
+
+    /** The folder that is proposed for the exchange of terms: `i18n` in the project's folder, made by the first export. */
+    Containers::String exchangePath() const { return Corrade::Utility::Path::join(*_directory, "i18n"); }
 
     /** Set when a load of the window layout has been scheduled; never cleared by a view. */
     bool layoutLoadScheduled = false;
