@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Builds and tests everything: ./test.sh [--full] [REGEX]
+#
+#   --full   also the formatter, GCC's address, leak and undefined-behaviour sanitizers, Clang, and clang-tidy
+#   REGEX    only the tests whose names match, "editor-tests:Ui" for instance
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/common.sh
+
+full=
+if [ "${1:-}" = --full ]; then
+    full=yes
+    shift
+fi
+
+suite() {
+    local preset=$1
+    shift
+    configure "$preset" QUORVANE_TESTS=ON
+    build "$preset"
+    run_ctest "$preset" "$@"
+}
+
+scripts/setup.sh --tests
+if [ -n "$full" ]; then
+    echo "== format"
+    scripts/format.sh --check
+    suite asan "$@"
+    suite clang-debug "$@"
+    echo "== clang-tidy"
+    scripts/tidy.py build/clang-debug
+fi
+suite release "$@"
