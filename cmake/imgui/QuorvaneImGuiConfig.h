@@ -24,12 +24,10 @@
 #include <cstdio>
 #include <cstdlib>
 #define IM_ASSERT(expression)                                                                                          \
-    do                                                                                                                 \
-    {                                                                                                                  \
-        if (!(expression))                                                                                             \
-        {                                                                                                              \
+    do {                                                                                                               \
+        if(!(expression)) {                                                                                            \
             std::fprintf(stderr, "Dear ImGui assertion %s failed at %s:%d\n", #expression, __FILE__, __LINE__);        \
             std::abort();                                                                                              \
         }                                                                                                              \
-    } while (false)
+    } while(false)
 #endif
