@@ -1,0 +1,99 @@
+#include "QuorvaneEditor/Utils.h"
+
+#include <cstdint>
+
+#include <Corrade/Containers/Array.h>
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+namespace QuorvaneEngine::Utils {
+
+namespace {
+
+/** Needles of up to this many bytes are folded on the stack. */
+constexpr std::size_t LocalSize = 256;
+
+/** Reads one character from text that is not empty and folds it. A byte that is not valid UTF-8 becomes a number beyond
+    Unicode. */
+UChar32 foldNext(const char*& at, const char* end) {
+    const unsigned char byte = static_cast<unsigned char>(*at);
+    if(byte < 0x80) {
+        ++at;
+        return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
+    }
+    // No character has more than four bytes.
+    const std::int32_t size = std::int32_t(end - at < 4 ? end - at : 4);
+    std::int32_t read = 0;
+    UChar32 character = 0;
+    U8_NEXT(at, read, size, character);
+    if(character < 0) {
+        ++at;
+        return UCHAR_MAX_VALUE + 1 + byte;
+    }
+    at += read;
+    return u_foldCase(character, U_FOLD_CASE_DEFAULT);
+}
+
+struct Needle {
+    /** Folded characters. */
+    UChar32* characters;
+
+    /** For each length of a match that has begun: how much of its end is a beginning of the needle. */
+    std::uint32_t* borders;
+
+    std::size_t size;
+};
+
+void fold(Containers::StringView text, Needle& needle) {
+    needle.size = 0;
+    for(const char* at = text.begin(); at != text.end();) needle.characters[needle.size++] = foldNext(at, text.end());
+
+    needle.borders[0] = 0;
+    for(std::uint32_t i = 1, border = 0; i < needle.size; ++i) {
+        while(border && needle.characters[i] != needle.characters[border]) border = needle.borders[border - 1];
+        if(needle.characters[i] == needle.characters[border]) ++border;
+        needle.borders[i] = border;
+    }
+}
+
+/** Knuth, Morris and Pratt's search, linear whatever the texts are. */
+std::ptrdiff_t search(Containers::StringView haystack, const Needle& needle) {
+    const char* const end = haystack.end();
+    std::size_t matched = 0;
+    std::size_t read = 0;
+    for(const char* at = haystack.begin(); at != end;) {
+        const UChar32 character = foldNext(at, end);
+        ++read;
+        while(matched && character != needle.characters[matched]) matched = needle.borders[matched - 1];
+        if(character == needle.characters[matched]) ++matched;
+        if(matched != needle.size) continue;
+
+        // Characters that match may differ in size, so where the match begins is found by counting from the start.
+        const char* found = haystack.begin();
+        for(std::size_t i = 0; i != read - matched; ++i) foldNext(found, end);
+        return found - haystack.begin();
+    }
+    return -1;
+}
+
+}
+
+std::ptrdiff_t caseInsensitiveSearch(Containers::StringView haystack, Containers::StringView needle) {
+    if(needle.isEmpty()) return 0;
+    if(haystack.isEmpty()) return -1;
+    if(needle.size() <= LocalSize) {
+        UChar32 characters[LocalSize];
+        std::uint32_t borders[LocalSize];
+        Needle folded{characters, borders, 0};
+        fold(needle, folded);
+        return search(haystack, folded);
+    }
+    Containers::Array<UChar32> characters{Corrade::ValueInit, needle.size()};
+    Containers::Array<std::uint32_t> borders{Corrade::ValueInit, needle.size()};
+    Needle folded{characters.data(), borders.data(), 0};
+    fold(needle, folded);
+    return search(haystack, folded);
+}
+
+}
