@@ -10,6 +10,9 @@ formatter=$(command -v clang-format-14 || command -v clang-format) || {
 }
 mode=(-i)
 [ "${1:-}" != --check ] || mode=(--dry-run --Werror)
-find compat editor engine plugin host samples tests benchmarks fuzz cmake \
-    \( -name '*.cpp' -o -name '*.h' \) -type f -print0 2>/dev/null | sort -z |
+rooms=()
+for room in cmake compat editor engine plugin host samples tests benchmarks fuzz; do
+    [ ! -d "$room" ] || rooms+=("$room")
+done
+find "${rooms[@]}" \( -name '*.cpp' -o -name '*.h' \) -type f -print0 | sort -z |
     xargs -0 -r -n 16 -P "$(nproc)" "$formatter" --style=file "${mode[@]}"

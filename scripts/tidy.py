@@ -9,6 +9,7 @@ import concurrent.futures
 import hashlib
 import json
 import os
+import shlex
 import shutil
 import subprocess
 import sys
@@ -68,7 +69,8 @@ def main():
         if not relative.startswith(ROOMS) or (wanted and source not in wanted):
             continue
         parts = [checks, entry["command"], digests.of(source)]
-        parts += [digests.of(name) for name in headers.get(entry["output"], [])]
+        words = shlex.split(entry["command"])
+        parts += [digests.of(name) for name in headers.get(words[words.index("-o") + 1], [])]
         stamp = stamps / hashlib.sha256("\n".join(parts).encode()).hexdigest()
         if stamp.exists():
             fresh += 1
