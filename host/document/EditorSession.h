@@ -71,7 +71,11 @@ public:
 
 private:
     void takeOver(rapidjson::Document&& document);
+    void markSaved();
     void registerHandlers();
+
+    /** What the last applied change set, null where there is none. */
+    const rapidjson::Value* lastValue();
 
     ProjectFile _project;
     ChangeManager _changes;
@@ -84,6 +88,9 @@ private:
     /** Revisions at which the document was known to be as saved, and known to differ. */
     Int _savedRevision = 0;
     Int _changedRevision = -1;
+
+    /** @ref lastValue() when the document was saved; compared, never read. A merged edit replaces it. */
+    const rapidjson::Value* _savedValue = nullptr;
 };
 
 }

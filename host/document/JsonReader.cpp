@@ -22,6 +22,10 @@ struct Problem {
     Containers::String reason;
 };
 
+bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 /** The size of the well-formed UTF-8 sequence at @p at, 0 where there is none (Unicode 15, table 3-7). */
@@ -235,8 +239,7 @@ const char* placeOfName(Containers::StringView text, std::size_t names) {
         const char* const begin = at;
         for(++at; *at != '"'; ++at)
             if(*at == '\\') ++at;
-        const char* next = at + 1;
-        while(next != end && (*next == ' ' || *next == '\t' || *next == '\n' || *next == '\r')) ++next;
+        const char* const next = std::find_if_not(at + 1, end, isBlank);
         if(next != end && *next == ':' && !names--) return begin;
     }
     return end;
@@ -253,10 +256,18 @@ JsonError errorAt(Containers::StringView text, const Problem& problem) {
     return error;
 }
 
+Containers::StringView withoutMark(Containers::StringView bytes) {
+    return bytes.hasPrefix("\xef\xbb\xbf") ? bytes.exceptPrefix(3) : bytes;
+}
+
+const char* placeOfRoot(Containers::StringView text) {
+    return std::find_if_not(text.begin(), text.end(), isBlank);
+}
+
 }
 
 bool read(const Containers::StringView bytes, rapidjson::Document& document, JsonError& error) {
-    const Containers::StringView text = bytes.hasPrefix("\xef\xbb\xbf") ? bytes.exceptPrefix(3) : bytes;
+    const Containers::StringView text = withoutMark(bytes);
 
     Check check{text};
     if(!check.run()) {
@@ -279,6 +290,18 @@ bool read(const Containers::StringView bytes, rapidjson::Document& document, Jso
         return false;
     }
 
+    static_cast<rapidjson::Value&>(document).Swap(parsed);
+    return true;
+}
+
+bool readObject(const Containers::StringView text, rapidjson::Document& document, JsonError& error) {
+    rapidjson::Document parsed{&document.GetAllocator()};
+    if(!read(text, parsed, error)) return false;
+    if(!parsed.IsObject()) {
+        const Containers::StringView content = withoutMark(text);
+        error = errorAt(content, {placeOfRoot(content), "an object is expected here"});
+        return false;
+    }
     static_cast<rapidjson::Value&>(document).Swap(parsed);
     return true;
 }

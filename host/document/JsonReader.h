@@ -43,6 +43,9 @@ constexpr std::size_t MaxExponentDigits = 3;
     @return whether the text was read */
 QUORVANE_API bool read(Containers::StringView text, rapidjson::Document& document, JsonError& error);
 
+/** Reads an object; any other value is an error, too. */
+QUORVANE_API bool readObject(Containers::StringView text, rapidjson::Document& document, JsonError& error);
+
 /** Whether a text is well-formed UTF-8 throughout. */
 QUORVANE_API bool isUtf8(Containers::StringView text);
 

@@ -1,0 +1,125 @@
+#include "EditorSession.h"
+
+#include <utility>
+
+#include <Corrade/Containers/GrowableArray.h>
+
+#include <rapidjson/document.h>
+
+#include "FileSystem.h"
+#include "ProjectStorage.h"
+#include "QuorvaneEditor/ValueAccess.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+/** Collections whose resources have numbers. */
+struct Numbered {
+    const char* collection;
+    ResourceIndexMap EditorData::*indices;
+};
+
+constexpr Numbered NumberedCollections[]{
+    {"images", &EditorData::imageIndices},
+    {"materials", &EditorData::materialIndices},
+    {"meshes", &EditorData::meshIndices},
+};
+
+void number(EditorSession& session, const Numbered& numbered) {
+    Containers::Array<Containers::StringView> ids;
+    session.project().root().member(numbered.collection).keys(ids);
+    (session.data().*numbered.indices).assign(ids);
+}
+
+}
+
+EditorSession::EditorSession(JobSystem* const jobs, FileSystem* const fileSystem):
+    _changes{_project}, _data{_project}, _editor{_project, _changes, _state, _folder, jobs},
+    _storage{Corrade::InPlaceInit, fileSystem ? *fileSystem : FileSystem::disk()} {
+    _storage->setSaved(_project.document());
+    registerHandlers();
+}
+
+EditorSession::~EditorSession() = default;
+
+bool EditorSession::open(const Containers::StringView folder) {
+    rapidjson::Document document;
+    if(!_storage->open(folder, document)) return false;
+    _folder = Containers::String{_storage->folder()};
+    takeOver(std::move(document));
+    _editor.layoutLoadScheduled = false;
+    _storage->makeEditorFolder();
+    return true;
+}
+
+bool EditorSession::save() {
+    if(!_storage->save(_project.document())) return false;
+    markSaved();
+    return true;
+}
+
+bool EditorSession::hasUnsavedChanges() {
+    const Int revision = _project.revision();
+    if(revision == _savedRevision) return false;
+    if(revision == _changedRevision) return true;
+
+    // The change manager's mark is an index into its log. An edit that is merged into the entry there leaves the index as it was,
+    // and an index that has become -1 names the empty log. So its word is taken for changes, but not for their absence.
+    const bool isChanged =
+        _changes.hasUnsavedChanges() || lastValue() != _savedValue || !_storage->isSaved(_project.document());
+    (isChanged ? _changedRevision : _savedRevision) = revision;
+    return isChanged;
+}
+
+void EditorSession::beginFrame() { _data.publishRevision(); }
+
+void EditorSession::undo() {
+    if(!_changes.isGroupOpen()) _changes.undoLast();
+}
+
+void EditorSession::redo() {
+    if(!_changes.isGroupOpen()) _changes.redoLastUndo();
+}
+
+void EditorSession::replaceDocument(rapidjson::Document&& document) {
+    takeOver(std::move(document));
+    if(_folder.isEmpty()) _storage->setSaved(_project.document());
+    else if(!_storage->isSaved(_project.document())) _savedRevision = -1;
+}
+
+void EditorSession::takeOver(rapidjson::Document&& document) {
+    // The log's values live in the document that goes.
+    if(_changes.isGroupOpen()) _changes.commit();
+    _changes.reset(_project);
+    _project.replace(std::move(document));
+    markSaved();
+    registerHandlers();
+}
+
+void EditorSession::markSaved() {
+    _changes.markSave();
+    _savedRevision = _project.revision();
+    _changedRevision = -1;
+    _savedValue = lastValue();
+}
+
+const rapidjson::Value* EditorSession::lastValue() {
+    return _changes.canUndo() ? _changes.lastChange().newValue.get() : nullptr;
+}
+
+void EditorSession::registerHandlers() {
+    for(const Numbered& numbered: NumberedCollections) {
+        number(*this, numbered);
+        _changes.addChangeHandler(
+            numbered.collection,
+            [this, &numbered](const Change& change, Containers::ArrayView<Containers::StringView> components, void*) {
+                // To set what was in the collection before adds no resource and takes none away.
+                const bool isSet = change.oldValue && change.newValue;
+                if(!isSet || components.size() < 3) number(*this, numbered);
+            },
+            nullptr);
+    }
+}
+
+}

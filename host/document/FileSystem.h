@@ -1,0 +1,67 @@
+#pragma once
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** The steps that saving and opening a project take on the disk, each of which may fail, and before each of which the power may
+    go. Tests put their own in place.
+
+    Paths are absolute with forward slashes. Results are error numbers of the C library, 0 where all went well. Nothing is known
+    to have reached the disk before the file's contents and the folder that names it are synchronized. */
+class QUORVANE_API FileSystem {
+public:
+    /** The disk; lives as long as the program. */
+    static FileSystem& disk();
+
+    virtual ~FileSystem();
+
+    /** Reads a regular file of at most @ref MaxFileSize ; a folder is `EISDIR`. */
+    virtual int readFile(Containers::StringView path, Containers::String& bytes) = 0;
+
+    /** Makes a file, or empties it first.
+        @param modeOf   file whose permissions it gets; empty, or one that is missing, for the usual ones */
+    virtual int writeFile(Containers::StringView path, Containers::StringView bytes, Containers::StringView modeOf) = 0;
+
+    /** Returns when a file's contents have reached the disk. */
+    virtual int syncFile(Containers::StringView path) = 0;
+
+    /** Returns when the names in a folder have reached the disk. */
+    virtual int syncFolder(Containers::StringView path) = 0;
+
+    /** Gives a file a second name. */
+    virtual int linkFile(Containers::StringView path, Containers::StringView name) = 0;
+
+    /** Renames a file, in place of another one of that name. */
+    virtual int renameFile(Containers::StringView from, Containers::StringView to) = 0;
+
+    virtual int removeFile(Containers::StringView path) = 0;
+    virtual int makeFolder(Containers::StringView path) = 0;
+
+    /** Removes a folder that is empty. */
+    virtual int removeFolder(Containers::StringView path) = 0;
+
+    /** All names in a folder but "." and "..", in byte order. */
+    virtual int listFolder(Containers::StringView path, Containers::Array<Containers::String>& names) = 0;
+
+    /** In bytes; a larger file is `EFBIG`. */
+    static constexpr std::size_t MaxFileSize = std::size_t(1) << 30;
+};
+
+/** What went wrong with which file. */
+struct FileError {
+    Containers::String path;
+
+    /** The end of a sentence, such as "cannot be written: No space left on device". */
+    Containers::String reason;
+};
+
+/** The reason for an error number.
+    @param what     what cannot be done, such as "written" */
+QUORVANE_API Containers::String systemReason(Containers::StringView what, int error);
+
+}

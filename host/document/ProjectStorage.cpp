@@ -1,0 +1,262 @@
+#include "ProjectStorage.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <Corrade/Utility/Debug.h>
+
+#include <rapidjson/document.h>
+
+#include "FileSet.h"
+#include "JsonReader.h"
+#include "JsonWriter.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr std::string_view ProjectName{"project.json"};
+constexpr std::string_view TranslationsFolder{"localization"};
+constexpr std::string_view Suffix{".json"};
+
+/** So that each term, each language and each resource has a line of its own. */
+constexpr UnsignedInt ProjectLevels = 3;
+constexpr UnsignedInt TranslationsLevels = 1;
+
+std::string_view view(Containers::StringView text) { return {text.data(), text.size()}; }
+
+Containers::String string(std::string_view text) { return {text.data(), text.size()}; }
+
+template<class... T> Containers::String joined(const T&... parts) {
+    std::string text;
+    (text.append(parts), ...);
+    return string(text);
+}
+
+bool warn(const char* function, const FileError& error) {
+    const Containers::String message = joined(function, view(error.path), ": ", view(error.reason));
+    Corrade::Utility::Warning{} << message;
+    return false;
+}
+
+constexpr const char* Open = "ProjectStorage::open(): ";
+constexpr const char* Save = "ProjectStorage::save(): ";
+
+bool readObject(FileSystem& files, const Containers::String& path, rapidjson::Document& document, FileError& error) {
+    Containers::String bytes;
+    if(const int failure = files.readFile(path, bytes)) {
+        error = {path, systemReason("read", failure)};
+        return false;
+    }
+    JsonError jsonError;
+    if(JsonReader::readObject(bytes, document, jsonError)) return true;
+    error.path = joined(view(path), ":", std::to_string(jsonError.line), ":", std::to_string(jsonError.column));
+    error.reason = jsonError.reason;
+    return false;
+}
+
+/** The member of an object with a key, which is added as an empty object where it is missing. */
+rapidjson::Value& memberOf(rapidjson::Value& object, rapidjson::Document& document, const char* key) {
+    const auto found = object.FindMember(key);
+    if(found != object.MemberEnd()) return found->value;
+    object.AddMember(rapidjson::StringRef(key), rapidjson::Value{rapidjson::kObjectType}, document.GetAllocator());
+    return (object.MemberEnd() - 1)->value;
+}
+
+const rapidjson::Value* memberOf(const rapidjson::Value& object, const char* key) {
+    const auto found = object.FindMember(key);
+    return found == object.MemberEnd() || !found->value.IsObject() ? nullptr : &found->value;
+}
+
+/** Puts what a file of translations holds at its place in the document.
+    @return why it cannot be put there, null where it can */
+const char* insert(rapidjson::Document& document, std::string_view code, rapidjson::Value& translations) {
+    rapidjson::Value& localization = memberOf(document, document, "localization");
+    if(!localization.IsObject()) return "\"/localization\" of project.json is no object to hold this";
+    rapidjson::Value& all = memberOf(localization, document, "translations");
+    if(!all.IsObject()) return "\"/localization/translations\" of project.json is no object to hold this";
+    rapidjson::Value name{code.data(), rapidjson::SizeType(code.size()), document.GetAllocator()};
+    if(all.HasMember(name)) return "project.json holds translations into this language, too";
+    all.AddMember(name, translations, document.GetAllocator());
+    return nullptr;
+}
+
+bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjson::Document& document, FileError& error) {
+    const Containers::String parent = joined(view(folder), "/", TranslationsFolder);
+    Containers::Array<Containers::String> names;
+    const int failure = files.listFolder(parent, names);
+    if(failure == ENOENT) return true;
+    if(failure) {
+        error = {parent, systemReason("read", failure)};
+        return false;
+    }
+    for(const Containers::String& file: names) {
+        const std::string_view name = view(file);
+        if(name.starts_with('.') || !name.ends_with(Suffix)) continue;
+        const Containers::String path = joined(view(parent), "/", name);
+        const std::string_view code = name.substr(0, name.size() - Suffix.size());
+        if(!ProjectStorage::isLanguageCode(string(code))) {
+            error = {path, "is not named by a language code"};
+            return false;
+        }
+        rapidjson::Document translations{&document.GetAllocator()};
+        if(!readObject(files, path, translations, error)) return false;
+        if(const char* const reason = insert(document, code, translations)) {
+            error = {path, reason};
+            return false;
+        }
+    }
+    return true;
+}
+
+}
+
+struct ProjectStorage::File {
+    Containers::String path;
+    Containers::String bytes;
+};
+
+bool ProjectStorage::Fingerprint::operator==(const Fingerprint& other) const {
+    return path == other.path && size == other.size && hash == other.hash;
+}
+
+ProjectStorage::ProjectStorage(FileSystem& files): _files{&files} {}
+
+ProjectStorage::~ProjectStorage() = default;
+
+bool ProjectStorage::isLanguageCode(const Containers::StringView text) {
+    constexpr std::size_t MaxSize = 35;
+    if(text.isEmpty() || text.size() > MaxSize) return false;
+    std::size_t subtagSize = 0;
+    bool isFirst = true;
+    for(const char character: view(text)) {
+        const auto byte = static_cast<unsigned char>(character);
+        if(character == '-') {
+            if(subtagSize < (isFirst ? 2 : 1)) return false;
+            subtagSize = 0;
+            isFirst = false;
+        } else if(byte < 0x80 && (isFirst ? std::isalpha(byte) : std::isalnum(byte))) {
+            if(++subtagSize > 8) return false;
+        } else return false;
+    }
+    return subtagSize >= (isFirst ? 2 : 1);
+}
+
+bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Document& document) {
+    std::error_code failure;
+    std::filesystem::path path;
+    // The system would take the name up to the NUL for the whole.
+    if(view(folder).find('\0') == std::string_view::npos)
+        path = std::filesystem::absolute(view(folder), failure).lexically_normal();
+    if(failure || path.empty()) return warn(Open, {folder, "is no folder's name"});
+    std::string absolute = path.generic_string();
+    if(absolute.size() > 1 && absolute.ends_with('/')) absolute.pop_back();
+    const Containers::String newFolder = string(absolute);
+
+    FileError error;
+    rapidjson::Document read{&document.GetAllocator()};
+    std::vector<File> files;
+    if(!FileSet::recover(*_files, newFolder, error) ||
+        !readObject(*_files, joined(absolute, "/", ProjectName), read, error) ||
+        !readTranslations(*_files, newFolder, read, error) || !write(read, files, error))
+        return warn(Open, error);
+
+    static_cast<rapidjson::Value&>(document).Swap(read);
+    _folder = newFolder;
+    _saved = fingerprints(files);
+    return true;
+}
+
+bool ProjectStorage::save(const rapidjson::Document& document) {
+    if(_folder.isEmpty()) {
+        Corrade::Utility::Warning{} << "ProjectStorage::save(): the project has no folder";
+        return false;
+    }
+
+    FileError error;
+    std::vector<File> files;
+    if(!write(document, files, error)) {
+        error.path = joined(view(_folder), "/", view(error.path));
+        return warn(Save, error);
+    }
+
+    std::vector<Fingerprint> current = fingerprints(files);
+    FileSet set{*_files, _folder};
+    for(std::size_t i = 0; i != files.size(); ++i)
+        if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end()) set.write(files[i].path, files[i].bytes);
+    for(const Fingerprint& old: _saved) {
+        const auto isSame = [&old](const Fingerprint& file) { return file.path == old.path; };
+        if(std::none_of(current.begin(), current.end(), isSame)) set.remove(old.path);
+    }
+    if(!set.commit(error)) return warn(Save, error);
+    _saved = std::move(current);
+    return true;
+}
+
+bool ProjectStorage::isSaved(const rapidjson::Document& document) const {
+    FileError error;
+    std::vector<File> files;
+    if(!write(document, files, error)) return false;
+    const std::vector<Fingerprint> current = fingerprints(files);
+    return std::is_permutation(current.begin(), current.end(), _saved.begin(), _saved.end());
+}
+
+void ProjectStorage::setSaved(const rapidjson::Document& document) {
+    FileError error;
+    std::vector<File> files;
+    _saved.clear();
+    if(write(document, files, error)) _saved = fingerprints(files);
+}
+
+void ProjectStorage::makeEditorFolder() {
+    FileError error;
+    FileSet::makeEditorFolder(*_files, _folder, error);
+}
+
+bool ProjectStorage::write(const rapidjson::Document& document, std::vector<File>& files, FileError& error) {
+    if(!document.IsObject()) {
+        error = {string(ProjectName), "the root is no object"};
+        return false;
+    }
+
+    std::vector<const rapidjson::Value*> elsewhere;
+    const auto append = [&files, &error](const Containers::String& path, const rapidjson::Value& value,
+                            const JsonWriter::Layout& layout) {
+        Containers::String bytes;
+        if(!JsonWriter::write(value, layout, bytes, error.reason)) {
+            error.path = path;
+            return false;
+        }
+        files.push_back({path, std::move(bytes)});
+        return true;
+    };
+
+    const rapidjson::Value* const localization = memberOf(document, "localization");
+    if(const rapidjson::Value* const all = localization ? memberOf(*localization, "translations") : nullptr) {
+        for(const auto& member: all->GetObject()) {
+            const std::string_view code{member.name.GetString(), member.name.GetStringLength()};
+            if(!member.value.IsObject() || !isLanguageCode(string(code))) continue;
+            if(!append(joined(TranslationsFolder, "/", code, Suffix), member.value, {TranslationsLevels, true, {}}))
+                return false;
+            elsewhere.push_back(&member.value);
+        }
+        if(!elsewhere.empty() && elsewhere.size() == all->MemberCount()) elsewhere = {all};
+    }
+    return append(string(ProjectName), document,
+        {ProjectLevels, false, Containers::arrayView(elsewhere.data(), elsewhere.size())});
+}
+
+std::vector<ProjectStorage::Fingerprint> ProjectStorage::fingerprints(const std::vector<File>& files) {
+    std::vector<Fingerprint> all;
+    all.reserve(files.size());
+    for(const File& file: files)
+        all.push_back({file.path, file.bytes.size(), std::hash<std::string_view>{}(view(file.bytes))});
+    return all;
+}
+
+}

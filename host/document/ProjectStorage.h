@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "FileSystem.h"
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** Projects on disk: `project.json`, and one `localization/<code>.json` for each language with translations, which is the object
+    at `/localization/translations/<code>` of the document. An entry there that is no object, or whose key is no language code,
+    stays in `project.json`.
+
+    Failures print one warning: `ProjectStorage::open(): <file>:<line>:<column>: <reason>`, with line and column as in
+    @ref JsonError where the content is at fault, else `ProjectStorage::open(): <file>: <reason>`; `save()` likewise. */
+class QUORVANE_API ProjectStorage {
+public:
+    /** @param files    must outlive the storage */
+    explicit ProjectStorage(FileSystem& files);
+    ~ProjectStorage();
+    ProjectStorage(const ProjectStorage&) = delete;
+    ProjectStorage& operator=(const ProjectStorage&) = delete;
+
+    /** Reads the project in a folder, after completing or rolling back a save that was cut short, and remembers what its files
+        hold.
+        @param folder       absolute, or relative to the current folder
+        @param document     the project's; left as it is on failure
+        @return false for a project that cannot be read as a whole; the storage then stays with the former one */
+    bool open(Containers::StringView folder, rapidjson::Document& document);
+
+    /** Writes those files whose content is not as it was when they were last read or written, and removes those whose translations
+        are gone; all or none. Formatting alone is no reason to write a file. */
+    bool save(const rapidjson::Document& document);
+
+    /** Whether @ref save() would have nothing to do. Writes out the whole document in memory. */
+    bool isSaved(const rapidjson::Document& document) const;
+
+    /** Makes the folder `.editor`, which version control is told to ignore, where it can be made. */
+    void makeEditorFolder();
+
+    /** Takes a document that is in no folder for saved. */
+    void setSaved(const rapidjson::Document& document);
+
+    /** The open project's folder: absolute, with forward slashes, none at the end; empty before the first @ref open() . */
+    Containers::StringView folder() const { return _folder; }
+
+    /** Whether a text is built like a language code by BCP 47, so that it can name a file. */
+    static bool isLanguageCode(Containers::StringView text);
+
+private:
+    /** A file's path in the folder, and what tells its content from any other. */
+    struct Fingerprint {
+        Containers::String path;
+        std::size_t size;
+        std::uint64_t hash;
+
+        bool operator==(const Fingerprint& other) const;
+    };
+    struct File;
+
+    static bool write(const rapidjson::Document& document, std::vector<File>& files, FileError& error);
+    static std::vector<Fingerprint> fingerprints(const std::vector<File>& files);
+
+    FileSystem* _files;
+    Containers::String _folder;
+    std::vector<Fingerprint> _saved;
+};
+
+}
