@@ -9,26 +9,26 @@
 
 namespace QuorvaneEngine {
 
-template<class> class Function;
+template <class> class Function;
 
 /** A move-only callable of any type.
 
     Holds a call pointer, a destroy pointer (null when there is nothing to destroy) and 64 bytes of storage. Moving copies the
     bytes and clears the source's pointers, so only callables that are trivially copyable and fit live in the storage; any other
     lives on the heap, and the storage holds its address. */
-template<class R, class... Args> class Function<R(Args...)> {
+template <class R, class... Args> class Function<R(Args...)> {
 public:
     static constexpr std::size_t StorageSize = 64;
 
     Function() = default;
 
     /** Takes over any callable with the signature. */
-    template<class T>
-        requires(!std::is_same_v<std::remove_cvref_t<T>, Function> && std::is_invocable_r_v<R, T&, Args...>)
-    Function(T&& callable) { // NOLINT(bugprone-forwarding-reference-overload)
+    template <class T>
+    requires(!std::is_same_v<std::remove_cvref_t<T>, Function> && std::is_invocable_r_v<R, T&, Args...>)
+        Function(T&& callable) { // NOLINT(bugprone-forwarding-reference-overload)
         using Type = std::remove_cvref_t<T>;
         if constexpr(std::is_trivially_copyable_v<Type> && sizeof(Type) <= StorageSize &&
-                     alignof(Type) <= alignof(std::max_align_t)) {
+            alignof(Type) <= alignof(std::max_align_t)) {
             new(_storage) Type(std::forward<T>(callable));
             _call = [](std::byte* storage, Args... args) -> R {
                 return (*std::launder(reinterpret_cast<Type*>(storage)))(std::forward<Args>(args)...);
@@ -38,7 +38,9 @@ public:
             _call = [](std::byte* storage, Args... args) -> R {
                 return (**std::launder(reinterpret_cast<Type**>(storage)))(std::forward<Args>(args)...);
             };
-            _destroy = [](std::byte* storage) { std::default_delete<Type>{}(*std::launder(reinterpret_cast<Type**>(storage))); };
+            _destroy = [](std::byte* storage) {
+                std::default_delete<Type>{}(*std::launder(reinterpret_cast<Type**>(storage)));
+            };
         }
     }
 
