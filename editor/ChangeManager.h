@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/Pointer.h>
@@ -116,14 +114,21 @@ private:
     void applyChange(const Change& change);
     void applyRemoval(Containers::StringView path);
     void applyCreation(const Change& change);
+    void insert(const Change& change);
     void set(Containers::StringView path, const rapidjson::Value& value);
-    void insert(Containers::StringView path, Int index, const rapidjson::Value& value);
     void notify(const Change& change);
+
+    /** The value at a pointer, the root for the empty one, or null. */
+    rapidjson::Value* find(Containers::StringView path);
+
+    /** The value at a pointer, created with all that leads to it where it is missing. */
+    rapidjson::Value& create(Containers::StringView path, bool* existed);
+
+    void erase(Containers::StringView path);
 
     Int _lastChange = -1;
     Int _savedChange = -1;
     Int _group = -1;
-    std::int64_t _reserved = 0;
     Int _lastGroup = 0;
     ProjectFile* _project = nullptr;
     Containers::Array<Change> _changes;

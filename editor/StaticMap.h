@@ -15,7 +15,7 @@ namespace QuorvaneEngine {
 
     Keys are ordered as byte strings. There is no check for duplicates: which of two entries with one key is found is not
     determined. */
-template<class T> class StaticMap {
+template <class T> class StaticMap {
 public:
     struct Entry {
         Corrade::Containers::String key;
@@ -50,8 +50,8 @@ public:
 
     /** Sorts the entries, so that they can be searched. */
     void compile() {
-        std::sort(_entries.begin(), _entries.begin() + _size,
-                  [](const Entry& a, const Entry& b) { return a.key < b.key; });
+        std::sort(
+            _entries.begin(), _entries.begin() + _size, [](const Entry& a, const Entry& b) { return a.key < b.key; });
         _compiled = true;
     }
 
@@ -62,9 +62,8 @@ public:
             std::abort();
         }
         Entry* const end = _entries.begin() + _size;
-        Entry* const found = std::lower_bound(_entries.begin(), end, key, [](const Entry& entry, auto searched) {
-            return Corrade::Containers::StringView{entry.key} < searched;
-        });
+        Entry* const found = std::lower_bound(_entries.begin(), end, key,
+            [](const Entry& entry, auto searched) { return Corrade::Containers::StringView{entry.key} < searched; });
         return found != end && found->key == key ? &found->value : nullptr;
     }
 

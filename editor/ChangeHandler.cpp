@@ -1,0 +1,7 @@
+#include "ChangeHandler.h"
+
+namespace QuorvaneEngine {
+
+ChangeHandler::~ChangeHandler() = default;
+
+}

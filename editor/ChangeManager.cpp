@@ -1,0 +1,383 @@
+#include "ChangeManager.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <utility>
+
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Utility/Debug.h>
+#include <Magnum/Math/Matrix4.h>
+#include <Magnum/Math/Quaternion.h>
+#include <rapidjson/document.h>
+#include <rapidjson/pointer.h>
+
+#include "DeepCopy.h"
+#include "QuorvaneEditor/JsonObject.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "TransformParts.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+using Allocator = rapidjson::Document::AllocatorType;
+using Corrade::Utility::Error;
+
+constexpr std::size_t ReservedChanges = 64;
+constexpr std::size_t HandlerGrowth = 16;
+constexpr std::size_t NoSlash = ~std::size_t{};
+
+/** What is wrong in the program ends it. */
+[[noreturn]] void fail(const char* const message) {
+    Error{} << message;
+    std::abort();
+}
+
+[[noreturn]] void fail(const char* const before, const Containers::StringView path, const char* const after) {
+    Error{} << before << Error::nospace << path << Error::nospace << after;
+    std::abort();
+}
+
+/** Whether the text is a JSON Pointer that is not the whole document: through an invalid one the JSON library would replace
+    just that. */
+bool isPointer(const Containers::StringView path) {
+    if(path.isEmpty() || path[0] != '/') return false;
+    for(std::size_t i = 0; i != path.size(); ++i)
+        if(path[i] == '~' && (i + 1 == path.size() || (path[i + 1] != '0' && path[i + 1] != '1'))) return false;
+    return true;
+}
+
+std::size_t lastSlash(const Containers::StringView path) {
+    for(std::size_t i = path.size(); i != 0; --i)
+        if(path[i - 1] == '/') return i - 1;
+    return NoSlash;
+}
+
+/** The key that a token of a valid pointer stands for. */
+Containers::String unescaped(const Containers::StringView token) {
+    Containers::String key{Corrade::ValueInit, token.size()};
+    std::size_t size = 0;
+    for(std::size_t i = 0; i != token.size(); ++i) {
+        if(token[i] == '~') key[size++] = token[++i] == '0' ? '~' : '/';
+        else key[size++] = token[i];
+    }
+    return Containers::StringView{key}.prefix(size);
+}
+
+/** The number of a token that is an array index: decimal digits, after an optional "-", up to a NUL byte. */
+struct Index {
+    bool valid = false;
+    bool negative = false;
+    std::uint64_t value = 0;
+};
+
+Index index(const Containers::StringView token) {
+    Index index;
+    const char* digit = token.begin();
+    if(digit != token.end() && *digit == '-') {
+        index.negative = true;
+        ++digit;
+    }
+    const char* const first = digit;
+    while(digit != token.end() && *digit >= '0' && *digit <= '9') ++digit;
+    index.valid = digit != first && (digit == token.end() || *digit == '\0');
+    if(std::from_chars(first, digit, index.value).ec != std::errc{}) index.value = ~std::uint64_t{};
+    if(index.value == 0) index.negative = false;
+    return index;
+}
+
+/** Erases the value that @p value is found at, which is a child of @p container: the iterator follows from the address. */
+void eraseChild(rapidjson::Value& container, const rapidjson::Value* const value) {
+    if(container.IsArray()) {
+        container.Erase(container.Begin() + (value - container.Begin()));
+        return;
+    }
+    const auto first = container.MemberBegin();
+    const auto bytes = reinterpret_cast<const char*>(value) - reinterpret_cast<const char*>(&first->value);
+    container.EraseMember(first + bytes / std::ptrdiff_t(sizeof(*first)));
+}
+
+}
+
+ChangeManager::ChangeManager() { Containers::arrayReserve(_changes, ReservedChanges); }
+
+ChangeManager::ChangeManager(ProjectFile& project): ChangeManager{} { _project = &project; }
+
+ChangeManager::~ChangeManager() = default;
+
+void ChangeManager::reset(ProjectFile& project) {
+    _project = &project;
+    Containers::arrayRemoveSuffix(_changes, _changes.size());
+    _lastChange = -1;
+    _handlers.clear();
+}
+
+void ChangeManager::pushChange(Containers::String&& path, const rapidjson::Value* const value, const bool merge) {
+    if(!isPointer(path)) fail("ChangeManager::pushChange(): \"", path, "\" is no JSON Pointer");
+
+    // The value may belong to the redo history, or to the very entry that it is merged into.
+    Containers::Pointer<rapidjson::Value> newValue = copy(value);
+    const Int match = merge ? mergeTarget(path) : -1;
+    if(match != -1) {
+        if(match != _lastChange) std::swap(_changes[match], _changes[_lastChange]);
+        assertLastChange();
+    } else {
+        ++_lastChange;
+        Containers::arrayRemoveSuffix(_changes, _changes.size() - std::size_t(_lastChange));
+        Containers::arrayAppend(_changes, Corrade::InPlaceInit);
+        if(_savedChange == _lastChange) _savedChange = -1;
+        assertLastChange();
+        Change& change = _changes[_lastChange];
+        change.path = std::move(path);
+        change.oldValue = copy(_project->getValue(change.path, false));
+    }
+    Change& change = _changes[_lastChange];
+    change.newValue = std::move(newValue);
+    change.group = _group;
+    applyChange(change);
+}
+
+void ChangeManager::pushChange(const Containers::StringView path, const rapidjson::Value& value, const bool merge) {
+    pushChange(Containers::String{path}, &value, merge);
+}
+
+void ChangeManager::pushChange(
+    const Containers::StringView path, const Containers::StringView value, const bool merge) {
+    rapidjson::Value json;
+    json.SetString(value.data() ? value.data() : "", rapidjson::SizeType(value.size()), allocator());
+    pushChange(path, json, merge);
+}
+
+void ChangeManager::pushChange(const Containers::StringView path, const Magnum::Vector3& value, const bool merge) {
+    rapidjson::Value json{rapidjson::kArrayType};
+    for(Int i = 0; i != 3; ++i) json.PushBack(double(value[i]), allocator());
+    pushChange(path, json, merge);
+}
+
+void ChangeManager::pushChange(const Containers::StringView path, const Magnum::Quaternion& value, const bool merge) {
+    rapidjson::Value json{rapidjson::kArrayType};
+    for(Int i = 0; i != 3; ++i) json.PushBack(double(value.vector()[i]), allocator());
+    json.PushBack(double(value.scalar()), allocator());
+    pushChange(path, json, merge);
+}
+
+void ChangeManager::pushTransformChange(
+    const Containers::StringView path, const Magnum::Matrix4& transform, const bool merge) {
+    const TransformParts parts = transformParts(transform);
+    pushChange(path + "/translation", parts.translation, merge);
+    pushChange(path + "/rotation", parts.rotation, merge);
+    pushChange(path + "/scaling", parts.scaling, merge);
+}
+
+void ChangeManager::pushRemoval(const Containers::StringView path) {
+    pushChange(Containers::String{path}, nullptr, false);
+}
+
+void ChangeManager::pushAppend(const Containers::StringView path, const Containers::StringView value) {
+    const rapidjson::Value* const current = _project->getValue(path, false);
+    if(!current) fail("ChangeManager::pushAppend(): nothing at \"", path, "\"");
+    rapidjson::Value array;
+    if(current->IsArray()) deepCopy(array, *current, allocator());
+    else array.SetArray();
+    rapidjson::Value json;
+    json.SetString(value.data() ? value.data() : "", rapidjson::SizeType(value.size()), allocator());
+    array.PushBack(json, allocator());
+    pushChange(path, array, false);
+}
+
+Int ChangeManager::openGroup() {
+    if(_group != -1) fail("ChangeManager::openGroup(): a group is open. Forgot commit()?");
+    return _group = ++_lastGroup;
+}
+
+void ChangeManager::commit() {
+    const Int group = std::exchange(_group, -1);
+    if(_lastChange < 0 || _changes[_lastChange].group != group) return;
+    const Int last = _lastChange;
+    Int first = last;
+    while(first > 0 && _changes[first - 1].group == group) --first;
+    for(Int i = first; i <= last; ++i) notify(_changes[i]);
+}
+
+void ChangeManager::undoLast() {
+    if(_group != -1) fail("ChangeManager::undoLast(): Can't undo/redo changes in group. Forgot commit()?");
+    if(_lastChange == -1) return;
+    assertLastChange();
+    const Int group = std::max(_changes[_lastChange].group, 0);
+    do undo(_changes[_lastChange]);
+    while(_lastChange != -1 && _changes[_lastChange].group == group);
+}
+
+void ChangeManager::redoLastUndo() {
+    if(_group != -1) fail("ChangeManager::redoLastUndo(): Can't undo/redo changes in group. Forgot commit()?");
+    if(!canRedo()) return;
+    ++_lastChange;
+    assertLastChange();
+    applyChange(_changes[_lastChange]);
+    const Int group = std::max(_changes[_lastChange].group, 0);
+    while(canRedo() && _changes[_lastChange + 1].group == group) {
+        ++_lastChange;
+        assertLastChange();
+        applyChange(_changes[_lastChange]);
+    }
+}
+
+void ChangeManager::undo(const Change& change) {
+    applyChange(reverse(change));
+    --_lastChange;
+}
+
+Change ChangeManager::reverse(const Change& change) {
+    Change reversed;
+    reversed.path = change.path;
+    reversed.oldValue = copy(change.newValue.get());
+    reversed.newValue = copy(change.oldValue.get());
+    return reversed;
+}
+
+Change& ChangeManager::lastChange() {
+    assertLastChange();
+    return _changes[_lastChange];
+}
+
+void ChangeManager::addChangeHandler(const Containers::StringView key, Containers::Pointer<ChangeHandler>&& handler) {
+    if(_handlers.size() == _handlers.capacity()) _handlers.grow(HandlerGrowth);
+    _handlers.put(key, std::move(handler));
+    _handlers.compile();
+}
+
+void ChangeManager::addChangeHandler(
+    const Containers::StringView key, FunctionChangeHandler::Callable&& function, void* const userData) {
+    addChangeHandler(key, Containers::Pointer<ChangeHandler>{new FunctionChangeHandler{std::move(function), userData}});
+}
+
+rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& ChangeManager::allocator() { return _project->allocator(); }
+
+Int ChangeManager::mergeTarget(const Containers::StringView path) const {
+    if(_lastChange == -1 || _lastChange == 0 || _changes[_lastChange].group != _group) return -1;
+    for(Int i = _lastChange;; --i) {
+        if(_changes[i].path == path) return i;
+        if(i == 1 || _changes[i - 1].group != _group) return -1;
+    }
+}
+
+void ChangeManager::assertLastChange() const {
+    if(_lastChange < 0 || std::size_t(_lastChange) >= _changes.size())
+        fail("Assertion _lastChange >= 0 && _lastChange < int(_changes.size()) failed at ChangeManager:369");
+}
+
+Containers::Pointer<rapidjson::Value> ChangeManager::copy(const rapidjson::Value* const value) {
+    if(!value) return {};
+    Containers::Pointer<rapidjson::Value> copied{Corrade::InPlaceInit};
+    deepCopy(*copied, *value, allocator());
+    return copied;
+}
+
+void ChangeManager::applyChange(const Change& change) {
+    if(!change.newValue) applyRemoval(change.path);
+    else if(change.oldValue) set(change.path, *change.newValue);
+    else applyCreation(change);
+    _project->noteChange(change.path);
+    if(_group < 0) notify(change);
+}
+
+rapidjson::Value* ChangeManager::find(const Containers::StringView path) {
+    return path.isEmpty() ? &_project->document() : _project->getValue(path, false);
+}
+
+void ChangeManager::applyRemoval(Containers::StringView path) {
+    erase(path);
+    for(std::size_t slash = lastSlash(path); slash != NoSlash; slash = lastSlash(path)) {
+        path = path.prefix(slash);
+        // A member of the root stays, even when it is empty.
+        if(path.isEmpty() || lastSlash(path) == 0) return;
+        const rapidjson::Value* const container = find(path);
+        const bool empty = container &&
+            ((container->IsObject() && container->ObjectEmpty()) || (container->IsArray() && container->Empty()));
+        if(!empty) return;
+        erase(path);
+    }
+}
+
+void ChangeManager::erase(const Containers::StringView path) {
+    if(const rapidjson::Value* const value = find(path)) eraseChild(*find(path.prefix(lastSlash(path))), value);
+}
+
+void ChangeManager::applyCreation(const Change& change) {
+    const Containers::StringView path = change.path;
+    const std::size_t slash = lastSlash(path);
+    const Containers::StringView parentPath = path.prefix(slash);
+    const bool isIndex = index(path.exceptPrefix(slash + 1)).valid;
+    const rapidjson::Value* const parent = find(parentPath);
+    if(parent) {
+        if(isIndex && !parent->IsObject()) return insert(change);
+        return set(path, *change.newValue);
+    }
+    const rapidjson::Value* const preset = _project->getValue(path, true);
+    if(preset && !preset->IsObject() && !preset->IsArray()) create(parentPath, nullptr).SetObject();
+    else if(isIndex) return insert(change);
+    set(path, *change.newValue);
+}
+
+void ChangeManager::set(const Containers::StringView path, const rapidjson::Value& value) {
+    deepCopy(create(path, nullptr), value, allocator());
+}
+
+rapidjson::Value& ChangeManager::create(const Containers::StringView path, bool* const existed) {
+    rapidjson::Value* const found = find(path);
+    if(existed) *existed = found;
+    if(found) return *found;
+
+    const std::size_t slash = lastSlash(path);
+    rapidjson::Value* const parent = find(path.prefix(slash));
+    const Containers::StringView tail = path.exceptPrefix(slash);
+    if(parent && parent->IsObject()) {
+        const Containers::String key = unescaped(tail.exceptPrefix(1));
+        rapidjson::Value name;
+        name.SetString(key.data(), rapidjson::SizeType(key.size()), allocator());
+        parent->AddMember(name, rapidjson::Value{}, allocator());
+        return (parent->MemberEnd() - 1)->value;
+    }
+    // An array is extended, anything else replaced.
+    if(parent) return rapidjson::Pointer{tail.data(), tail.size()}.Create(*parent, allocator());
+    return rapidjson::Pointer{path.data(), path.size()}.Create(_project->document(), allocator());
+}
+
+void ChangeManager::insert(const Change& change) {
+    const Containers::StringView path = change.path;
+    const Index position = index(path.exceptPrefix(lastSlash(path) + 1));
+    if(position.negative) fail("ChangeManager::applyChange(): negative index in \"", path, "\"");
+
+    // The container is the value at the full path, not its parent.
+    bool existed;
+    rapidjson::Value& container = create(Containers::StringView{change.path.data()}, &existed);
+    if(!existed) container.SetArray();
+    if(!container.IsArray()) fail("Assertion value.IsArray() failed at ChangeManager:281");
+    if(container.Size() <= position.value) return set(path, *change.newValue);
+
+    rapidjson::Value element;
+    deepCopy(element, *change.newValue, allocator());
+    container.PushBack(element, allocator());
+    for(rapidjson::SizeType i = container.Size() - 1; i != position.value; --i) container[i].Swap(container[i - 1]);
+}
+
+void ChangeManager::notify(const Change& change) {
+    if(!_handlers.size()) return;
+    // Splitting allocates, and most changes concern nobody.
+    Containers::Array<Containers::StringView> pieces;
+    const Containers::StringView path = change.path;
+    std::size_t begin = 0;
+    for(std::size_t i = 0; i <= path.size(); ++i) {
+        if(i != path.size() && path[i] != '/') continue;
+        Containers::arrayAppend(pieces, path.slice(begin, i));
+        begin = i + 1;
+    }
+    for(const Containers::StringView piece: pieces)
+        if(Containers::Pointer<ChangeHandler>* const handler = _handlers.find(piece))
+            (*handler)->handle(change, pieces);
+}
+
+}
