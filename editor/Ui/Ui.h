@@ -11,6 +11,8 @@ struct ImVec2;
 
 namespace QuorvaneEngine {
 
+class Scope;
+
 /** Widgets that are bound to values of the project document.
 
     A widget is not handed a pointer to the value that it edits but a name, which is appended to the current scope path, a JSON
@@ -103,7 +105,7 @@ public:
         @param focus        empties the text and takes the keyboard in every frame in which no item is active
         @return whether the text changed */
     static bool searchBar(Containers::StringView id, Containers::Array<char>& buffer, float width, const ImVec2& offset,
-                          float inputStart, bool focus);
+        float inputStart, bool focus);
 
     /** Lets a text input whose user data is a `Containers::Array<char>` grow it. For the resize callback; returns 0. */
     static int textResizeCallback(ImGuiInputTextCallbackData* data);
@@ -128,6 +130,15 @@ public:
 
     /** The flags in force. */
     Flags flags;
+
+private:
+    friend Scope;
+
+    /** Shows the scope path where the last item is under the mouse and the key for it is held. The innermost of several scopes
+        that close behind one item wins. */
+    void showPathTooltip();
+
+    int _tooltipFrame = -1;
 };
 
 CORRADE_ENUMSET_OPERATORS(Ui::Flags)

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "QuorvaneEditor/Host.h"
+
+/** @file
+    The one place that knows how texts are handed to Dear ImGui: as NUL-terminated strings to the released branches, as pairs of
+    pointers to the branch with string views (IMGUI_HAS_IMSTR). */
+
+namespace QuorvaneEngine {
+
+/** A text as an argument of a Dear ImGui function. To be made in the call itself: `ImGui::Button(ImGuiText{label})`.
+
+    A view passes through where the library takes views, and where it is NUL-terminated. Any other is copied into the object, which
+    allocates only above 255 bytes. A null view is an empty text. */
+class ImGuiText {
+public:
+    /** @param text     must outlive the object */
+    explicit ImGuiText(Containers::StringView text);
+
+    /** Two texts joined, such as "##" and a name. */
+    explicit ImGuiText(Containers::StringView first, Containers::StringView second);
+
+    ImGuiText(const ImGuiText&) = delete;
+    ImGuiText& operator=(const ImGuiText&) = delete;
+
+#ifdef IMGUI_HAS_IMSTR
+    operator ImStrv() const { return ImStrv{_begin, _end}; }
+#else
+    operator const char*() const { return _begin; }
+#endif
+
+private:
+    void copy(Containers::StringView first, Containers::StringView second);
+
+    const char* _begin;
+    const char* _end;
+    char _buffer[256];
+    Containers::String _long;
+};
+
+/** @{ @name Functions that take a text as two pointers in the released branches, so that nothing is copied */
+
+void textUnformatted(Containers::StringView text);
+
+/** @param hideAfterHash    whether what follows "##" does not count
+    @param wrapWidth        in pixels; none when negative */
+ImVec2 calcTextSize(Containers::StringView text, bool hideAfterHash = false, float wrapWidth = -1.0f);
+
+/** Hides what follows "##".
+    @param textSize         as @ref calcTextSize() gives it, in pixels
+    @param align            0 is left or top, 1 is right or bottom */
+void renderTextClipped(
+    const ImVec2& min, const ImVec2& max, Containers::StringView text, const ImVec2& textSize, const ImVec2& align);
+
+ImGuiID getId(Containers::StringView text);
+
+void pushId(Containers::StringView text);
+
+void setTooltip(Containers::StringView text);
+
+/** @} */
+
+}

@@ -1,0 +1,41 @@
+#include "Ui/Ui.h"
+
+#include <Corrade/Containers/GrowableArray.h>
+#include <imgui.h>
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr std::size_t InitialPathCapacity = 64;
+
+}
+
+Ui::Ui(ProjectFile* const project, ChangeManager* const changes, EditorData* const editorData)
+    : project{project}, changes{changes}, editorData{editorData} {
+    Containers::arrayResize<Containers::ArrayMallocAllocator>(path, Corrade::ValueInit, InitialPathCapacity);
+}
+
+Ui::~Ui() = default;
+
+void Ui::pushFlags(const Flags added) {
+    Containers::arrayAppend<Containers::ArrayMallocAllocator>(flagStack, flags);
+    flags |= added;
+}
+
+void Ui::popFlags() {
+    flags = flagStack.back();
+    Containers::arrayRemoveSuffix<Containers::ArrayMallocAllocator>(flagStack, 1);
+}
+
+bool Ui::shortcutKeyPressed() {
+    const ImGuiIO& io = ImGui::GetIO();
+    return io.ConfigMacOSXBehaviors ? io.KeyCtrl : io.KeySuper;
+}
+
+bool Ui::pathKeyPressed() {
+    const ImGuiIO& io = ImGui::GetIO();
+    return io.ConfigMacOSXBehaviors ? io.KeySuper : io.KeyCtrl;
+}
+
+}
