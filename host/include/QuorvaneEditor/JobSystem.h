@@ -64,6 +64,9 @@ public:
     /** Blocks until a job has ended, running jobs of the GUI thread meanwhile. */
     void wait(int job);
 
+    /** Blocks until no job is left, those of the GUI thread included, and those that they dispatch. */
+    void waitForAll();
+
 private:
     struct State;
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** What the user asked for on the command line of the editor. */
+struct CommandLine {
+    /** The project's folder, empty for none. */
+    Containers::String project;
+
+    /** Where to write a picture of the window before ending; empty to go on. */
+    Containers::String screenshot;
+
+    /** Of the window, in pixels. */
+    Int width = 1600;
+    Int height = 1000;
+
+    /** Frames to draw before the picture is taken. */
+    Int frames = 12;
+
+    /** The folder of modules, empty for the one that belongs to the program. */
+    Containers::String modules;
+
+    /** Pixels per pixel at scale 1; 0 for what the desktop wants. */
+    float scale = 0.0f;
+};
+
+/** Reads a command line. Help goes to standard output, what is wrong with the line to error output.
+    @param exitCode     how to end when there is no answer: 0 after help
+    @return nothing when the program should end */
+QUORVANE_API Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* argv, int& exitCode);
+
+}

@@ -1,0 +1,73 @@
+#include "app/DesktopWindow.h"
+
+#define GLFW_INCLUDE_NONE
+#include <GLFW/glfw3.h>
+
+#include <Corrade/Utility/Debug.h>
+
+namespace QuorvaneEngine {
+
+namespace {
+
+/** The reason of the last failure, or an empty text. */
+const char* lastReason() {
+    const char* description = nullptr;
+    glfwGetError(&description);
+    return description ? description : "";
+}
+
+}
+
+DesktopWindow::~DesktopWindow() {
+    if(_window) glfwDestroyWindow(_window);
+    if(_initialized) glfwTerminate();
+}
+
+bool DesktopWindow::open(const char* title, const Options& options) {
+    _initialized = glfwInit();
+    if(!_initialized) {
+        Corrade::Utility::Error{} << "DesktopWindow::open(): the editor needs a display and found none:"
+                                  << lastReason();
+        return false;
+    }
+    glfwWindowHint(GLFW_CONTEXT_VERSION_MAJOR, 3);
+    glfwWindowHint(GLFW_CONTEXT_VERSION_MINOR, 3);
+    glfwWindowHint(GLFW_OPENGL_PROFILE, GLFW_OPENGL_CORE_PROFILE);
+    glfwWindowHint(GLFW_OPENGL_FORWARD_COMPAT, GLFW_TRUE);
+    glfwWindowHint(GLFW_VISIBLE, options.visible);
+    glfwWindowHint(GLFW_FOCUS_ON_SHOW, options.visible);
+    _window = glfwCreateWindow(options.width, options.height, title, nullptr, nullptr);
+    if(!_window) {
+        Corrade::Utility::Error{}
+            << "DesktopWindow::open(): the editor needs OpenGL 3.3, which this display does not offer:" << lastReason();
+        return false;
+    }
+    glfwMakeContextCurrent(_window);
+    // An invisible window has nobody to wait for.
+    glfwSwapInterval(options.visible);
+    return true;
+}
+
+void DesktopWindow::setTitle(const char* title) { glfwSetWindowTitle(_window, title); }
+
+float DesktopWindow::contentScale() const {
+    float x = 1.0f;
+    float y = 1.0f;
+    glfwGetWindowContentScale(_window, &x, &y);
+    return x > y ? x : y;
+}
+
+void DesktopWindow::pollEvents(double seconds) {
+    if(seconds > 0.0) glfwWaitEventsTimeout(seconds);
+    else glfwPollEvents();
+}
+
+bool DesktopWindow::takeCloseRequest() {
+    const bool requested = glfwWindowShouldClose(_window);
+    glfwSetWindowShouldClose(_window, GLFW_FALSE);
+    return requested;
+}
+
+void DesktopWindow::present() { glfwSwapBuffers(_window); }
+
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <Corrade/Containers/StringView.h>
+
+#include "QuorvaneEditor/Host.h"
+
+struct GLFWwindow;
+
+namespace QuorvaneEngine {
+
+/** A desktop window with an OpenGL 3.3 core context that is current on the calling thread. One at a time, on the GUI thread. */
+class QUORVANE_API DesktopWindow {
+public:
+    struct Options {
+        /** In pixels of the screen. */
+        Int width = 1600;
+        Int height = 1000;
+
+        /** An invisible window is drawn to all the same. */
+        bool visible = true;
+    };
+
+    DesktopWindow() = default;
+
+    /** Closes the window. */
+    ~DesktopWindow();
+
+    DesktopWindow(const DesktopWindow&) = delete;
+    DesktopWindow& operator=(const DesktopWindow&) = delete;
+
+    /** Opens the window. On failure prints an error, a sentence that says what is missing.
+        @param title    NUL-terminated */
+    bool open(const char* title, const Options& options);
+
+    GLFWwindow* handle() const { return _window; }
+
+    /** @param title    NUL-terminated */
+    void setTitle(const char* title);
+
+    /** Pixels on the screen per pixel at scale 1, as the desktop wants it. */
+    float contentScale() const;
+
+    /** Takes what the user did; blocks for up to @p seconds until there is something to take. */
+    void pollEvents(double seconds);
+
+    /** Whether the user has asked to close the window since the last call. */
+    bool takeCloseRequest();
+
+    /** Shows what was drawn. */
+    void present();
+
+private:
+    GLFWwindow* _window = nullptr;
+    bool _initialized = false;
+};
+
+}

@@ -1,0 +1,177 @@
+#include "app/EditorApplication.h"
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include <Corrade/Utility/Debug.h>
+
+#include "QuorvaneEditor/JobSystem.h"
+#include "Utils/Dialogs.h"
+#include "app/CommandLine.h"
+#include "app/DesktopWindow.h"
+#include "app/EditorFrame.h"
+#include "app/Fonts.h"
+#include "app/MessageLog.h"
+#include "app/Renderer.h"
+#include "app/Theme.h"
+#include "document/EditorSession.h"
+#include "modules/ModuleLoader.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr UnsignedInt WorkerThreads = 2;
+
+/* How long the editor sleeps while nobody touches it, in seconds, and how many frames it draws before: the GUI needs some to
+   settle. */
+constexpr double IdleSleep = 0.1;
+constexpr int BusyFrames = 8;
+
+/** The GUI's context, which must be there before anything that draws and go after it. */
+class GuiContext {
+public:
+    GuiContext() {
+        ImGui::CreateContext();
+        ImGuiIO& io = ImGui::GetIO();
+        // The library would write its file into the folder that the program was started from.
+        io.IniFilename = nullptr;
+        io.LogFilename = nullptr;
+        io.ConfigFlags |= ImGuiConfigFlags_DockingEnable | ImGuiConfigFlags_NavEnableKeyboard;
+        io.ConfigDockingWithShift = false;
+        io.ConfigWindowsMoveFromTitleBarOnly = true;
+    }
+    ~GuiContext() { ImGui::DestroyContext(); }
+    GuiContext(const GuiContext&) = delete;
+    GuiContext& operator=(const GuiContext&) = delete;
+};
+
+/** The folder above the one that holds the program. */
+std::filesystem::path prefix() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path();
+}
+
+Containers::String moduleFolder(const CommandLine& line) {
+    if(!line.modules.isEmpty()) return line.modules;
+    return (prefix() / "modules").c_str();
+}
+
+/** The icon font of an installed program, else the one that it was built with. */
+Containers::String iconFont() {
+    const std::filesystem::path installed =
+        prefix() / "share/quorvane" / std::filesystem::path{QUORVANE_ICON_FONT}.filename();
+    std::error_code error;
+    return std::filesystem::exists(installed, error) ? installed.c_str() : QUORVANE_ICON_FONT;
+}
+
+/** Follows the project's name. */
+class Title {
+public:
+    void update(DesktopWindow& window, EditorSession& session) {
+        std::string title = "Quorvane";
+        const Containers::StringView folder = session.folder();
+        if(!folder.isEmpty()) {
+            title = std::filesystem::path{folder.data()}.filename().string() + " - Quorvane";
+            if(session.hasUnsavedChanges()) title = "* " + title;
+        }
+        if(title == _shown) return;
+        window.setTitle(title.c_str());
+        _shown = std::move(title);
+    }
+
+private:
+    std::string _shown;
+};
+
+/** Everything that lives as long as the window does, in the order in which it is made. */
+class Editor {
+public:
+    explicit Editor(DesktopWindow& window, const CommandLine& line, MessageLog& log,
+        Containers::ArrayView<const ViewCondition> conditions)
+        : _window{window},
+          _line{line},
+          _renderer{window},
+          _modules{moduleFolder(line)},
+          _frame{_session, _jobs, _modules, log, conditions, openFolderDialog} {
+        const bool takesPicture = !line.screenshot.isEmpty();
+        Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
+        Fonts::load(iconFont());
+    }
+
+    ExitCode run() {
+        if(!_renderer.isReady()) return ExitCode::NoDisplay;
+        const bool takesPicture = !_line.screenshot.isEmpty();
+        if(!_line.project.isEmpty() && !_frame.open(_line.project) && takesPicture) return ExitCode::Failure;
+        if(takesPicture) return takePicture();
+        while(!_frame.isFinished()) {
+            waitForInput();
+            if(_window.takeCloseRequest()) _frame.requestQuit();
+            drawFrame();
+            _window.present();
+        }
+        return ExitCode::Success;
+    }
+
+private:
+    void drawFrame() {
+        _frame.prepare();
+        _title.update(_window, _session);
+        _renderer.beginFrame();
+        ImGui::NewFrame();
+        _frame.draw();
+        ImGui::Render();
+        _renderer.render();
+    }
+
+    ExitCode takePicture() {
+        for(Int i = 1; i < _line.frames; ++i) {
+            _window.pollEvents(0.0);
+            drawFrame();
+            _window.present();
+        }
+        drawFrame();
+        return _renderer.writeScreenshot(_line.screenshot) ? ExitCode::Success : ExitCode::Failure;
+    }
+
+    void waitForInput() {
+        _window.pollEvents(_busy > 0 ? 0.0 : IdleSleep);
+        const ImGuiContext& context = *ImGui::GetCurrentContext();
+        if(context.InputEventsQueue.Size || context.ActiveId) _busy = BusyFrames;
+        else if(_busy > 0) --_busy;
+    }
+
+    DesktopWindow& _window;
+    const CommandLine& _line;
+    GuiContext _context;
+    Renderer _renderer;
+    JobSystem _jobs{WorkerThreads};
+    EditorSession _session{&_jobs};
+    ModuleLoader _modules;
+    EditorFrame _frame;
+    Title _title;
+    int _busy = BusyFrames;
+};
+
+}
+
+ExitCode runEditor(int argc, const char* const* argv, Containers::ArrayView<const ViewCondition> conditions) {
+    int usage = 0;
+    const Containers::Optional<CommandLine> line = parseCommandLine(argc, argv, usage);
+    if(!line) return usage ? ExitCode::Usage : ExitCode::Success;
+
+    MessageLog log;
+    DesktopWindow window;
+    DesktopWindow::Options options;
+    options.width = line->width;
+    options.height = line->height;
+    options.visible = line->screenshot.isEmpty();
+    if(!window.open("Quorvane", options)) return ExitCode::NoDisplay;
+    return Editor{window, *line, log, conditions}.run();
+}
+
+}

@@ -1,0 +1,122 @@
+#include "app/EditorFrame.h"
+
+#include <imgui.h>
+
+#include "ChangeManager.h"
+#include "QuorvaneEditor/EditorState.h"
+#include "QuorvaneEditor/JobSystem.h"
+#include "app/DockLayout.h"
+#include "app/MessageLog.h"
+#include "app/MessagePanel.h"
+#include "app/StartPage.h"
+#include "app/StatusBar.h"
+#include "document/EditorSession.h"
+#include "modules/ModuleLoader.h"
+
+namespace QuorvaneEngine {
+
+EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& modules, MessageLog& log,
+    Containers::ArrayView<const ViewCondition> conditions, FolderDialog folderDialog)
+    : _session{&session},
+      _jobs{&jobs},
+      _modules{&modules},
+      _log{&log},
+      _folderDialog{folderDialog},
+      _ui{&session.project(), &session.changes(), &session.data()},
+      _application{session.editor(), _ui},
+      _messagesView{session.state().registerView(DockLayout::Bottom)},
+      _views{modules, _application, session.data(), conditions} {
+    session.state().isViewOpen(_messagesView) = false;
+}
+
+EditorFrame::~EditorFrame() {
+    _jobs->waitForAll();
+    // A handler's code may lie in a module, and the session lives longer than that.
+    _session->changes().reset(_session->project());
+}
+
+bool EditorFrame::open(Containers::StringView folder) {
+    const std::size_t first = _log->count();
+    if(!_session->open(folder)) {
+        const Containers::String problems = _log->problemsSince(first);
+        _questions.showFailure(problems.isEmpty() ? Containers::String{folder} : problems);
+        return false;
+    }
+    restartViews();
+    _log->note("Opened " + Containers::String{_session->folder()});
+    return true;
+}
+
+void EditorFrame::restartViews() {
+    // Their code lies in the modules.
+    _jobs->waitForAll();
+    _views.restart();
+}
+
+void EditorFrame::prepare() {
+    _jobs->runMainThreadJobs();
+    execute(std::exchange(_command, Command::None));
+    executeAnswer(std::exchange(_answer, Answer::None));
+    if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
+    _session->beginFrame();
+    _views.checkConditions();
+}
+
+void EditorFrame::execute(Command command) {
+    switch(command) {
+    case Command::None: return;
+    case Command::OpenProject: return chooseProject();
+    case Command::Save: save(); return;
+    case Command::Quit: _nextProject = {}; return proceed();
+    case Command::Undo: return _session->undo();
+    case Command::Redo: return _session->redo();
+    case Command::About: return _questions.showAbout();
+    case Command::ReloadModules:
+        _jobs->waitForAll();
+        _views.reload();
+        return _log->note("Loaded all modules anew");
+    }
+}
+
+void EditorFrame::chooseProject() {
+    _nextProject = _folderDialog("Open project", _session->folder());
+    if(!_nextProject.isEmpty()) proceed();
+}
+
+void EditorFrame::proceed() {
+    if(_session->hasUnsavedChanges()) _questions.askForUnsaved();
+    else executeAnswer(Answer::Discard);
+}
+
+void EditorFrame::executeAnswer(Answer answer) {
+    if(answer == Answer::None || answer == Answer::Cancel) return;
+    if(answer == Answer::Save && !save()) return;
+    if(_nextProject.isEmpty()) _finished = true;
+    else open(std::exchange(_nextProject, {}));
+}
+
+bool EditorFrame::save() {
+    if(!_session->save()) return false;
+    _log->note("Saved " + Containers::String{_session->folder()});
+    return true;
+}
+
+void EditorFrame::draw() {
+    const bool hasProject = !_session->folder().isEmpty();
+    const bool unsaved = hasProject && _session->hasUnsavedChanges();
+    const ChangeManager& changes = _session->changes();
+    const bool settled = !changes.isGroupOpen();
+    _command = MainMenu::draw(_session->state(), {unsaved, settled && changes.canUndo(), settled && changes.canRedo()});
+    if(StatusBar::draw(_session->folder(), unsaved, *_log)) {
+        bool& open = _session->state().isViewOpen(_messagesView);
+        open = !open;
+    }
+    if(hasProject) {
+        DockLayout::draw(_session->state());
+        _views.draw();
+        if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
+    } else if(StartPage::draw()) _command = Command::OpenProject;
+    _answer = _questions.draw();
+}
+
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+#include "QuorvaneEditor/QuorvaneEditorApplication.h"
+#include "Ui/Ui.h"
+#include "app/MainMenu.h"
+#include "app/Questions.h"
+#include "app/ViewCondition.h"
+#include "app/ViewSet.h"
+
+namespace QuorvaneEngine {
+
+class EditorSession;
+class MessageLog;
+class ModuleLoader;
+
+/** The editor without its window: what happens between two frames, and what is drawn in one. It needs a GUI context and nothing
+    that the context is shown on.
+
+    What the user asks for in a frame is done before the next one, so that nothing changes under a view that is being drawn. */
+class QUORVANE_API EditorFrame {
+public:
+    /** Lets the user choose a folder; empty when nothing was chosen. */
+    using FolderDialog = Containers::String (*)(Containers::StringView title, Containers::StringView defaultPath);
+
+    /** @param session      must outlive this object, as must the others
+        @param conditions   not copied */
+    explicit EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& modules, MessageLog& log,
+        Containers::ArrayView<const ViewCondition> conditions, FolderDialog folderDialog);
+
+    /** Takes leave of the views, and makes the session forget the handlers that they may have registered. */
+    ~EditorFrame();
+
+    EditorFrame(const EditorFrame&) = delete;
+    EditorFrame& operator=(const EditorFrame&) = delete;
+
+    /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
+        before, and the reason is shown. Between two frames. */
+    bool open(Containers::StringView folder);
+
+    /** What happens between two frames, in this order: jobs of the GUI thread, what the user asked for in the last frame, the
+        publication of the revision, the views' conditions. */
+    void prepare();
+
+    /** Draws the frame, between its begin and its end. */
+    void draw();
+
+    /** Ends the editor, after asking for unsaved changes. */
+    void requestQuit() { _command = Command::Quit; }
+
+    bool isFinished() const { return _finished; }
+
+    /** Why the last project could not be opened; empty when it could, and when the user has read it. */
+    Containers::StringView failure() const { return _questions.failure(); }
+
+    ViewSet& views() { return _views; }
+
+private:
+    void execute(Command command);
+    void executeAnswer(Answer answer);
+    void chooseProject();
+    void proceed();
+    void restartViews();
+    bool save();
+
+    EditorSession* _session;
+    JobSystem* _jobs;
+    ModuleLoader* _modules;
+    MessageLog* _log;
+    FolderDialog _folderDialog;
+    Ui _ui;
+    QuorvaneEditorApplication _application;
+    UnsignedInt _messagesView;
+    ViewSet _views;
+    Questions _questions;
+    Command _command = Command::None;
+    Answer _answer = Answer::None;
+
+    /** The folder to open when unsaved changes are dealt with; empty to end the editor. */
+    Containers::String _nextProject;
+    bool _finished = false;
+};
+
+}

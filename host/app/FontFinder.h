@@ -1,0 +1,22 @@
+#pragma once
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** A face of a font file on this machine. */
+struct FontFile {
+    Containers::String path;
+
+    /** Position of the face in a collection, such as a `.ttc` file. */
+    UnsignedInt face;
+};
+
+/** Finds fonts through fontconfig: first the text font, then for each major language whose letters (as fontconfig lists them) no
+    font so far has all of, the one that the machine thinks best for it. Empty when the machine has no font. */
+QUORVANE_API Containers::Array<FontFile> findTextFonts();
+
+}

@@ -1,0 +1,56 @@
+#include "app/Fonts.h"
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Path.h>
+#include <imgui.h>
+
+#include "app/FontFinder.h"
+
+namespace QuorvaneEngine::Fonts {
+
+namespace {
+
+/* Icons are as wide as high, stand on the text's base line and reach as far below as above its capitals. */
+constexpr float IconSize = Size * 0.80f;
+constexpr float IconDrop = 1.5f;
+constexpr float IconAdvance = IconSize * 1.25f;
+
+}
+
+void load(Containers::StringView iconFont) {
+    ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
+    ImGui::GetStyle().FontSizeBase = Size;
+    const Containers::Array<FontFile> files = findTextFonts();
+
+    const auto add = [&](const FontFile& file, bool merge) {
+        ImFontConfig config;
+        config.FontNo = file.face;
+        config.MergeMode = merge;
+        // A file that is gone since it was found is not worth ending the program.
+        config.Flags |= ImFontFlags_NoLoadError;
+        return atlas.AddFontFromFileTTF(file.path.data(), Size, &config) != nullptr;
+    };
+
+    const bool readable = !files.isEmpty() && add(files.front(), false);
+    if(!readable) {
+        Corrade::Utility::Warning{}
+            << "Fonts::load(): no font found on this machine, taking the GUI's own, which has few letters";
+        atlas.AddFontDefaultVector();
+    }
+
+    // Before the fallbacks: their private-use letters are not ours.
+    ImFontConfig config;
+    config.MergeMode = true;
+    config.PixelSnapH = true;
+    config.GlyphMinAdvanceX = IconAdvance;
+    config.GlyphOffset.y = IconDrop;
+    config.Flags |= ImFontFlags_NoLoadError;
+    const Containers::String path{iconFont};
+    if(!atlas.AddFontFromFileTTF(path.data(), IconSize, &config))
+        Corrade::Utility::Warning{} << "Fonts::load(): cannot read the icon font" << path;
+
+    for(std::size_t i = 1; i < files.size(); ++i) add(files[i], true);
+}
+
+}

@@ -1,0 +1,84 @@
+#include "app/MainMenu.h"
+
+#include <Corrade/Containers/StringView.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include <icons_font_awesome_6.h>
+
+#include "ImGuiGuards.h"
+#include "QuorvaneEditor/EditorState.h"
+#include "app/Widgets.h"
+
+namespace QuorvaneEngine::MainMenu {
+
+namespace {
+
+struct Entry {
+    const char* menu;
+    const char* icon;
+    const char* label;
+    const char* keys;
+    ImGuiKeyChord chord;
+    ImGuiKeyChord otherChord;
+    bool Available::*available;
+    Command command;
+    bool endsGroup;
+};
+
+constexpr Entry Entries[]{
+    {"File", ICON_FA_FOLDER_OPEN, "Open project...", "Ctrl+O", ImGuiMod_Ctrl | ImGuiKey_O, 0, nullptr,
+        Command::OpenProject, false},
+    {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
+        true},
+    {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
+        false},
+    {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,
+        false},
+    {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,
+        ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false},
+    {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
+    {"View", ICON_FA_ARROWS_ROTATE, "Reload modules", "", 0, 0, nullptr, Command::ReloadModules, false},
+    {"Help", ICON_FA_CIRCLE_INFO, "About", "", 0, 0, nullptr, Command::About, false},
+};
+
+constexpr const char* Menus[]{"File", "Edit", "View", "Help"};
+
+bool isAvailable(const Entry& entry, const Available& available) {
+    return !entry.available || available.*entry.available;
+}
+
+bool isPressed(const Entry& entry) {
+    for(ImGuiKeyChord chord: {entry.chord, entry.otherChord})
+        if(chord && ImGui::Shortcut(chord, ImGuiInputFlags_RouteGlobal | ImGuiInputFlags_Repeat)) return true;
+    return false;
+}
+
+void drawViewFlags(EditorState& state) {
+    for(UnsignedInt view = 0; view != state.viewCount(); ++view)
+        ImGui::MenuItem(state.viewTitle(view).data(), nullptr, &state.isViewOpen(view));
+}
+
+}
+
+Command draw(EditorState& state, const Available& available) {
+    Command chosen = Command::None;
+    if(const MainMenuBarGuard bar{ImGui::BeginMainMenuBar()}; bar)
+        for(const char* name: Menus) {
+            const MenuGuard menu{ImGui::BeginMenu(name)};
+            if(!menu) continue;
+            for(const Entry& entry: Entries) {
+                if(Containers::StringView{entry.menu} != name) continue;
+                if(!entry.label) drawViewFlags(state);
+                else if(ImGui::MenuItemEx(entry.label, entry.icon, entry.keys, false, isAvailable(entry, available)))
+                    chosen = entry.command;
+                if(entry.endsGroup) ImGui::Separator();
+            }
+        }
+    if(!ImGui::GetIO().WantTextInput)
+        for(const Entry& entry: Entries)
+            if(isAvailable(entry, available) && isPressed(entry)) chosen = entry.command;
+    return chosen;
+}
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** What the user can ask the host for, by menu or by keys. It is done between two frames. */
+enum class Command : std::uint8_t { None, OpenProject, Save, Quit, Undo, Redo, ReloadModules, About };
+
+namespace MainMenu {
+
+/** Which commands make sense now. */
+struct Available {
+    bool save = false;
+    bool undo = false;
+    bool redo = false;
+};
+
+/** Draws the menu bar of the main window, and listens to the keys of its commands, which a text input that is being edited keeps
+    for itself.
+    @return what was chosen */
+QUORVANE_API Command draw(EditorState& state, const Available& available);
+
+}
+
+}

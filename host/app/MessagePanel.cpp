@@ -1,0 +1,57 @@
+#include "app/MessagePanel.h"
+
+#include <imgui.h>
+
+#include <icons_font_awesome_6.h>
+
+#include "ImGuiGuards.h"
+#include "app/DockLayout.h"
+#include "app/Widgets.h"
+
+namespace QuorvaneEngine::MessagePanel {
+
+namespace {
+
+struct Look {
+    const char* icon;
+    ImVec4 color;
+};
+
+/* By severity */
+constexpr Look Looks[]{
+    {ICON_FA_ANGLE_RIGHT, {0.45f, 0.48f, 0.52f, 1.0f}},
+    {ICON_FA_CIRCLE_CHECK, {0.45f, 0.72f, 0.52f, 1.0f}},
+    {ICON_FA_TRIANGLE_EXCLAMATION, {0.95f, 0.76f, 0.36f, 1.0f}},
+    {ICON_FA_CIRCLE_XMARK, {0.93f, 0.45f, 0.42f, 1.0f}},
+};
+
+const Look& look(MessageLog::Severity severity) { return Looks[std::size_t(severity)]; }
+
+}
+
+const char* icon(MessageLog::Severity severity) { return look(severity).icon; }
+
+ImVec4 color(MessageLog::Severity severity) { return look(severity).color; }
+
+void draw(const MessageLog& log, bool* open) {
+    const WindowGuard window{ImGui::Begin(DockLayout::Bottom, open, ImGuiWindowFlags_HorizontalScrollbar)};
+    if(!window) return;
+    ImGuiListClipper clipper;
+    clipper.Begin(int(log.messages().size()), ImGui::GetTextLineHeightWithSpacing());
+    while(clipper.Step())
+        for(int i = clipper.DisplayStart; i != clipper.DisplayEnd; ++i) {
+            const MessageLog::Message& message = log.messages()[std::size_t(i)];
+            {
+                StyleGuard style;
+                style.color(ImGuiCol_Text, look(message.severity).color);
+                ImGui::TextUnformatted(look(message.severity).icon);
+            }
+            ImGui::SameLine(Widgets::scaled(40.0f));
+            if(message.severity == MessageLog::Severity::Detail) Widgets::paleText(message.text);
+            else Widgets::text(message.text);
+        }
+    // New messages stay in sight for whoever has scrolled to the end.
+    if(ImGui::GetScrollY() >= ImGui::GetScrollMaxY()) ImGui::SetScrollHereY(1.0f);
+}
+
+}

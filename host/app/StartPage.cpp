@@ -1,0 +1,32 @@
+#include "app/StartPage.h"
+
+#include <imgui.h>
+
+#include <icons_font_awesome_6.h>
+
+#include "ImGuiGuards.h"
+#include "app/Widgets.h"
+
+namespace QuorvaneEngine::StartPage {
+
+bool draw() {
+    const ImGuiViewport& viewport = *ImGui::GetMainViewport();
+    ImGui::SetNextWindowPos(viewport.WorkPos);
+    ImGui::SetNextWindowSize(viewport.WorkSize);
+    StyleGuard style;
+    style.color(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_DockingEmptyBg))
+        .variable(ImGuiStyleVar_WindowRounding, 0.0f)
+        .variable(ImGuiStyleVar_WindowBorderSize, 0.0f);
+    constexpr ImGuiWindowFlags Flags = ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoDocking |
+        ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoBringToFrontOnFocus;
+    const WindowGuard window{ImGui::Begin("Start", nullptr, Flags)};
+    if(!window) return false;
+    Widgets::centre(Widgets::scaled(460.0f), Widgets::scaled(150.0f));
+    const Widgets::BlockScope block{Widgets::scaled(460.0f)};
+    Widgets::heading(ICON_FA_FOLDER_OPEN, "No project is open");
+    Widgets::paleText("A project is a folder with a file project.json in it.");
+    ImGui::Spacing();
+    return Widgets::primaryButton("Open a project...");
+}
+
+}

@@ -1,0 +1,112 @@
+#include "app/ViewSet.h"
+
+#include <utility>
+
+#include <imgui.h>
+
+#include <icons_font_awesome_6.h>
+
+#include "EditorView.h"
+#include "ImGuiGuards.h"
+#include "QuorvaneEditor/EditorData.h"
+#include "QuorvaneEditor/QuorvaneEditorApplication.h"
+#include "app/Widgets.h"
+#include "modules/ModuleLoader.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr Int ModuleTypeView = 1;
+
+}
+
+ViewSet::ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, EditorData& data,
+    Containers::ArrayView<const ViewCondition> conditions)
+    : _modules{&modules}, _application{&application}, _data{&data}, _conditions{conditions} {
+    for(const Containers::String& name: modules.names()) {
+        AbstractModule* const module = modules.load(name);
+        if(!module) continue;
+        module->load();
+        if(module->moduleType() == ModuleTypeView) _entries.push_back(Entry{name, nullptr, nullptr, {}});
+    }
+    start();
+}
+
+ViewSet::~ViewSet() {
+    for(const Entry& entry: _entries)
+        if(entry.view) entry.view->deinit();
+}
+
+void ViewSet::start() {
+    for(Entry& entry: _entries) {
+        // A view's module has no other kind of object.
+        entry.view = static_cast<EditorView*>(_modules->load(entry.module));
+        if(entry.view) entry.view->init(ImGui::GetCurrentContext(), _data, _application);
+    }
+    _checkedRevision = -1;
+}
+
+void ViewSet::restart() {
+    for(Entry& entry: _entries) {
+        if(entry.view) entry.view->deinit();
+        entry.view = nullptr;
+        _modules->unload(entry.module);
+    }
+    start();
+}
+
+void ViewSet::reload() {
+    for(Entry& entry: _entries) entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
+    _checkedRevision = -1;
+}
+
+void ViewSet::checkConditions() {
+    const Int revision = _data->storedRevision();
+    if(revision == _checkedRevision) return;
+    _checkedRevision = revision;
+    for(Entry& entry: _entries) {
+        entry.failed = nullptr;
+        entry.reason = {};
+        if(!entry.view) continue;
+        for(const ViewCondition& condition: _conditions) {
+            if(condition.view != entry.view->title()) continue;
+            entry.reason = condition.reason(_application->editor());
+            if(entry.reason.isEmpty()) continue;
+            entry.failed = &condition;
+            break;
+        }
+    }
+}
+
+void ViewSet::draw() {
+    for(Entry& entry: _entries) {
+        if(!entry.view || !entry.view->open()) continue;
+        if(entry.failed) drawReason(entry);
+        else entry.view->draw();
+    }
+}
+
+void ViewSet::drawReason(Entry& entry) {
+    const WindowGuard window{ImGui::Begin(entry.view->title().data(), &entry.view->open(), ImGuiWindowFlags_None)};
+    if(!window) return;
+    const float width = Widgets::scaled(560.0f);
+    Widgets::centre(width, Widgets::scaled(160.0f));
+    const Widgets::BlockScope block{width};
+    Widgets::heading(ICON_FA_SCREWDRIVER_WRENCH, "This view cannot work with the project as it is");
+    Widgets::text(entry.reason);
+    ImGui::Spacing();
+    if(Widgets::primaryButton("Repair")) _repair = entry.failed;
+    ImGui::SameLine();
+    Widgets::paleText("One step, which Edit > Undo takes back");
+}
+
+Containers::StringView ViewSet::reason(UnsignedInt view) const {
+    for(const Entry& entry: _entries)
+        if(entry.view && entry.view->viewId() == view) return entry.reason;
+    return {};
+}
+
+const ViewCondition* ViewSet::takeRepair() { return std::exchange(_repair, nullptr); }
+
+}

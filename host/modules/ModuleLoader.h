@@ -1,0 +1,65 @@
+#pragma once
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** Loads modules from a folder: a library `<name>.so` beside its metadata `<name>.conf`.
+
+    A module that does not fit is refused, and the editor goes on without it: the plug-in manager's message goes to Error and is kept
+    in @ref messages() . Belongs to the GUI thread. */
+class QUORVANE_API ModuleLoader {
+public:
+    /** Looks for modules; none is loaded yet.
+        @param folder   with forward slashes; a folder that does not exist holds no modules, which is a message */
+    explicit ModuleLoader(Containers::StringView folder);
+
+    /** Stops and unloads every module. */
+    ~ModuleLoader();
+
+    ModuleLoader(const ModuleLoader&) = delete;
+    ModuleLoader& operator=(const ModuleLoader&) = delete;
+
+    Containers::StringView folder() const { return _folder; }
+
+    /** The names of what lies in the folder, in byte order, loaded or not. */
+    Containers::ArrayView<const Containers::String> names() const { return _names; }
+
+    /** Maps a module into the process and constructs its object; one that is loaded already is returned as it is.
+        @return owned by the loader, valid until the module is unloaded; null when it is refused */
+    AbstractModule* load(Containers::StringView name);
+
+    /** The module's object, null when it is not loaded. */
+    AbstractModule* module(Containers::StringView name) const;
+
+    /** Stops a module for good, destroys its object and takes its library out of the process, with all state that it kept in
+        variables of its own. A name that is not loaded is left alone.
+        @return whether the library is gone */
+    bool unload(Containers::StringView name);
+
+    /** Replaces a module by what its file holds now. The new object takes over the run-time state of the old one.
+        @return as for @ref load() ; the old object is gone in any case */
+    AbstractModule* reload(Containers::StringView name);
+
+    /** What was said of modules that were refused, one text each, in order. */
+    Containers::ArrayView<const Containers::String> messages() const { return _messages; }
+
+private:
+    struct Loaded;
+    struct State;
+
+    Loaded* find(Containers::StringView name) const;
+    bool discard(Loaded& loaded);
+    void keep(Containers::String&& message);
+
+    Containers::String _folder;
+    Containers::Array<Containers::String> _names;
+    Containers::Array<Containers::String> _messages;
+    Containers::Pointer<State> _state;
+};
+
+}
