@@ -1,0 +1,11 @@
+#include "QuorvaneEditor/AllLanguages.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+
+const Language AllLanguages[LanguageCount]{
+#include "AllLanguages.inc"
+};
+
+}

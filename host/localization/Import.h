@@ -1,0 +1,51 @@
+#pragma once
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+class FileSystem;
+class LocalizationReport;
+
+/** Takes terms over into a project, in three steps: files are read, which may refuse; then compared with the project, which
+    gives the report; then the project is changed, in one undo step. A preview leaves the last step out.
+
+    Nothing is ever deleted: a term that no file has keeps its texts, and an empty text changes nothing. */
+class QUORVANE_API Import {
+public:
+    /** @param editor           must outlive the import; its project must not change between @ref compare() and @ref apply()
+        @param defaultLanguage  index into @ref AllLanguages ; its file makes terms and changes their own texts */
+    explicit Import(QuorvaneEditor& editor, UnsignedInt defaultLanguage);
+    ~Import();
+    Import(const Import&) = delete;
+    Import& operator=(const Import&) = delete;
+
+    /** Reads a folder or a ZIP archive: `<code>/<namespace>.json` and `<code>.json`. Other files are passed over; of these, one
+        that is refused refuses the whole set.
+        @param path     absolute
+        @return whether all was read; @ref refusals() has something otherwise */
+    bool read(FileSystem& fileSystem, Containers::StringView path);
+
+    /** Why nothing is imported: each begins with the file, then line and column where they are known, with ": " between. */
+    Containers::ArrayView<const Containers::String> refusals() const;
+
+    /** Finds out what is to be done. To be called once, after @ref read() .
+        @param report   receives what becomes of every text
+        @return whether the project can take it; @ref refusals() has something otherwise */
+    bool compare(LocalizationReport& report);
+
+    /** Changes the project, as one group; nothing where all is as it was.
+        @param languages    those that the files brought are appended */
+    void apply(Containers::Array<UnsignedInt>& languages);
+
+private:
+    struct Data;
+
+    Containers::Pointer<Data> _data;
+};
+
+}
