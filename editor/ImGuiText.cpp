@@ -60,6 +60,23 @@ ImVec2 calcTextSize(const Containers::StringView text, const bool hideAfterHash,
 #endif
 }
 
+std::size_t calcLineEnd(const Containers::StringView text, const float wrapWidth) {
+    const Containers::StringView view = total(text);
+    ImFont& font = *ImGui::GetFont();
+#ifdef IMGUI_HAS_IMSTR
+    const char* const end =
+        font.CalcWordWrapPosition(ImGui::GetFontSize(), ImStrv{view.begin(), view.end()}, wrapWidth);
+#else
+    const char* const end = font.CalcWordWrapPosition(ImGui::GetFontSize(), view.begin(), view.end(), wrapWidth);
+#endif
+    return std::size_t(end - view.begin());
+}
+
+void renderText(const ImVec2& position, const Containers::StringView text) {
+    const Containers::StringView view = total(text);
+    ImGui::RenderText(position, view.begin(), view.end(), false);
+}
+
 void renderTextClipped(const ImVec2& min, const ImVec2& max, const Containers::StringView text, const ImVec2& textSize,
     const ImVec2& align) {
     const Containers::StringView view = total(text);

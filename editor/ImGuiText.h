@@ -51,6 +51,13 @@ void textUnformatted(Containers::StringView text);
     @param wrapWidth        in pixels; none when negative */
 ImVec2 calcTextSize(Containers::StringView text, bool hideAfterHash = false, float wrapWidth = -1.0f);
 
+/** The size in bytes of the first line of a text that is wrapped, without the blanks or the line break at its end.
+    @param wrapWidth    in pixels */
+std::size_t calcLineEnd(Containers::StringView text, float wrapWidth);
+
+/** Draws a text in the current window and the current colour; shows what follows "##". */
+void renderText(const ImVec2& position, Containers::StringView text);
+
 /** Hides what follows "##".
     @param textSize         as @ref calcTextSize() gives it, in pixels
     @param align            0 is left or top, 1 is right or bottom */

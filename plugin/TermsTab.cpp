@@ -1,0 +1,153 @@
+#include <algorithm>
+
+#include <Corrade/Utility/Format.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+#include <rapidjson/document.h>
+
+#include "ChangeManager.h"
+#include "ImGuiGuards.h"
+#include "ImGuiText.h"
+#include "LocalizationView.h"
+#include "QuorvaneEditor/EditorData.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "QuorvaneEditor/QuorvaneEditor.h"
+#include "ShownRows.h"
+#include "Ui/Ui.h"
+#include "ViewState.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+using namespace ViewState;
+
+namespace {
+
+constexpr ImGuiSelectableFlags RowFlags =
+    ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowOverlap | ImGuiSelectableFlags_SpanAvailWidth;
+
+/* The height of the toolkit's check box */
+float boxHeight() { return ImGui::GetFontSize() + 2.0f * Ui::scaled(1.0f); }
+
+/* Shows a key that cannot be a label, where and as far as a label would show it */
+void drawKey(const ImVec2& position, Containers::StringView key, const float height) {
+    const float lineHeight = ImGui::GetTextLineHeight();
+    const ImVec2 end{ImGui::GetCurrentWindow()->WorkRect.Max.x, position.y + height};
+    for(ImVec2 line = position; !key.isEmpty() && line.y < end.y; line.y += lineHeight) {
+        const Containers::StringView text = key.prefix(key.findOr('\n', key.end()).begin());
+        ImGui::PushClipRect(line, end, true);
+        renderText(line, text.prefix(std::min(text.size(), TermRows::LongText)));
+        ImGui::PopClipRect();
+        key = key.exceptPrefix(std::min(text.size() + 1, key.size()));
+    }
+}
+
+}
+
+void LocalizationView::drawTermsTab(const bool refilter) {
+    const bool searched = Ui::searchBar("termsearch"_s, _searchBuffer, ImGui::GetContentRegionAvail().x,
+        {0.0f, -Ui::scaled(4.0f)}, Ui::scaled(30.0f), false);
+    if(searched || refilter) filterTerms();
+
+    /* A child without a size fills its window, which is what the library makes of one that always resizes itself, too */
+    const ChildGuard body{ImGui::BeginChild("termtablebody")};
+    drawTermTable();
+}
+
+void LocalizationView::filterTerms() {
+    _filteredTerms.rebuild(editor().project(), Containers::StringView{_searchBuffer.data()});
+    lastSearch = _editorData->storedRevision();
+}
+
+void LocalizationView::drawTermTable() {
+    const TableGuard table{ImGui::BeginTable("termstable", 3, ImGuiTableFlags_Borders)};
+    if(!table) return;
+    ImGui::TableSetupColumn("Term", ImGuiTableColumnFlags_WidthStretch, 0.7f);
+    ImGui::TableSetupColumn("Source Text", ImGuiTableColumnFlags_WidthStretch);
+    ImGui::TableSetupColumn("Translatable?", ImGuiTableColumnFlags_WidthFixed, ImGui::CalcTextSize("Translatable?").x);
+    ImGui::TableHeadersRow();
+
+    /* The header row has fixed the columns, so the width at which texts wrap is known before the first of them is drawn */
+    ImGui::TableSetColumnIndex(1);
+    const ImGuiStyle& style = ImGui::GetStyle();
+    _filteredTerms.layOut(
+        {std::max(ImGui::GetContentRegionAvail().x, 1.0f), style.CellPadding.y, style.ItemSpacing.y, boxHeight()});
+    ImGui::TableEndRow(ImGui::GetCurrentTable());
+
+    std::size_t next = 0;
+    for(const TermRows::Range rows: ShownRows{_filteredTerms}) {
+        skipTermRows(next, rows.begin);
+        for(std::size_t row = rows.begin; row != rows.end; ++row) drawTermRow(row);
+        next = rows.end;
+    }
+    skipTermRows(next, _filteredTerms.size());
+}
+
+void LocalizationView::skipTermRows(const std::size_t begin, const std::size_t end) {
+    /* One row without content takes the place of all of them. The line above the row behind it belongs to that row. */
+    if(begin < end) ImGui::TableNextRow(ImGuiTableRowFlags_None, _filteredTerms.top(end) - _filteredTerms.top(begin));
+}
+
+void LocalizationView::drawTermRow(const std::size_t row) {
+    const Containers::StringView text = _filteredTerms.text(row);
+    ImGui::TableNextRow();
+
+    ImGui::TableNextColumn();
+    if(drawTermKey(row)) _selectedTerm = text;
+
+    ImGui::TableNextColumn();
+    if(_filteredTerms.lineStarts(row).isEmpty()) {
+        ImGui::PushTextWrapPos(0.0f);
+        textUnformatted(text);
+        ImGui::PopTextWrapPos();
+    } else drawLongText(row);
+
+    ImGui::TableNextColumn();
+    if(!_filteredTerms.key(row).isEmpty()) drawTranslatableBox(row);
+}
+
+bool LocalizationView::drawTermKey(const std::size_t row) {
+    /* Compared with the key, while a click stores the text: required so */
+    const Containers::StringView key = _filteredTerms.key(row);
+    const bool selected = _selectedTerm == key;
+    const ImVec2 size{0.0f, _filteredTerms.naturalHeight(row)};
+    if(_filteredTerms.isLabel(row)) return ImGui::Selectable(ImGuiText{key}, selected, RowFlags, size);
+
+    const IdGuard id{_filteredTerms.id(row)};
+    const ImVec2 position = ImGui::GetCursorScreenPos();
+    const bool clicked = ImGui::Selectable("##key", selected, RowFlags, size);
+    drawKey(position, key, size.y);
+    return clicked;
+}
+
+void LocalizationView::drawLongText(const std::size_t row) {
+    const Containers::StringView text = _filteredTerms.text(row);
+    const Containers::ArrayView<const UnsignedInt> starts = _filteredTerms.lineStarts(row);
+    const float lineHeight = ImGui::GetTextLineHeight();
+    const ImVec2 position = ImGui::GetCursorScreenPos();
+    const ImRect& clip = ImGui::GetCurrentWindow()->ClipRect;
+    const auto lineAt = [&](const float y) {
+        return std::size_t(std::clamp((y - position.y) / lineHeight, 0.0f, float(starts.size())));
+    };
+    const std::size_t first = lineAt(clip.Min.y);
+    const std::size_t last = std::min(lineAt(clip.Max.y) + 1, starts.size());
+    for(std::size_t line = first; line < last; ++line) {
+        const std::size_t end = line + 1 == starts.size() ? text.size() : starts[line + 1];
+        renderText({position.x, position.y + float(line) * lineHeight},
+            text.slice(starts[line], end).trimmedSuffix(" \t\r\n"_s));
+    }
+    ImGui::Dummy({ImGui::GetContentRegionAvail().x, _filteredTerms.wrappedHeight(row)});
+}
+
+void LocalizationView::drawTranslatableBox(const std::size_t row) {
+    const Containers::StringView token = _filteredTerms.token(row);
+    ui().pushScope(token, nullptr);
+    bool translatable = _filteredTerms.isTranslatable(row);
+    if(Ui::checkbox("##translatable"_s, &translatable))
+        editor().changeManager().pushChange(
+            Containers::StringView{Corrade::Utility::format("/localization/terms/{}/translatable", token)},
+            rapidjson::Value{translatable}, false);
+    ui().popScope();
+}
+
+}
