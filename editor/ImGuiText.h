@@ -20,10 +20,13 @@ namespace QuorvaneEngine {
 class ImGuiText {
 public:
     /** @param text     must outlive the object */
-    explicit ImGuiText(Containers::StringView text);
+    explicit ImGuiText(Containers::StringView text) {
+        if(passes(text)) pass(text);
+        else copy(text, {});
+    }
 
     /** Two texts joined, such as "##" and a name. */
-    explicit ImGuiText(Containers::StringView first, Containers::StringView second);
+    explicit ImGuiText(Containers::StringView first, Containers::StringView second) { copy(first, second); }
 
     ImGuiText(const ImGuiText&) = delete;
     ImGuiText& operator=(const ImGuiText&) = delete;
@@ -35,6 +38,15 @@ public:
 #endif
 
 private:
+#ifdef IMGUI_HAS_IMSTR
+    static bool passes(Containers::StringView) { return true; }
+#else
+    static bool passes(Containers::StringView text) {
+        return text.isEmpty() || (text.flags() & Containers::StringViewFlag::NullTerminated);
+    }
+#endif
+
+    void pass(Containers::StringView text);
     void copy(Containers::StringView first, Containers::StringView second);
 
     const char* _begin;
@@ -45,11 +57,24 @@ private:
 
 /** @{ @name Functions that take a text as two pointers in the released branches, so that nothing is copied */
 
-void textUnformatted(Containers::StringView text);
+inline void textUnformatted(Containers::StringView text) {
+#ifdef IMGUI_HAS_IMSTR
+    ImGui::TextUnformatted(ImStrv{text.begin(), text.end()});
+#else
+    ImGui::TextUnformatted(text.begin(), text.end());
+#endif
+}
 
 /** @param hideAfterHash    whether what follows "##" does not count
     @param wrapWidth        in pixels; none when negative */
-ImVec2 calcTextSize(Containers::StringView text, bool hideAfterHash = false, float wrapWidth = -1.0f);
+inline ImVec2 calcTextSize(Containers::StringView text, bool hideAfterHash = false, float wrapWidth = -1.0f) {
+    const Containers::StringView view = text.isEmpty() ? Containers::StringView{"", 0} : text;
+#ifdef IMGUI_HAS_IMSTR
+    return ImGui::CalcTextSize(ImStrv{view.begin(), view.end()}, hideAfterHash, wrapWidth);
+#else
+    return ImGui::CalcTextSize(view.begin(), view.end(), hideAfterHash, wrapWidth);
+#endif
+}
 
 /** The size in bytes of the first line of a text that is wrapped, without the blanks or the line break at its end.
     @param wrapWidth    in pixels */
