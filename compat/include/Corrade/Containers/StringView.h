@@ -15,10 +15,8 @@ namespace Implementation {
 /** Conversions from and to foreign string types; headers such as StringStl.h specialise it. */
 template <class, class> struct StringViewConverter;
 
-/** Strings keep their flags when they become a view, other runs of characters have none. */
-template <class> constexpr bool IsString = false;
-template <> inline constexpr bool IsString<String> = true;
-template <class T> constexpr bool IsString<BasicStringView<T>> = true;
+template <class> constexpr bool IsStringView = false;
+template <class T> constexpr bool IsStringView<BasicStringView<T>> = true;
 
 // Null where nothing is found. What is searched may be empty and null.
 const char* stringFind(const char* data, std::size_t size, const char* what, std::size_t whatSize);
@@ -77,9 +75,10 @@ public:
     requires(std::is_same_v<const U, T>) constexpr BasicStringView(BasicStringView<U> mutableView) noexcept
         : _data(mutableView._data), _size(mutableView._size) {}
 
+    /** Any other run of characters; a temporary String counts as one. No flags but the given ones. */
     template <class U>
     requires(Implementation::ViewableAs<U, T> &&
-        !Implementation::IsString<std::remove_cvref_t<U>>) constexpr BasicStringView(U&& data,
+        !Implementation::IsStringView<std::remove_cvref_t<U>>) constexpr BasicStringView(U&& data,
         StringViewFlags flags = {}) noexcept
         : BasicStringView(ArrayView<T>(data).data(), ArrayView<T>(data).size(), flags) {}
 
