@@ -13,23 +13,21 @@ constexpr zip_uint32_t Level = 6;
 
 bool add(zip_t* const archive, const StagedFile& file) {
     zip_source_t* const source = zip_source_buffer(archive, file.bytes.data(), file.bytes.size(), 0);
-    if (!source)
-        return false;
+    if(!source) return false;
     const zip_int64_t index = zip_file_add(archive, file.path.data(), source, ZIP_FL_ENC_UTF_8);
-    if (index < 0) {
+    if(index < 0) {
         zip_source_free(source);
         return false;
     }
     const zip_uint64_t entry = zip_uint64_t(index);
     return zip_file_set_dostime(archive, entry, 0, FirstDate, 0) == 0 &&
-           zip_file_set_external_attributes(archive, entry, 0, ZIP_OPSYS_UNIX, Permissions) == 0 &&
-           zip_set_file_compression(archive, entry, ZIP_CM_DEFLATE, Level) == 0;
+        zip_file_set_external_attributes(archive, entry, 0, ZIP_OPSYS_UNIX, Permissions) == 0 &&
+        zip_set_file_compression(archive, entry, ZIP_CM_DEFLATE, Level) == 0;
 }
 
 bool readBack(zip_source_t* const source, Containers::String& bytes) {
     zip_stat_t status;
-    if (zip_source_stat(source, &status) != 0 || zip_source_open(source) != 0)
-        return false;
+    if(zip_source_stat(source, &status) != 0 || zip_source_open(source) != 0) return false;
     bytes = Containers::String{Corrade::NoInit, std::size_t(status.size)};
     const zip_int64_t size = zip_source_read(source, bytes.data(), status.size);
     zip_source_close(source);
@@ -38,8 +36,8 @@ bool readBack(zip_source_t* const source, Containers::String& bytes) {
 
 }
 
-bool writeArchive(const Containers::ArrayView<const StagedFile> files, Containers::String& bytes,
-                  Containers::String& reason) {
+bool writeArchive(
+    const Containers::ArrayView<const StagedFile> files, Containers::String& bytes, Containers::String& reason) {
     zip_error_t error;
     zip_error_init(&error);
     const auto fail = [&](zip_error_t& why) {
@@ -49,28 +47,25 @@ bool writeArchive(const Containers::ArrayView<const StagedFile> files, Container
     };
 
     zip_source_t* const source = zip_source_buffer_create(nullptr, 0, 0, &error);
-    if (!source)
-        return fail(error);
+    if(!source) return fail(error);
     // Closing the archive would free what it was written into.
     zip_source_keep(source);
     zip_t* const archive = zip_open_from_source(source, ZIP_TRUNCATE, &error);
-    if (!archive) {
+    if(!archive) {
         zip_source_free(source);
         zip_source_free(source);
         return fail(error);
     }
     bool isDone = true;
-    for (const StagedFile& file : files)
-        isDone = isDone && add(archive, file);
-    if (!isDone || zip_close(archive) != 0) {
+    for(const StagedFile& file: files) isDone = isDone && add(archive, file);
+    if(!isDone || zip_close(archive) != 0) {
         fail(*zip_get_error(archive));
         zip_discard(archive);
         zip_source_free(source);
         return false;
     }
     isDone = readBack(source, bytes);
-    if (!isDone)
-        reason = Containers::String{zip_error_strerror(zip_source_error(source))};
+    if(!isDone) reason = Containers::String{zip_error_strerror(zip_source_error(source))};
     zip_source_free(source);
     zip_error_fini(&error);
     return isDone;

@@ -13,7 +13,7 @@ namespace QuorvaneEngine {
     @param bytes    receives the archive
     @param reason   set on failure
     @return whether it was made */
-QUORVANE_API bool writeArchive(Containers::ArrayView<const StagedFile> files, Containers::String& bytes,
-                               Containers::String& reason);
+QUORVANE_API bool writeArchive(
+    Containers::ArrayView<const StagedFile> files, Containers::String& bytes, Containers::String& reason);
 
 }

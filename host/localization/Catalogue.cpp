@@ -12,8 +12,7 @@ Catalogue::Catalogue(Catalogue&&) noexcept = default;
 Catalogue& Catalogue::operator=(Catalogue&&) noexcept = default;
 
 bool Catalogue::add(const Containers::StringView key, const Containers::StringView text) {
-    if (!_indices.emplace(Containers::String{key}, Int(_entries.size())).second)
-        return false;
+    if(!_indices.emplace(Containers::String{key}, Int(_entries.size())).second) return false;
     Containers::arrayAppend(_entries, CatalogueEntry{Containers::String{key}, Containers::String{text}});
     return true;
 }

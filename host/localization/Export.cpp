@@ -40,16 +40,14 @@ struct Exported {
 
     Exported(ProjectFile& project, LocalizationReport& report): terms{project} {
         TermTree tree;
-        for (std::size_t i = 0; i != terms.terms().size(); ++i) {
-            if (!terms.terms()[i].isTranslatable)
-                continue;
+        for(std::size_t i = 0; i != terms.terms().size(); ++i) {
+            if(!terms.terms()[i].isTranslatable) continue;
             Int other = -1;
             const TermConflict conflict = tree.insert(terms.canonicalKey(i), Int(i), other);
-            if (conflict == TermConflict::None)
-                indices.push_back(i);
+            if(conflict == TermConflict::None) indices.push_back(i);
             else
                 report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, terms.terms()[i].key,
-                           describe(conflict, other < 0 ? ""_s : terms.terms()[std::size_t(other)].key));
+                    describe(conflict, other < 0 ? ""_s : terms.terms()[std::size_t(other)].key));
         }
     }
 };
@@ -59,19 +57,17 @@ using ReadExisting = std::function<bool(const Containers::String& path, Containe
 
 class Exporting {
 public:
-    Exporting(const Export& request, LocalizationReport& report):
-        _request{request}, _report{report}, _exported{request.project, report} {}
+    Exporting(const Export& request, LocalizationReport& report)
+        : _request{request}, _report{report}, _exported{request.project, report} {}
 
     /** The files that every language gives, and whether each differs from the existing one. */
     bool make(const ReadExisting& readExisting) {
-        for (const UnsignedInt language : _request.languages) {
-            if (language >= LanguageCount)
-                continue;
+        for(const UnsignedInt language: _request.languages) {
+            if(language >= LanguageCount) continue;
             StagedFile file;
             file.path = TermFilePath::make(AllLanguages[language].code, DefaultNamespace);
             Containers::String existing;
-            if (!readExisting(file.path, existing))
-                return false;
+            if(!readExisting(file.path, existing)) return false;
             _report.addLanguage(language);
             file.bytes = text(language, existing);
             isChanged.push_back(file.bytes != existing);
@@ -92,14 +88,13 @@ private:
         const bool isDefault = language == _request.defaultLanguage;
         rapidjson::Value* const translations =
             isDefault ? nullptr : translationsOf(_request.project, AllLanguages[language].code);
-        for (const std::size_t i : _exported.indices) {
+        for(const std::size_t i: _exported.indices) {
             const ProjectTerm& term = _exported.terms.terms()[i];
-            if (isDefault && !term.source.data())
+            if(isDefault && !term.source.data())
                 _report.add(language, TermOutcome::Skipped, term.key, "its source is gone"_s);
             const Containers::StringView text =
                 isDefault ? term.source : translatedText(_request.project, translations, term.key);
-            if (!text.isEmpty())
-                catalogue.add(_exported.terms.canonicalKey(i), text);
+            if(!text.isEmpty()) catalogue.add(_exported.terms.canonicalKey(i), text);
         }
         compare(language, catalogue, existing);
         return writeI18Next(catalogue, hasOrder ? &existing : nullptr);
@@ -108,32 +103,32 @@ private:
     bool readOrder(const UnsignedInt language, const Containers::StringView bytes, Catalogue& existing) {
         Containers::Array<LeftOut> leftOut;
         JsonError error;
-        if (readI18Next(bytes, existing, leftOut, error)) {
-            for (const LeftOut& one : leftOut)
+        if(readI18Next(bytes, existing, leftOut, error)) {
+            for(const LeftOut& one: leftOut)
                 _report.add(language, TermOutcome::Skipped, one.key,
-                            Corrade::Utility::format("{}, and is no longer in the file", one.reason));
+                    Corrade::Utility::format("{}, and is no longer in the file", one.reason));
             return true;
         }
         _report.add(language, TermOutcome::Skipped, {},
-                    Corrade::Utility::format("the file that was there is replaced, its order is lost: {}:{}: {}",
-                                             error.line, error.column, error.reason));
+            Corrade::Utility::format("the file that was there is replaced, its order is lost: {}:{}: {}", error.line,
+                error.column, error.reason));
         existing = Catalogue{};
         return false;
     }
 
     void compare(const UnsignedInt language, const Catalogue& catalogue, const Catalogue& existing) {
-        for (const CatalogueEntry& entry : catalogue.entries()) {
+        for(const CatalogueEntry& entry: catalogue.entries()) {
             const Int before = existing.find(entry.key);
             _report.add(language,
-                        before == -1                                               ? TermOutcome::Added
-                        : existing.entries()[std::size_t(before)].text == entry.text ? TermOutcome::Unchanged
-                                                                                   : TermOutcome::Changed,
-                        entry.key);
+                before == -1                                                     ? TermOutcome::Added
+                    : existing.entries()[std::size_t(before)].text == entry.text ? TermOutcome::Unchanged
+                                                                                 : TermOutcome::Changed,
+                entry.key);
         }
-        for (const CatalogueEntry& entry : existing.entries())
-            if (!entry.text.isEmpty() && _exported.terms.find(entry.key) == -1)
+        for(const CatalogueEntry& entry: existing.entries())
+            if(!entry.text.isEmpty() && _exported.terms.find(entry.key) == -1)
                 _report.add(language, TermOutcome::Skipped, entry.key,
-                            "no term has this key, and it is no longer in the file"_s);
+                    "no term has this key, and it is no longer in the file"_s);
     }
 
     const Export& _request;
@@ -154,56 +149,46 @@ bool Export::toFolder(const Containers::StringView path, LocalizationReport& rep
     const bool isMade = exporting.make([&](const Containers::String& name, Containers::String& bytes) {
         const Containers::String file = Path::join(path, name);
         const int result = fileSystem.readFile(file, bytes);
-        if (result == EISDIR)
-            return fail(error, file, "is a folder where a file is needed"_s);
+        if(result == EISDIR) return fail(error, file, "is a folder where a file is needed"_s);
         // What is a file instead of a folder is said when the folder is made.
-        return result == 0 || result == ENOENT || result == ENOTDIR || fail(error, file, systemReason("read"_s, result));
+        return result == 0 || result == ENOENT || result == ENOTDIR ||
+            fail(error, file, systemReason("read"_s, result));
     });
-    if (!isMade)
-        return false;
+    if(!isMade) return false;
 
     Containers::Array<StagedFile> changed;
-    for (std::size_t i = 0; i != exporting.files.size(); ++i)
-        if (exporting.isChanged[i])
-            Containers::arrayAppend(changed, std::move(exporting.files[i]));
+    for(std::size_t i = 0; i != exporting.files.size(); ++i)
+        if(exporting.isChanged[i]) Containers::arrayAppend(changed, std::move(exporting.files[i]));
     return putInPlace(fileSystem, path, changed, error);
 }
 
 bool Export::toArchive(const Containers::StringView path, LocalizationReport& report, FileError& error) const {
     Containers::String target{path};
     Containers::Array<Containers::String> names;
-    if (fileSystem.listFolder(path, names) == 0 || path.hasSuffix('/'))
-        target = Path::join(path, "localization.zip"_s);
+    if(fileSystem.listFolder(path, names) == 0 || path.hasSuffix('/')) target = Path::join(path, "localization.zip"_s);
 
     Containers::String existing;
     const int result = fileSystem.readFile(target, existing);
-    if (result == EISDIR)
-        return fail(error, target, "is a folder where a file is needed"_s);
-    if (result == ENOTDIR)
-        return fail(error, Path::path(target), "is a file where a folder is needed"_s);
-    if (result != 0 && result != ENOENT)
-        return fail(error, target, systemReason("read"_s, result));
+    if(result == EISDIR) return fail(error, target, "is a folder where a file is needed"_s);
+    if(result == ENOTDIR) return fail(error, Path::path(target), "is a file where a folder is needed"_s);
+    if(result != 0 && result != ENOENT) return fail(error, target, systemReason("read"_s, result));
     ArchiveReader archive;
     ArchiveRefusal refusal;
     const bool isArchive = result == 0 && archive.open(existing, refusal);
-    if (result == 0 && !isArchive)
-        return fail(error, target, "is a file, but no ZIP archive that could be replaced"_s);
+    if(result == 0 && !isArchive) return fail(error, target, "is a file, but no ZIP archive that could be replaced"_s);
 
     Exporting exporting{*this, report};
     const bool isMade = exporting.make([&](const Containers::String& name, Containers::String& bytes) {
-        for (std::size_t i = 0; isArchive && i != archive.entries().size(); ++i)
-            if (archive.entries()[i].name == name && !archive.read(i, bytes, refusal))
+        for(std::size_t i = 0; isArchive && i != archive.entries().size(); ++i)
+            if(archive.entries()[i].name == name && !archive.read(i, bytes, refusal))
                 return fail(error, target, Corrade::Utility::format("{}: {}", refusal.entry, refusal.reason));
         return true;
     });
-    if (!isMade)
-        return false;
+    if(!isMade) return false;
     StagedFile file;
     Containers::String reason;
-    if (!writeArchive(exporting.files, file.bytes, reason))
-        return fail(error, target, reason);
-    if (file.bytes == existing)
-        return true;
+    if(!writeArchive(exporting.files, file.bytes, reason)) return fail(error, target, reason);
+    if(file.bytes == existing) return true;
     file.path = Path::filename(target);
     return putInPlace(fileSystem, Path::path(target), Containers::arrayView(&file, 1), error);
 }

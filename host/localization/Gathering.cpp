@@ -22,16 +22,13 @@ using namespace Containers::Literals;
 
 namespace {
 
-Containers::StringView viewOf(const rapidjson::Value& text) {
-    return {text.GetString(), text.GetStringLength()};
-}
+Containers::StringView viewOf(const rapidjson::Value& text) { return {text.GetString(), text.GetStringLength()}; }
 
 std::string copyOf(const Containers::StringView text) { return {text.data(), text.size()}; }
 
 bool holdsText(const Containers::StringView name) {
-    for (const Containers::StringView known : {"text"_s, "title"_s, "label"_s, "description"_s, "hint"_s})
-        if (name == known)
-            return true;
+    for(const Containers::StringView known: {"text"_s, "title"_s, "label"_s, "description"_s, "hint"_s})
+        if(name == known) return true;
     return name.hasSuffix("Text"_s);
 }
 
@@ -39,15 +36,14 @@ bool holdsText(const Containers::StringView name) {
 void appendWords(std::string& key, const Containers::StringView name) {
     bool isWordOpen = false;
     bool isLowerCase = false;
-    for (const char c : name) {
+    for(const char c: name) {
         const bool isUpper = c >= 'A' && c <= 'Z';
         const bool isLower = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (!isUpper && !isLower) {
+        if(!isUpper && !isLower) {
             isWordOpen = false;
             continue;
         }
-        if ((!isWordOpen || (isUpper && isLowerCase)) && !key.empty())
-            key += '_';
+        if((!isWordOpen || (isUpper && isLowerCase)) && !key.empty()) key += '_';
         key += isUpper ? char(c - 'A' + 'a') : c;
         isWordOpen = true;
         isLowerCase = isLower;
@@ -58,25 +54,22 @@ class Gatherer {
 public:
     explicit Gatherer(QuorvaneEditor& editor): _edit{editor} {
         const rapidjson::Value* const terms = editor.project().root()["localization"_s]["terms"_s].value();
-        if (!terms || !terms->IsObject())
-            return;
-        for (const auto& term : terms->GetObject()) {
+        if(!terms || !terms->IsObject()) return;
+        for(const auto& term: terms->GetObject()) {
             _keys.insert(copyOf(viewOf(term.name)));
-            if (!term.value.IsObject())
-                continue;
+            if(!term.value.IsObject()) continue;
             const auto source = term.value.FindMember("sourceText");
-            if (source != term.value.MemberEnd() && source->value.IsString())
+            if(source != term.value.MemberEnd() && source->value.IsString())
                 _sources.insert(copyOf(TermSource::path(viewOf(source->value))));
         }
     }
 
     /** @return false where a term cannot be kept in this project */
     bool gather(const rapidjson::Value& objects) {
-        for (const auto& object : objects.GetObject()) {
-            const Level level{copyOf(jsonPath({"objects"_s, viewOf(object.name)})), words({}, viewOf(object.name)),
-                              &object.value};
-            if (!gather(level))
-                return false;
+        for(const auto& object: objects.GetObject()) {
+            const Level level{
+                copyOf(jsonPath({"objects"_s, viewOf(object.name)})), words({}, viewOf(object.name)), &object.value};
+            if(!gather(level)) return false;
         }
         return true;
     }
@@ -99,25 +92,22 @@ private:
     // Levels wait on a heap of their own: nobody limits how deep the document in memory is.
     bool gather(const Level& object) {
         std::vector<Level> waiting{object};
-        while (!waiting.empty()) {
+        while(!waiting.empty()) {
             const Level level = std::move(waiting.back());
             waiting.pop_back();
             const std::size_t firstBelow = waiting.size();
-            if (level.value->IsObject()) {
-                for (const auto& member : level.value->GetObject()) {
+            if(level.value->IsObject()) {
+                for(const auto& member: level.value->GetObject()) {
                     const Containers::StringView name = viewOf(member.name);
                     const bool isText = member.value.IsString() && holdsText(name) && member.value.GetStringLength();
-                    if (!isText && !isContainer(member.value))
-                        continue;
+                    if(!isText && !isContainer(member.value)) continue;
                     Level below{level.path + copyOf(jsonPath({name})), words(level.key, name), &member.value};
-                    if (!isText)
-                        waiting.push_back(std::move(below));
-                    else if (!makeTerm(below))
-                        return false;
+                    if(!isText) waiting.push_back(std::move(below));
+                    else if(!makeTerm(below)) return false;
                 }
-            } else if (level.value->IsArray()) {
-                for (rapidjson::SizeType i = 0; i != level.value->Size(); ++i)
-                    if (isContainer((*level.value)[i])) {
+            } else if(level.value->IsArray()) {
+                for(rapidjson::SizeType i = 0; i != level.value->Size(); ++i)
+                    if(isContainer((*level.value)[i])) {
                         const std::string index = std::to_string(i);
                         waiting.push_back({level.path + '/' + index, level.key + '_' + index, &(*level.value)[i]});
                     }
@@ -131,11 +121,9 @@ private:
     static bool isContainer(const rapidjson::Value& value) { return value.IsObject() || value.IsArray(); }
 
     bool makeTerm(const Level& text) {
-        if (!_sources.insert(text.path).second)
-            return true;
+        if(!_sources.insert(text.path).second) return true;
         std::string key = text.key;
-        for (std::size_t i = 2; !_keys.insert(key).second; ++i)
-            key = text.key + '_' + std::to_string(i);
+        for(std::size_t i = 2; !_keys.insert(key).second; ++i) key = text.key + '_' + std::to_string(i);
 
         rapidjson::Value term{rapidjson::kObjectType};
         term.AddMember("sourceText", _edit.text({text.path.data(), text.path.size()}), _edit.allocator());
@@ -154,10 +142,9 @@ private:
 
 std::size_t gatherTerms(QuorvaneEditor& editor) {
     const rapidjson::Value* const objects = editor.project().root()["objects"_s].value();
-    if (!objects || !objects->IsObject())
-        return 0;
+    if(!objects || !objects->IsObject()) return 0;
     Gatherer gatherer{editor};
-    if (!gatherer.gather(*objects)) {
+    if(!gatherer.gather(*objects)) {
         Corrade::Utility::Warning{} << "LocalizationTools::gatherStrings(): /localization/terms: is no object";
         return 0;
     }

@@ -26,9 +26,8 @@ struct Walk {
     // As deep as files are nested, which the JSON reader limits.
     void members(const rapidjson::Value& object, const bool isRoot) {
         const std::size_t size = path.size();
-        for (const auto& member : object.GetObject()) {
-            if (!isRoot)
-                path += '.';
+        for(const auto& member: object.GetObject()) {
+            if(!isRoot) path += '.';
             append(TermKey::memberSegment({member.name.GetString(), member.name.GetStringLength()}));
             value(member.value);
             path.resize(size);
@@ -36,13 +35,13 @@ struct Walk {
     }
 
     void elements(const rapidjson::Value& array) {
-        if (array.Size() > rapidjson::SizeType(TermKey::MaxElements)) {
+        if(array.Size() > rapidjson::SizeType(TermKey::MaxElements)) {
             isTooLong = true;
             return;
         }
         const std::size_t size = path.size();
         Int index = 0;
-        for (const rapidjson::Value& element : array.GetArray()) {
+        for(const rapidjson::Value& element: array.GetArray()) {
             path += '.';
             append(TermKey::elementSegment(index++));
             value(element);
@@ -51,18 +50,15 @@ struct Walk {
     }
 
     void value(const rapidjson::Value& value) {
-        if (value.IsString())
-            catalogue.add(key(), {value.GetString(), value.GetStringLength()});
-        else if (value.IsNull())
-            catalogue.add(key(), {});
-        else if (value.IsObject() && !value.ObjectEmpty())
-            members(value, false);
-        else if (value.IsArray() && !value.Empty())
-            elements(value);
+        if(value.IsString()) catalogue.add(key(), {value.GetString(), value.GetStringLength()});
+        else if(value.IsNull()) catalogue.add(key(), {});
+        else if(value.IsObject() && !value.ObjectEmpty()) members(value, false);
+        else if(value.IsArray() && !value.Empty()) elements(value);
         else
-            skip(value.IsNumber() ? "is a number and no text"_s : value.IsBool() ? "is true or false and no text"_s
-                                                                : value.IsArray() ? "is an empty array"_s
-                                                                                  : "is an empty object"_s);
+            skip(value.IsNumber()     ? "is a number and no text"_s
+                    : value.IsBool()  ? "is true or false and no text"_s
+                    : value.IsArray() ? "is an empty array"_s
+                                      : "is an empty object"_s);
     }
 
     void append(const Containers::StringView segment) { path.append(segment.data(), segment.size()); }
@@ -80,13 +76,11 @@ bool refuse(JsonError& error, const Containers::StringView reason) {
 
 }
 
-bool readI18Next(const Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut,
-                 JsonError& error) {
+bool readI18Next(
+    const Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut, JsonError& error) {
     rapidjson::Document document;
-    if (!JsonReader::read(bytes, document, error))
-        return false;
-    if (!document.IsObject())
-        return refuse(error, "the file holds no object"_s);
+    if(!JsonReader::read(bytes, document, error)) return false;
+    if(!document.IsObject()) return refuse(error, "the file holds no object"_s);
     Walk walk{catalogue, leftOut, {}};
     walk.members(document, true);
     return !walk.isTooLong || refuse(error, "an array has too many elements"_s);

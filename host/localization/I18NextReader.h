@@ -31,7 +31,7 @@ struct LeftOut {
     @param leftOut      appended to
     @param error        set on failure
     @return whether the file was accepted; a refused one may leave part of its texts in @p catalogue */
-QUORVANE_API bool readI18Next(Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut,
-                              JsonError& error);
+QUORVANE_API bool readI18Next(
+    Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut, JsonError& error);
 
 }

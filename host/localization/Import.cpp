@@ -41,72 +41,65 @@ struct LanguageTexts {
 
 /** Sets a text member of an object, in its place where there is one. */
 void setMember(rapidjson::Value& object, const char* const name, rapidjson::Value&& text,
-               rapidjson::MemoryPoolAllocator<>& memory) {
+    rapidjson::MemoryPoolAllocator<>& memory) {
     const auto found = object.FindMember(name);
-    if (found != object.MemberEnd())
-        found->value = std::move(text);
-    else
-        object.AddMember(rapidjson::StringRef(name), std::move(text), memory);
+    if(found != object.MemberEnd()) found->value = std::move(text);
+    else object.AddMember(rapidjson::StringRef(name), std::move(text), memory);
 }
 
 /** Compares the texts of all files with the project and collects what is to be changed. */
 class Comparison {
 public:
-    Comparison(QuorvaneEditor& editor, ProjectEdit& edit, LocalizationReport& report):
-        _project{editor.project()}, _edit{edit}, _report{report}, _terms{_project} {}
+    Comparison(QuorvaneEditor& editor, ProjectEdit& edit, LocalizationReport& report)
+        : _project{editor.project()}, _edit{edit}, _report{report}, _terms{_project} {}
 
     void compareSources(const LanguageTexts& texts) {
-        for (const CatalogueEntry& entry : texts.catalogue.entries()) {
+        for(const CatalogueEntry& entry: texts.catalogue.entries()) {
             const Int index = _terms.find(entry.key);
-            if (entry.text.isEmpty())
-                _report.add(texts.language, TermOutcome::Empty, entry.key);
-            else if (index == -1)
-                makeTerm(texts.language, entry);
-            else
-                changeSource(texts.language, _terms.terms()[std::size_t(index)], entry);
+            if(entry.text.isEmpty()) _report.add(texts.language, TermOutcome::Empty, entry.key);
+            else if(index == -1) makeTerm(texts.language, entry);
+            else changeSource(texts.language, _terms.terms()[std::size_t(index)], entry);
         }
     }
 
     void compareTranslations(const LanguageTexts& texts) {
         const Containers::StringView code = AllLanguages[texts.language].code;
         rapidjson::Value* const translations = translationsOf(_project, code);
-        for (const CatalogueEntry& entry : texts.catalogue.entries()) {
-            if (entry.text.isEmpty()) {
+        for(const CatalogueEntry& entry: texts.catalogue.entries()) {
+            if(entry.text.isEmpty()) {
                 _report.add(texts.language, TermOutcome::Empty, entry.key);
                 continue;
             }
             const Int index = _terms.find(entry.key);
             const auto made = index == -1 ? _made.find(entry.key) : _made.end();
-            if (index == -1 && made == _made.end()) {
+            if(index == -1 && made == _made.end()) {
                 _report.add(texts.language, TermOutcome::Skipped, entry.key, "no term has this key"_s);
                 continue;
             }
-            if (index == -1) {
+            if(index == -1) {
                 translate(texts.language, nullptr, entry.key, made->second, entry.text);
                 continue;
             }
             const ProjectTerm& term = _terms.terms()[std::size_t(index)];
-            if (term.isTranslatable)
-                translate(texts.language, translations, term.key, sourceOf(term), entry.text);
-            else
-                _report.add(texts.language, TermOutcome::Skipped, term.key, "is not translatable"_s);
+            if(term.isTranslatable) translate(texts.language, translations, term.key, sourceOf(term), entry.text);
+            else _report.add(texts.language, TermOutcome::Skipped, term.key, "is not translatable"_s);
         }
     }
 
 private:
     void makeTerm(const UnsignedInt language, const CatalogueEntry& entry) {
-        if (!_tree) {
+        if(!_tree) {
             _tree.emplace();
             Int other = -1;
-            for (std::size_t i = 0; i != _terms.terms().size(); ++i)
+            for(std::size_t i = 0; i != _terms.terms().size(); ++i)
                 _tree->insert(_terms.canonicalKey(i), Int(i), other);
         }
         Int other = -1;
         const TermConflict conflict = _tree->insert(entry.key, Int(_terms.terms().size()), other);
-        if (conflict != TermConflict::None) {
+        if(conflict != TermConflict::None) {
             const bool isOld = other >= 0 && std::size_t(other) < _terms.terms().size();
             _report.add(language, TermOutcome::Skipped, entry.key,
-                        describe(conflict, isOld ? _terms.terms()[std::size_t(other)].key : "a new term"_s));
+                describe(conflict, isOld ? _terms.terms()[std::size_t(other)].key : "a new term"_s));
             return;
         }
         rapidjson::Value term{rapidjson::kObjectType};
@@ -122,48 +115,42 @@ private:
         const auto skip = [&](const Containers::StringView reason) {
             _report.add(language, TermOutcome::Skipped, term.key, reason);
         };
-        if (!term.isTranslatable)
-            return skip("is not translatable"_s);
-        if (!term.source.data())
+        if(!term.isTranslatable) return skip("is not translatable"_s);
+        if(!term.source.data())
             return skip(term.sourceText.isEmpty() ? Containers::String{"has no source"_s}
                                                   : format("its source {} is gone", term.sourceText));
         const auto [place, isNew] = _sources.emplace(TermSource::path(term.sourceText), entry.text);
-        if (!isNew && place->second != entry.text)
+        if(!isNew && place->second != entry.text)
             return skip(format("shares its source {} with another term, which has another text", term.sourceText));
-        if (term.source == entry.text) {
+        if(term.source == entry.text) {
             _report.add(language, TermOutcome::Unchanged, term.key);
             return;
         }
-        if (isNew)
-            _edit.replace(place->first, _edit.text(entry.text));
+        if(isNew) _edit.replace(place->first, _edit.text(entry.text));
         _report.add(language, TermOutcome::Changed, term.key);
     }
 
     /** The text of a term in the default language, as it will be. */
     Containers::StringView sourceOf(const ProjectTerm& term) const {
-        if (_sources.empty() || !term.source.data())
-            return term.source;
+        if(_sources.empty() || !term.source.data()) return term.source;
         const auto found = _sources.find(TermSource::path(term.sourceText));
         return found == _sources.end() ? term.source : Containers::StringView{found->second};
     }
 
     void translate(const UnsignedInt language, rapidjson::Value* const translations, const Containers::StringView key,
-                   const Containers::StringView source, const Containers::StringView text) {
+        const Containers::StringView source, const Containers::StringView text) {
         const Containers::StringView before = translatedText(_project, translations, key);
-        if (before == text) {
+        if(before == text) {
             _report.add(language, TermOutcome::Unchanged, key);
             return;
         }
         const rapidjson::Value* const existing =
             translations && translations->IsObject() ? _project.member(*translations, key) : nullptr;
         rapidjson::Value entry{rapidjson::kObjectType};
-        if (existing && existing->IsObject())
-            entry.CopyFrom(*existing, _edit.allocator());
+        if(existing && existing->IsObject()) entry.CopyFrom(*existing, _edit.allocator());
         setMember(entry, "text", _edit.text(text), _edit.allocator());
-        if (source.data())
-            setMember(entry, "source", _edit.text(fingerprint(source)), _edit.allocator());
-        else
-            entry.RemoveMember("source");
+        if(source.data()) setMember(entry, "source", _edit.text(fingerprint(source)), _edit.allocator());
+        else entry.RemoveMember("source");
         _edit.set({"localization"_s, "translations"_s, AllLanguages[language].code, key}, std::move(entry));
         _report.add(language, before.isEmpty() ? TermOutcome::Added : TermOutcome::Changed, key);
     }
@@ -183,8 +170,8 @@ private:
 }
 
 struct Import::Data {
-    Data(QuorvaneEditor& editor, const UnsignedInt defaultLanguage):
-        editor{editor}, defaultLanguage{defaultLanguage}, edit{editor} {}
+    Data(QuorvaneEditor& editor, const UnsignedInt defaultLanguage)
+        : editor{editor}, defaultLanguage{defaultLanguage}, edit{editor} {}
 
     bool refuse(Containers::String&& reason) {
         Containers::arrayAppend(refusals, std::move(reason));
@@ -194,12 +181,11 @@ struct Import::Data {
     /** Containers that texts are put into are objects, where they are there. */
     bool checkContainers() {
         checkContainer({"languages"_s});
-        if (!checkContainer({"localization"_s}))
-            return false;
+        if(!checkContainer({"localization"_s})) return false;
         checkContainer({"localization"_s, "terms"_s});
         checkContainer({"localization"_s, "strings"_s});
-        if (checkContainer({"localization"_s, "translations"_s}))
-            for (const LanguageTexts& one : texts)
+        if(checkContainer({"localization"_s, "translations"_s}))
+            for(const LanguageTexts& one: texts)
                 checkContainer({"localization"_s, "translations"_s, AllLanguages[one.language].code});
         return refusals.isEmpty();
     }
@@ -212,18 +198,17 @@ struct Import::Data {
 
     void addLanguages() {
         const rapidjson::Value* const known = editor.project().root()["languages"_s].value();
-        if (!known || known->ObjectEmpty()) {
+        if(!known || known->ObjectEmpty()) {
             rapidjson::Value marked{rapidjson::kObjectType};
             marked.AddMember("isDefault", rapidjson::Value{true}, edit.allocator());
             edit.set({"languages"_s, AllLanguages[defaultLanguage].code}, std::move(marked));
         }
-        for (const LanguageTexts& one : texts) {
+        for(const LanguageTexts& one: texts) {
             const Containers::StringView code = AllLanguages[one.language].code;
             const bool isKnown = known && !known->ObjectEmpty()
-                                     ? editor.project().root()["languages"_s].member(code).existsInProject()
-                                     : one.language == defaultLanguage;
-            if (!isKnown)
-                edit.set({"languages"_s, code}, rapidjson::Value{rapidjson::kObjectType});
+                ? editor.project().root()["languages"_s].member(code).existsInProject()
+                : one.language == defaultLanguage;
+            if(!isKnown) edit.set({"languages"_s, code}, rapidjson::Value{rapidjson::kObjectType});
         }
     }
 
@@ -236,8 +221,8 @@ struct Import::Data {
     Containers::Array<Containers::String> refusals;
 };
 
-Import::Import(QuorvaneEditor& editor, const UnsignedInt defaultLanguage):
-    _data{Corrade::InPlaceInit, editor, defaultLanguage} {}
+Import::Import(QuorvaneEditor& editor, const UnsignedInt defaultLanguage)
+    : _data{Corrade::InPlaceInit, editor, defaultLanguage} {}
 
 Import::~Import() = default;
 
@@ -245,12 +230,11 @@ Containers::ArrayView<const Containers::String> Import::refusals() const { retur
 
 bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
     Containers::Array<TermFile> files;
-    if (!readTermFiles(fileSystem, path, files, _data->passedOver, _data->refusals))
-        return false;
-    for (TermFile& file : files) {
+    if(!readTermFiles(fileSystem, path, files, _data->passedOver, _data->refusals)) return false;
+    for(TermFile& file: files) {
         LanguageTexts one{file.language, {}, {}};
         JsonError error;
-        if (!readI18Next(file.bytes, one.catalogue, one.leftOut, error)) {
+        if(!readI18Next(file.bytes, one.catalogue, one.leftOut, error)) {
             _data->refuse(format("{}:{}:{}: {}", file.name, error.line, error.column, error.reason));
             continue;
         }
@@ -262,33 +246,27 @@ bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
 }
 
 bool Import::compare(LocalizationReport& report) {
-    if (!_data->checkContainers())
-        return false;
-    for (const Containers::String& reason : _data->passedOver)
+    if(!_data->checkContainers()) return false;
+    for(const Containers::String& reason: _data->passedOver)
         report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, {}, reason);
 
     _data->addLanguages();
     Comparison comparison{_data->editor, _data->edit, report};
-    for (const LanguageTexts& texts : _data->texts) {
+    for(const LanguageTexts& texts: _data->texts) {
         report.addLanguage(texts.language);
-        if (texts.language == _data->defaultLanguage)
-            comparison.compareSources(texts);
-        else
-            comparison.compareTranslations(texts);
-        for (const LeftOut& one : texts.leftOut)
-            report.add(texts.language, TermOutcome::Skipped, one.key, one.reason);
+        if(texts.language == _data->defaultLanguage) comparison.compareSources(texts);
+        else comparison.compareTranslations(texts);
+        for(const LeftOut& one: texts.leftOut) report.add(texts.language, TermOutcome::Skipped, one.key, one.reason);
     }
     return true;
 }
 
 void Import::apply(Containers::Array<UnsignedInt>& languages) {
     _data->edit.push();
-    for (const LanguageTexts& one : _data->texts) {
+    for(const LanguageTexts& one: _data->texts) {
         bool isKnown = false;
-        for (const UnsignedInt language : languages)
-            isKnown = isKnown || language == one.language;
-        if (!isKnown)
-            Containers::arrayAppend(languages, one.language);
+        for(const UnsignedInt language: languages) isKnown = isKnown || language == one.language;
+        if(!isKnown) Containers::arrayAppend(languages, one.language);
     }
 }
 

@@ -6,15 +6,12 @@ namespace QuorvaneEngine {
 
 Containers::String jsonPath(const Containers::ArrayView<const Containers::StringView> names) {
     std::string path;
-    for (const Containers::StringView name : names) {
+    for(const Containers::StringView name: names) {
         path += '/';
-        for (const char c : name) {
-            if (c == '~')
-                path += "~0";
-            else if (c == '/')
-                path += "~1";
-            else
-                path += c;
+        for(const char c: name) {
+            if(c == '~') path += "~0";
+            else if(c == '/') path += "~1";
+            else path += c;
         }
     }
     return Containers::String{path.data(), path.size()};

@@ -3,9 +3,8 @@
 namespace QuorvaneEngine {
 
 Int findLanguage(const Containers::StringView code) {
-    for (UnsignedInt i = 0; i != LanguageCount; ++i)
-        if (AllLanguages[i].code == code)
-            return Int(i);
+    for(UnsignedInt i = 0; i != LanguageCount; ++i)
+        if(AllLanguages[i].code == code) return Int(i);
     return -1;
 }
 

@@ -43,7 +43,8 @@ public:
     static constexpr UnsignedInt NoLanguage = ~UnsignedInt{};
 
     /** Counts a text; unchanged and empty ones get no line. */
-    void add(UnsignedInt language, TermOutcome outcome, Containers::StringView term, Containers::StringView reason = {});
+    void add(
+        UnsignedInt language, TermOutcome outcome, Containers::StringView term, Containers::StringView reason = {});
 
     /** Counts for a language, from which on it is one of @ref languages() . */
     void addLanguage(UnsignedInt language);

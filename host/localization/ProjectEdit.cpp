@@ -38,12 +38,12 @@ rapidjson::Value copyOf(const Containers::StringView text, rapidjson::MemoryPool
     return rapidjson::Value{text.isEmpty() ? "" : text.data(), rapidjson::SizeType(text.size()), memory};
 }
 
-rapidjson::Value& memberContainer(rapidjson::Value& object, const Containers::StringView name,
-                                  rapidjson::MemoryPoolAllocator<>& memory) {
-    const rapidjson::Value key{rapidjson::StringRef(name.isEmpty() ? "" : name.data(), rapidjson::SizeType(name.size()))};
+rapidjson::Value& memberContainer(
+    rapidjson::Value& object, const Containers::StringView name, rapidjson::MemoryPoolAllocator<>& memory) {
+    const rapidjson::Value key{
+        rapidjson::StringRef(name.isEmpty() ? "" : name.data(), rapidjson::SizeType(name.size()))};
     const auto found = object.FindMember(key);
-    if (found != object.MemberEnd())
-        return found->value;
+    if(found != object.MemberEnd()) return found->value;
     object.AddMember(copyOf(name, memory), rapidjson::Value{rapidjson::kObjectType}, memory);
     return (object.MemberEnd() - 1)->value;
 }
@@ -58,28 +58,23 @@ bool ProjectEdit::set(const Containers::ArrayView<const Containers::StringView> 
     // How many names lead to the topmost container that is missing or empty; all of them where none is.
     std::size_t depth = 1;
     rapidjson::Value* container = &_data->editor.project().document();
-    for (; depth != names.size(); ++depth) {
-        if (!container->IsObject())
-            return false;
+    for(; depth != names.size(); ++depth) {
+        if(!container->IsObject()) return false;
         rapidjson::Value* const next = _data->editor.project().member(*container, names[depth - 1]);
-        if (!next || (next->IsObject() && next->ObjectEmpty()))
-            break;
+        if(!next || (next->IsObject() && next->ObjectEmpty())) break;
         container = next;
     }
-    if (depth == names.size()) {
-        if (!container->IsObject())
-            return false;
+    if(depth == names.size()) {
+        if(!container->IsObject()) return false;
         _data->wanted.push_back({jsonPath(names), std::move(value)});
         return true;
     }
 
     const Containers::String path = jsonPath(names.prefix(depth));
     const auto [place, isNew] = _data->containers.emplace(path, _data->wanted.size());
-    if (isNew)
-        _data->wanted.push_back({path, rapidjson::Value{rapidjson::kObjectType}});
+    if(isNew) _data->wanted.push_back({path, rapidjson::Value{rapidjson::kObjectType}});
     rapidjson::Value* made = &_data->wanted[place->second].value;
-    for (; depth + 1 != names.size(); ++depth)
-        made = &memberContainer(*made, names[depth], _data->memory);
+    for(; depth + 1 != names.size(); ++depth) made = &memberContainer(*made, names[depth], _data->memory);
     made->AddMember(copyOf(names.back(), _data->memory), std::move(value), _data->memory);
     return true;
 }
@@ -88,7 +83,8 @@ bool ProjectEdit::set(const std::initializer_list<Containers::StringView> names,
     return set(Containers::ArrayView<const Containers::StringView>{names.begin(), names.size()}, std::move(value));
 }
 
-bool ProjectEdit::setText(const std::initializer_list<Containers::StringView> names, const Containers::StringView text) {
+bool ProjectEdit::setText(
+    const std::initializer_list<Containers::StringView> names, const Containers::StringView text) {
     return set(names, this->text(text));
 }
 
@@ -103,13 +99,11 @@ rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& ProjectEdit::allocator(
 bool ProjectEdit::isEmpty() const { return _data->wanted.empty(); }
 
 void ProjectEdit::push() {
-    if (isEmpty())
-        return;
+    if(isEmpty()) return;
     {
         ChangeManager& changes = _data->editor.changeManager();
         const ChangeGroup group{changes};
-        for (Data::Wanted& one : _data->wanted)
-            changes.pushChange(std::move(one.path), &one.value, false);
+        for(Data::Wanted& one: _data->wanted) changes.pushChange(std::move(one.path), &one.value, false);
     }
     _data->wanted.clear();
     _data->containers.clear();

@@ -49,8 +49,8 @@ private:
 
 /** The text of a term in a language, of `/localization/translations/<code>`; empty where it has none.
     @param translations     that object, or null or any other value */
-QUORVANE_API Containers::StringView translatedText(ProjectFile& project, rapidjson::Value* translations,
-                                                   Containers::StringView term);
+QUORVANE_API Containers::StringView translatedText(
+    ProjectFile& project, rapidjson::Value* translations, Containers::StringView term);
 
 /** `/localization/translations/<code>`, or null. */
 QUORVANE_API rapidjson::Value* translationsOf(ProjectFile& project, Containers::StringView code);

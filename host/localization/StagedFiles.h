@@ -24,6 +24,6 @@ struct StagedFile {
     @param error    set on failure; files and folders are then as they were
     @return whether all are in place */
 QUORVANE_API bool putInPlace(FileSystem& fileSystem, Containers::StringView folder,
-                             Containers::ArrayView<const StagedFile> files, FileError& error);
+    Containers::ArrayView<const StagedFile> files, FileError& error);
 
 }

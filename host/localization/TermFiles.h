@@ -31,7 +31,6 @@ struct TermFile {
     @param refusals     receives a sentence for everything that is refused, beginning with its name
     @return whether nothing was refused */
 QUORVANE_API bool readTermFiles(FileSystem& fileSystem, Containers::StringView path, Containers::Array<TermFile>& files,
-                                Containers::Array<Containers::String>& passedOver,
-                                Containers::Array<Containers::String>& refusals);
+    Containers::Array<Containers::String>& passedOver, Containers::Array<Containers::String>& refusals);
 
 }

@@ -15,8 +15,7 @@ Containers::String path(const Containers::StringView sourceText) {
 }
 
 rapidjson::Value* value(ProjectFile& project, const Containers::StringView sourceText) {
-    if (sourceText.isEmpty())
-        return nullptr;
+    if(sourceText.isEmpty()) return nullptr;
     rapidjson::Value* const found = project.root()[sourceText].value();
     return found && found->IsString() ? found : nullptr;
 }
