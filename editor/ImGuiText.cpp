@@ -33,6 +33,11 @@ void ImGuiText::copy(const Containers::StringView first, const Containers::Strin
     *out = '\0';
 }
 
+void renderText(const ImVec2& position, const Containers::StringView text) {
+    const Containers::StringView view = total(text);
+    ImGui::RenderText(position, view.begin(), view.end(), false);
+}
+
 void renderTextClipped(const ImVec2& min, const ImVec2& max, const Containers::StringView text, const ImVec2& textSize,
     const ImVec2& align) {
     const Containers::StringView view = total(text);

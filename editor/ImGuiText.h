@@ -78,7 +78,16 @@ inline ImVec2 calcTextSize(Containers::StringView text, bool hideAfterHash = fal
 
 /** The size in bytes of the first line of a text that is wrapped, without the blanks or the line break at its end.
     @param wrapWidth    in pixels */
-std::size_t calcLineEnd(Containers::StringView text, float wrapWidth);
+inline std::size_t calcLineEnd(Containers::StringView text, float wrapWidth) {
+    ImFont& font = *ImGui::GetFont();
+#ifdef IMGUI_HAS_IMSTR
+    const ImStrv view{text.begin(), text.end()};
+    return std::size_t(font.CalcWordWrapPosition(ImGui::GetFontSize(), view, wrapWidth) - text.begin());
+#else
+    return std::size_t(
+        font.CalcWordWrapPosition(ImGui::GetFontSize(), text.begin(), text.end(), wrapWidth) - text.begin());
+#endif
+}
 
 /** Draws a text in the current window and the current colour; shows what follows "##". */
 void renderText(const ImVec2& position, Containers::StringView text);
