@@ -1,3 +1,6 @@
 #include "app/EditorApplication.h"
+#include "app/ViewConditions.h"
 
-int main(int argc, char** argv) { return int(QuorvaneEngine::runEditor(argc, argv, {})); }
+int main(int argc, char** argv) {
+    return int(QuorvaneEngine::runEditor(argc, argv, QuorvaneEngine::viewConditions()));
+}

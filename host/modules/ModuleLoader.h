@@ -15,7 +15,7 @@ namespace QuorvaneEngine {
 class QUORVANE_API ModuleLoader {
 public:
     /** Looks for modules; none is loaded yet.
-        @param folder   with forward slashes; a folder that does not exist holds no modules, which is a message */
+        @param folder   with forward slashes, empty for the current one; a folder that does not exist holds no modules, which is a message */
     explicit ModuleLoader(Containers::StringView folder);
 
     /** Stops and unloads every module. */

@@ -17,8 +17,6 @@ class JobSystemTest: public testing::TestWithParam<UnsignedInt> {};
 INSTANTIATE_TEST_SUITE_P(
     Threads, JobSystemTest, testing::Values(0u, 1u, 4u), [](const auto& info) { return std::to_string(info.param); });
 
-using JobSystemDeathTest = JobSystemTest;
-
 TEST_P(JobSystemTest, IdsAreCountedFromZero) {
     JobSystem jobs{GetParam()};
     EXPECT_EQ(jobs.dispatch([] {}, {}, {}), 0);
@@ -238,7 +236,7 @@ TEST(JobSystemWorkers, AJobWithoutFlagsLeavesTheGuiThreadAlone) {
     EXPECT_NE(thread, std::thread::id{});
 }
 
-TEST_P(JobSystemDeathTest, AJobThatWaitsForItselfAborts) {
+TEST_P(JobSystemTest, AJobThatWaitsForItselfAborts) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(
         {

@@ -31,7 +31,7 @@ bool isInProcess(const char* file) {
     return handle;
 }
 
-enum Counted { Draws, Inits, Deinits };
+enum Counted { Draws, Inits, Deinits, EmptyLoads };
 
 /** A counter of the module in the process. */
 int counter(Counted which) {
@@ -120,6 +120,16 @@ TEST(ModuleLoader, LoadingALoadedModuleGivesTheSameObject) {
     ModuleLoader loader{Good};
     AbstractModule* const module = loader.load("Counter");
     EXPECT_EQ(loader.load("Counter"), module);
+}
+
+TEST(ModuleLoader, LoadingWithoutArgumentsStartsAModuleWithAnEmptyState) {
+    ModuleLoader loader{Good};
+    AbstractModule* const module = loader.load("Counter");
+    ASSERT_TRUE(module);
+    EXPECT_EQ(counter(EmptyLoads), 0);
+    module->load();
+    EXPECT_EQ(counter(EmptyLoads), 1);
+    EXPECT_EQ(counter(Inits), 0);
 }
 
 TEST(ModuleLoader, UnloadingTakesTheLibraryOutOfTheProcess) {
