@@ -26,7 +26,7 @@ public:
     template <class T>
     requires(!std::is_same_v<std::remove_cvref_t<T>, Function> && std::is_invocable_r_v<R, T&, Args...>)
         Function(T&& callable) { // NOLINT(bugprone-forwarding-reference-overload)
-        using Type = std::remove_cvref_t<T>;
+        using Type = std::decay_t<T>;
         if constexpr(std::is_trivially_copyable_v<Type> && sizeof(Type) <= StorageSize &&
             alignof(Type) <= alignof(std::max_align_t)) {
             new(_storage) Type(std::forward<T>(callable));
