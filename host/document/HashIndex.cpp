@@ -64,8 +64,9 @@ void HashIndex::erase(std::uint32_t hash, std::uint32_t position) {
 }
 
 void HashIndex::closeGap(std::uint32_t position) {
+    // No branch: which positions are higher is random in the order of slots.
     for(Slot& slot: _slots)
-        if(slot.position != None && slot.position > position) --slot.position;
+        slot.position -= std::uint32_t(slot.position > position) & std::uint32_t(slot.position != None);
 }
 
 }

@@ -14,13 +14,15 @@ namespace {
 /** Needles of up to this many bytes are folded on the stack. */
 constexpr std::size_t LocalSize = 256;
 
+unsigned char foldAscii(unsigned char byte) { return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte; }
+
 /** Reads one character from text that is not empty and folds it. A byte that is not valid UTF-8 becomes a number beyond
     Unicode. */
 UChar32 foldNext(const char*& at, const char* end) {
     const unsigned char byte = static_cast<unsigned char>(*at);
     if(byte < 0x80) {
         ++at;
-        return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
+        return foldAscii(byte);
     }
     // No character has more than four bytes.
     const std::int32_t size = std::int32_t(end - at < 4 ? end - at : 4);
@@ -57,22 +59,34 @@ void fold(Containers::StringView text, Needle& needle) {
     }
 }
 
+/** The first byte from @p at on that is not ASCII, or folds to a character. */
+const char* skip(const char* at, const char* end, UChar32 character) {
+    while(at != end && !(*at & 0x80) && foldAscii(static_cast<unsigned char>(*at)) != character) ++at;
+    return at;
+}
+
 /** Knuth, Morris and Pratt's search, linear whatever the texts are. */
 std::ptrdiff_t search(Containers::StringView haystack, const Needle& needle) {
     const char* const end = haystack.end();
+    const char* anchor = haystack.begin();
+    std::size_t sinceAnchor = 0;
     std::size_t matched = 0;
-    std::size_t read = 0;
-    for(const char* at = haystack.begin(); at != end;) {
+    for(const char* at = anchor; at != end;) {
+        if(!matched) {
+            at = skip(at, end, needle.characters[0]);
+            if(at == end) break;
+            anchor = at;
+            sinceAnchor = 0;
+        }
         const UChar32 character = foldNext(at, end);
-        ++read;
+        ++sinceAnchor;
         while(matched && character != needle.characters[matched]) matched = needle.borders[matched - 1];
         if(character == needle.characters[matched]) ++matched;
         if(matched != needle.size) continue;
 
-        // Characters that match may differ in size, so where the match begins is found by counting from the start.
-        const char* found = haystack.begin();
-        for(std::size_t i = 0; i != read - matched; ++i) foldNext(found, end);
-        return found - haystack.begin();
+        // Characters that match may differ in size, so where the match begins is found by counting.
+        for(; sinceAnchor != matched; --sinceAnchor) foldNext(anchor, end);
+        return anchor - haystack.begin();
     }
     return -1;
 }
