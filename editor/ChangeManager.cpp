@@ -102,7 +102,7 @@ void eraseChild(rapidjson::Value& container, const rapidjson::Value* const value
 
 }
 
-ChangeManager::ChangeManager() { Containers::arrayReserve(_changes, ReservedChanges); }
+ChangeManager::ChangeManager() { _changes.reserve(ReservedChanges); }
 
 ChangeManager::ChangeManager(ProjectFile& project): ChangeManager{} { _project = &project; }
 
@@ -110,7 +110,7 @@ ChangeManager::~ChangeManager() = default;
 
 void ChangeManager::reset(ProjectFile& project) {
     _project = &project;
-    Containers::arrayRemoveSuffix(_changes, _changes.size());
+    _changes.clear();
     _lastChange = -1;
     _handlers.clear();
 }
@@ -126,8 +126,8 @@ void ChangeManager::pushChange(Containers::String&& path, const rapidjson::Value
         assertLastChange();
     } else {
         ++_lastChange;
-        Containers::arrayRemoveSuffix(_changes, _changes.size() - std::size_t(_lastChange));
-        Containers::arrayAppend(_changes, Corrade::InPlaceInit);
+        _changes.erase(_changes.begin() + _lastChange, _changes.end());
+        _changes.emplace_back();
         if(_savedChange == _lastChange) _savedChange = -1;
         assertLastChange();
         Change& change = _changes[_lastChange];

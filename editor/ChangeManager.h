@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/Pointer.h>
@@ -87,7 +89,7 @@ public:
     bool canRedo() const { return std::size_t(_lastChange + 1) < _changes.size(); }
 
     /** The log, with the redo history at its end. */
-    Containers::ArrayView<const Change> changes() const { return _changes; }
+    Containers::ArrayView<const Change> changes() const { return {_changes.data(), _changes.size()}; }
 
     /** Index of the last applied change in @ref changes() , -1 for none. */
     Int lastChangeIndex() const { return _lastChange; }
@@ -131,7 +133,9 @@ private:
     Int _group = -1;
     Int _lastGroup = 0;
     ProjectFile* _project = nullptr;
-    Containers::Array<Change> _changes;
+    /* Views push from libraries of their own, which are unloaded before the log ends: a growable array of Containers would keep
+       the address of its deleter in the one that grew it last. */
+    std::vector<Change> _changes;
     StaticMap<Containers::Pointer<ChangeHandler>> _handlers;
 };
 

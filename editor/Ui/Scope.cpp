@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <utility>
 
-#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Debug.h>
 
 #include "ImGuiText.h"
@@ -54,9 +54,12 @@ void Ui::pushScope(const Containers::StringView name, unsigned* const id) {
     std::size_t size = std::strlen(path.data());
     if(name[0] != '/') path[size++] = '/';
     const std::size_t needed = size + name.size() + 1;
-    if(needed > path.size())
-        Containers::arrayResize<Containers::ArrayMallocAllocator>(
-            path, Corrade::ValueInit, std::max(needed, path.size() + PathGrowth));
+    if(needed > path.size()) {
+        // A growable array would keep the address of its deleter, which is gone when the view that grew it is unloaded.
+        Containers::Array<char> larger{Corrade::ValueInit, std::max(needed, path.size() + PathGrowth)};
+        std::memcpy(larger.data(), path.data(), size);
+        path = std::move(larger);
+    }
     std::memcpy(path.data() + size, name.data(), name.size());
     path[size + name.size()] = '\0';
 }

@@ -1,6 +1,5 @@
 #include "Ui/Ui.h"
 
-#include <Corrade/Containers/GrowableArray.h>
 #include <imgui.h>
 
 namespace QuorvaneEngine {
@@ -12,20 +11,18 @@ constexpr std::size_t InitialPathCapacity = 64;
 }
 
 Ui::Ui(ProjectFile* const project, ChangeManager* const changes, EditorData* const editorData)
-    : project{project}, changes{changes}, editorData{editorData} {
-    Containers::arrayResize<Containers::ArrayMallocAllocator>(path, Corrade::ValueInit, InitialPathCapacity);
-}
+    : project{project}, changes{changes}, editorData{editorData}, path{Corrade::ValueInit, InitialPathCapacity} {}
 
 Ui::~Ui() = default;
 
 void Ui::pushFlags(const Flags added) {
-    Containers::arrayAppend<Containers::ArrayMallocAllocator>(flagStack, flags);
+    flagStack.push_back(flags);
     flags |= added;
 }
 
 void Ui::popFlags() {
     flags = flagStack.back();
-    Containers::arrayRemoveSuffix<Containers::ArrayMallocAllocator>(flagStack, 1);
+    flagStack.pop_back();
 }
 
 bool Ui::shortcutKeyPressed() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/EnumSet.h>
 #include <Corrade/Containers/StringView.h>
@@ -122,11 +124,14 @@ public:
     ChangeManager* changes;
     EditorData* editorData;
 
+    /* Views grow these from libraries of their own, which are unloaded before this object ends: they keep no address of a function
+       of the one that grew them. */
+
     /** The scope path, NUL-terminated; its size is the capacity, which only grows. */
     Containers::Array<char> path;
 
     /** The flags that @ref popFlags() restores. */
-    Containers::Array<Flags> flagStack;
+    std::vector<Flags> flagStack;
 
     /** The flags in force. */
     Flags flags;
