@@ -110,12 +110,12 @@ private:
     bool keepOld() {
         for(std::size_t i = 0; i != _files.size(); ++i) {
             int result = _fileSystem.linkFile(target(i), old(i));
-            if(result == ENOENT) continue;
-            if(result) {
+            if(result && result != ENOENT) {
                 Containers::String bytes;
                 result = _fileSystem.readFile(target(i), bytes);
                 if(!result) result = _fileSystem.writeFile(old(i), bytes, target(i));
             }
+            if(result == ENOENT) continue;
             if(result) return fail(target(i), "replaced"_s, result);
             _hasOld[i] = true;
         }
