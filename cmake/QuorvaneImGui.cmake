@@ -47,6 +47,11 @@ function(quorvane_imgui_flavour target folder)
     target_include_directories(${target} SYSTEM PUBLIC ${imgui_dir} ${CMAKE_SOURCE_DIR}/cmake/imgui)
     target_compile_definitions(${target} PUBLIC IMGUI_USER_CONFIG="QuorvaneImGuiConfig.h")
     target_link_libraries(${target} PRIVATE Freetype::Freetype)
+    if("undefined" IN_LIST QUORVANE_SANITIZE)
+        # The address sanitizer shows what we do wrong with it; how it computes is not ours to test, and takes long to
+        # compile.
+        target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
+    endif()
 endfunction()
 
 quorvane_imgui_flavour(imgui-plain lib)

@@ -5,6 +5,7 @@
    and flags but change no layout. */
 
 #define IMGUI_DISABLE_OBSOLETE_FUNCTIONS
+#define IMGUI_DISABLE_DEMO_WINDOWS
 #define IMGUI_ENABLE_FREETYPE
 
 /* Letters beyond the basic plane occur in translations. */
