@@ -12,10 +12,9 @@ if(QUORVANE_SANITIZE)
     endif()
     message(STATUS "Quorvane: sanitizers: ${sanitizers}")
 else()
-    # A shared library that forgot a dependency fails here and not when it is loaded. Sanitizers leave their own
-    # symbols to the program.
-    add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,--no-undefined>
-                     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>:-Wl,--no-undefined>)
+    # A shared library that forgot a dependency fails here and not when it is loaded. A view module may have undefined
+    # symbols, which the program that loads it has. Sanitizers leave their own symbols to the program, too.
+    add_link_options($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:-Wl,--no-undefined>)
 endif()
 add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 
