@@ -29,7 +29,7 @@ fi
 screenshot=$PWD/build/screenshot.png
 rm -f "$screenshot"
 scripts/with-display.sh --size 1600x1000 \
-    "$editor" --project "$project" --screenshot "$screenshot" --size 1600x1000 --frames 120
+    "$editor" --project "$project" --screenshot "$screenshot" --size 1600x1000 --frames 60
 [ -s "$screenshot" ] || {
     echo "run: the editor wrote no screenshot" >&2
     exit 1
