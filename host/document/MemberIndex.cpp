@@ -67,27 +67,20 @@ rapidjson::Value* MemberIndex::lookUp(const Object& index, rapidjson::Value& obj
 
 bool MemberIndex::followRemoval(Object& index, rapidjson::Value& object, Containers::StringView key) {
     if(index.hasDuplicates) return false;
-    const std::uint32_t hash = HashIndex::hash(key);
-    std::uint32_t candidates = 0;
-    std::uint32_t position = HashIndex::None;
-    index.positions.find(hash, [&](std::uint32_t candidate) {
-        ++candidates;
-        position = candidate;
-        return false;
-    });
-    if(candidates != 1) return false;
-
-    // Who stood before the removed member must stand there still, and who stood behind it one place further down.
+    const rapidjson::SizeType count = object.MemberCount();
     const auto stood = [&](rapidjson::SizeType now, rapidjson::SizeType then) {
         return index.positions.contains(HashIndex::hash(keyAt(object, now)), then);
     };
-    const rapidjson::SizeType count = object.MemberCount();
-    const bool isLast = position == count;
-    if(position && !stood(position - 1, position - 1)) return false;
-    if(!isLast && !(stood(position, position + 1) && stood(count - 1, count))) return false;
+    // Who stood before the removed member must stand there still, and who stood behind it one place further down.
+    const std::uint32_t hash = HashIndex::hash(key);
+    const std::uint32_t position = index.positions.find(hash, [&](std::uint32_t candidate) {
+        if(candidate && !stood(candidate - 1, candidate - 1)) return false;
+        return candidate == count || stood(candidate, candidate + 1);
+    });
+    if(position == HashIndex::None) return false;
 
     index.positions.erase(hash, position);
-    if(!isLast) index.positions.closeGap(position);
+    if(position != count) index.positions.closeGap(position);
     index.count = count;
     index.lastHash = HashIndex::hash(keyAt(object, count - 1));
     return true;

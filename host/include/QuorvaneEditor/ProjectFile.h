@@ -21,12 +21,14 @@ public:
     ProjectFile(const ProjectFile&) = delete;
     ProjectFile& operator=(const ProjectFile&) = delete;
 
-    /** The root; its address never changes, its contents do with @ref replace(). */
+    /** The root; its address never changes, its contents do with @ref replace(). Whoever changes a value tells so by
+        @ref noteChange() before the next change. */
     rapidjson::Document& document();
 
     rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator();
 
-    /** Takes over another document as a whole: a load. Counts as a revision. */
+    /** Takes over another document as a whole, which must own its allocator: a load. Counts as a revision. All values of the
+        former document and its allocator are gone. */
     void replace(rapidjson::Document&& document);
 
     /** The value at a path, or null where there is none or the path is not a valid pointer. Members of large objects are found
@@ -35,7 +37,8 @@ public:
                                 part of the document and must not be written to */
     rapidjson::Value* getValue(Containers::StringView path, bool withDefaults);
 
-    /** The member of an object, or null, found through an index where the object is large. */
+    /** The member of an object, or null, found through an index where the object is large.
+        @param object   a value of this document, of any type */
     rapidjson::Value* member(rapidjson::Value& object, Containers::StringView key);
 
     ValueAccess root();
@@ -43,7 +46,8 @@ public:
     /** The first entry of a collection of resources whose "name" is @p name, or a value that does not exist. */
     ValueAccess resourceByName(Containers::StringView type, Containers::StringView name);
 
-    /** Tells that the value at @p path was set, created or removed: counts as a revision, and indexes follow. */
+    /** Tells that the value at @p path was set, created or removed, perhaps with containers above it that were created with it
+        or emptied by it: counts as a revision, and indexes follow. */
     void noteChange(Containers::StringView path);
 
     /** Counts applied changes and loads. */

@@ -2,6 +2,7 @@
 
 #include <random>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -75,6 +76,71 @@ TEST(MemberIndex, OfMembersWithOneKeyTheFirstIsFound) {
     EXPECT_EQ(printed(index.noteRemoval(document, "twice")), "-3");
     document.EraseMember("twice");
     EXPECT_EQ(printed(index.noteRemoval(document, "twice")), "nothing");
+}
+
+TEST(MemberIndex, RemovingTheFirstOfTwoBringsTheSecond) {
+    rapidjson::Document document = withMembers(100);
+    add(document, keyNumber(50), -1, document);
+    add(document, "last", -2, document);
+    MemberIndex index;
+    EXPECT_EQ(printed(index.find(document, view(keyNumber(50)))), "50");
+    document.EraseMember(document.MemberBegin() + 50);
+    EXPECT_EQ(printed(index.noteRemoval(document, view(keyNumber(50)))), "-1");
+}
+
+TEST(MemberIndex, KeysWithOneHashAreToldApart) {
+    std::unordered_map<std::uint32_t, std::string> seen;
+    std::string first, second;
+    for(unsigned i = 0; i != 2000000 && first.empty(); ++i) {
+        second = std::to_string(i);
+        const auto [other, isNew] = seen.try_emplace(HashIndex::hash(view(second)), second);
+        if(!isNew) first = other->second;
+    }
+    ASSERT_FALSE(first.empty());
+
+    MemberIndex index;
+    for(const bool isFirst: {true, false}) {
+        rapidjson::Document document = withMembers(100);
+        add(document, first, 1, document);
+        add(document, "between", 0, document);
+        EXPECT_EQ(index.find(document, view(second)), nullptr);
+        add(document, second, 2, document);
+        add(document, "last", 0, document);
+        EXPECT_EQ(printed(index.find(document, view(first))), "1");
+        EXPECT_EQ(printed(index.find(document, view(second))), "2");
+        const std::string& removed = isFirst ? first : second;
+        document.EraseMember(removed.data());
+        EXPECT_EQ(index.noteRemoval(document, view(removed)), nullptr);
+        EXPECT_EQ(index.find(document, view(first)), scanMembers(document, view(first)));
+        EXPECT_EQ(index.find(document, view(second)), scanMembers(document, view(second)));
+        index.clear();
+    }
+}
+
+TEST(MemberIndex, NoteOfAnotherMemberDoesNotHideARemoval) {
+    rapidjson::Document document = withMembers(100);
+    MemberIndex index;
+    index.find(document, "");
+    document.EraseMember(document.MemberBegin() + 10);
+    EXPECT_EQ(printed(index.noteRemoval(document, view(keyNumber(50)))), "50");
+    EXPECT_EQ(index.find(document, view(keyNumber(10))), nullptr);
+}
+
+TEST(MemberIndex, ObjectThatWasSmallInBetweenIsIndexedAnew) {
+    rapidjson::Document document = withMembers(40);
+    MemberIndex index;
+    index.find(document, "");
+    for(unsigned i = 0; i != 40; ++i) {
+        if(i >= 10 && i < 30) continue;
+        document.EraseMember(keyNumber(i).data());
+        index.noteRemoval(document, view(keyNumber(i)));
+    }
+    // Now the 33rd member is again the one that it was when the object was last large.
+    for(unsigned i = 100; i != 112; ++i) add(document, keyNumber(i), int(i), document);
+    add(document, keyNumber(39), 39, document);
+    ASSERT_EQ(document.MemberCount(), 33u);
+    for(const unsigned i: {0u, 10u, 29u, 30u, 39u, 100u, 111u})
+        EXPECT_EQ(index.find(document, view(keyNumber(i))), scanMembers(document, view(keyNumber(i)))) << i;
 }
 
 TEST(MemberIndex, ManyMembersWithOneKeyCostNoMoreThanOthers) {

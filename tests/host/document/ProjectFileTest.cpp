@@ -48,6 +48,25 @@ TEST(ProjectFile, ReplaceForgetsWhatWasIndexed) {
     }
 }
 
+// Memory that one document has left is often the next one's: same addresses, same sizes, other keys.
+TEST(ProjectFile, DocumentsAtTheAddressOfOlderOnesAreNotTakenForThem) {
+    ProjectFile project;
+    for(int run = 0; run != 20; ++run) {
+        std::string json = R"({"meshes":{)";
+        for(int i = 0; i != 100; ++i) {
+            const std::string id = std::to_string(10000 + 1000 * (run % 10) + i);
+            json += "\"" + id + R"(":{"name":"n)" + id + "\"},";
+        }
+        project.replace(parsed(json + R"("last":{"name":"last"}}})"));
+        for(int i = 0; i != 100; ++i) {
+            const std::string id = std::to_string(10000 + 1000 * (run % 10) + i);
+            ASSERT_TRUE(project.getValue(view("/meshes/" + id), false)) << run;
+            // Every other document, so that names are remembered of one whose memory is reused.
+            if(run % 2) ASSERT_TRUE(project.resourceByName("meshes", view("n" + id)).existsInProject()) << run;
+        }
+    }
+}
+
 TEST(ProjectFile, RootMayBeAnyValue) {
     ProjectFile project;
     for(const char* json: {"null", "true", "1", R"("a")", "[]", R"([{"a":1}])"}) {

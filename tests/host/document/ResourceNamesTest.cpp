@@ -58,6 +58,17 @@ TEST(ResourceNames, EntriesOfOtherTypesHaveNoName) {
     EXPECT_FALSE(project.resourceByName("meshes", "1").existsInProject());
 }
 
+TEST(ResourceNames, EntriesThatMovedWithoutANoteAreFound) {
+    ProjectFile project;
+    std::string json = R"({"meshes":{"0":{"name":"0"})";
+    for(int i = 1; i != 100; ++i) json += ",\"" + std::to_string(i) + R"(":{"name":")" + std::to_string(i) + "\"}";
+    project.replace(parsed(json + "}}"));
+    ASSERT_TRUE(project.resourceByName("meshes", "50").existsInProject());
+    project.document()["meshes"].EraseMember("10");
+    EXPECT_EQ(project.resourceByName("meshes", "50").value(), project.getValue("/meshes/50", false));
+    EXPECT_FALSE(project.resourceByName("meshes", "10").existsInProject());
+}
+
 TEST(ResourceNames, RandomChangesAgreeWithAWalk) {
     std::mt19937 random{3};
     ProjectFile project;
