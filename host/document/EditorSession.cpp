@@ -34,9 +34,11 @@ void number(EditorSession& session, const Numbered& numbered) {
 
 }
 
-EditorSession::EditorSession(JobSystem* const jobs, FileSystem* const fileSystem):
-    _changes{_project}, _data{_project}, _editor{_project, _changes, _state, _folder, jobs},
-    _storage{Corrade::InPlaceInit, fileSystem ? *fileSystem : FileSystem::disk()} {
+EditorSession::EditorSession(JobSystem* const jobs, FileSystem* const fileSystem)
+    : _changes{_project},
+      _data{_project},
+      _editor{_project, _changes, _state, _folder, jobs},
+      _storage{Corrade::InPlaceInit, fileSystem ? *fileSystem : FileSystem::disk()} {
     _storage->setSaved(_project.document());
     registerHandlers();
 }

@@ -45,8 +45,8 @@ bool hasParent(Containers::StringView path) { return view(path).find('/') != std
 /** The steps on one folder. Each says whether it went well; one that did not leaves its reason in the error. */
 class Steps {
 public:
-    explicit Steps(FileSystem& files, Containers::StringView folder, FileError& error):
-        _files{files}, _folder{folder}, _error{error} {}
+    explicit Steps(FileSystem& files, Containers::StringView folder, FileError& error)
+        : _files{files}, _folder{folder}, _error{error} {}
 
     bool write(std::string_view path, Containers::StringView bytes, std::string_view modeOf = {}) {
         const Containers::String mode = modeOf.empty() ? Containers::String{} : at(modeOf);
@@ -55,7 +55,8 @@ public:
     }
 
     bool sync(std::string_view path, int ignored = 0) {
-        return check(_files.syncFolder(path.empty() ? Containers::String{_folder} : at(path)), path, "written", ignored);
+        return check(
+            _files.syncFolder(path.empty() ? Containers::String{_folder} : at(path)), path, "written", ignored);
     }
 
     bool rename(std::string_view from, std::string_view to, int ignored = 0) {
@@ -76,7 +77,9 @@ public:
         if(error != EPERM && error != EOPNOTSUPP && error != ENOSYS && error != EMLINK)
             return check(error, path, "kept");
         Containers::String bytes;
-        return check(_files.readFile(at(path), bytes), path, "read") && write(name, bytes, path);
+        const int readError = _files.readFile(at(path), bytes);
+        isMissing = readError == ENOENT;
+        return isMissing || (check(readError, path, "read") && write(name, bytes, path));
     }
 
     Containers::String at(std::string_view path) const { return joined(_folder, path); }
@@ -102,6 +105,13 @@ void clear(FileSystem& files, Containers::StringView folder) {
     files.removeFolder(stage);
 }
 
+/** Removes those folders of created files that hold nothing else. */
+void removeEmptyParents(FileSystem& files, Containers::StringView folder, const Journal& journal) {
+    for(const Journal::Entry& entry: journal.entries)
+        if(entry.action == Journal::Action::Create && hasParent(entry.path))
+            files.removeFolder(joined(folder, parentOf(entry.path)));
+}
+
 /** Moves one file on its way. Steps that were done before are met as files that are not there. */
 bool move(Steps& steps, const Journal::Entry& entry, std::size_t index, Journal::Direction direction) {
     const std::string_view path = view(entry.path);
@@ -123,11 +133,9 @@ bool follow(FileSystem& files, Containers::StringView folder, const Journal& jou
         if(hasParent(entry.path) && std::find(parents.begin(), parents.end(), parentOf(entry.path)) == parents.end())
             parents.push_back(parentOf(entry.path));
     }
-    for(const std::string_view parent: parents) {
-        // Goes only when it is empty, as one that was made on the way is.
-        if(journal.direction == Journal::Direction::Restore) files.removeFolder(steps.at(parent));
+    if(journal.direction == Journal::Direction::Restore) removeEmptyParents(files, folder, journal);
+    for(const std::string_view parent: parents)
         if(!steps.sync(parent, ENOENT)) return false;
-    }
     return steps.sync({}) && steps.remove(JournalFile) && steps.sync(StageFolder);
 }
 
@@ -161,7 +169,11 @@ bool FileSet::stage(FileError& error) {
         bool isMissing = false;
         if(!steps.keep(view(entry.path), staged(i, ".old"), isMissing)) return false;
         if(entry.action == Journal::Action::Remove) continue;
-        if(isMissing) entry.action = Journal::Action::Create;
+        if(isMissing) {
+            entry.action = Journal::Action::Create;
+            // Here and not on the way, so that it has reached the disk before anything is put into it.
+            if(hasParent(entry.path) && !steps.makeFolder(parentOf(entry.path))) return false;
+        }
         if(!steps.write(staged(i, ".new"), _contents[i], view(entry.path))) return false;
     }
 
@@ -178,6 +190,7 @@ bool FileSet::commit(FileError& error) {
     if(!recover(*_files, _folder, error)) return false;
     if(!stage(error)) {
         clear(*_files, _folder);
+        removeEmptyParents(*_files, _folder, _journal);
         return false;
     }
 

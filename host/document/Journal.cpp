@@ -16,7 +16,7 @@ constexpr std::string_view Directions[]{"complete", "restore"};
 constexpr std::string_view Actions[]{"replace", "create", "remove"};
 
 /** The index of @p word among @p words, or their number. */
-template<std::size_t count> std::size_t indexOf(const std::string_view (&words)[count], std::string_view word) {
+template <std::size_t count> std::size_t indexOf(const std::string_view (&words)[count], std::string_view word) {
     return std::size_t(std::find(words, words + count, word) - words);
 }
 

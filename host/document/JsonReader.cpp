@@ -22,9 +22,7 @@ struct Problem {
     Containers::String reason;
 };
 
-bool isBlank(char character) {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
+bool isBlank(char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; }
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
@@ -34,8 +32,14 @@ std::size_t sequenceSize(const char* at, const char* end) {
         unsigned char firstMin, firstMax, secondMin, secondMax, size;
     };
     static constexpr Form Forms[]{
-        {0xc2, 0xdf, 0x80, 0xbf, 2}, {0xe0, 0xe0, 0xa0, 0xbf, 3}, {0xe1, 0xec, 0x80, 0xbf, 3}, {0xed, 0xed, 0x80, 0x9f, 3},
-        {0xee, 0xef, 0x80, 0xbf, 3}, {0xf0, 0xf0, 0x90, 0xbf, 4}, {0xf1, 0xf3, 0x80, 0xbf, 4}, {0xf4, 0xf4, 0x80, 0x8f, 4},
+        {0xc2, 0xdf, 0x80, 0xbf, 2},
+        {0xe0, 0xe0, 0xa0, 0xbf, 3},
+        {0xe1, 0xec, 0x80, 0xbf, 3},
+        {0xed, 0xed, 0x80, 0x9f, 3},
+        {0xee, 0xef, 0x80, 0xbf, 3},
+        {0xf0, 0xf0, 0x90, 0xbf, 4},
+        {0xf1, 0xf3, 0x80, 0xbf, 4},
+        {0xf4, 0xf4, 0x80, 0x8f, 4},
     };
     const auto byte = [at](std::size_t i) { return static_cast<unsigned char>(at[i]); };
     if(byte(0) < 0x80) return 1;
@@ -99,7 +103,7 @@ private:
     }
 
     bool string() {
-        for(++_at; _at != _end; ) {
+        for(++_at; _at != _end;) {
             if(*_at == '"') {
                 ++_at;
                 return true;
@@ -150,8 +154,7 @@ private:
                 if(isExponent && ++exponentDigits > MaxExponentDigits)
                     return refuse(begin, "a number's exponent has more than 3 digits");
             } else if(*_at != '.' && *_at != '-' && *_at != '+') break;
-            if(std::size_t(_at - begin) >= MaxNumberSize)
-                return refuse(begin, "a number has more than 100 characters");
+            if(std::size_t(_at - begin) >= MaxNumberSize) return refuse(begin, "a number has more than 100 characters");
         }
         return true;
     }
@@ -161,24 +164,27 @@ private:
     UnsignedInt _depth = 0;
 };
 
-const char* reasonOf(rapidjson::ParseErrorCode code) {
+const char* reasonOf(rapidjson::ParseErrorCode code, bool isAtEnd) {
+    const bool saysEnd =
+        code == rapidjson::kParseErrorDocumentEmpty || code == rapidjson::kParseErrorStringMissQuotationMark;
+    if(isAtEnd && !saysEnd) return "the text ends too early";
     switch(code) {
-        case rapidjson::kParseErrorDocumentEmpty: return "a value is missing";
-        case rapidjson::kParseErrorDocumentRootNotSingular: return "something follows the value";
-        case rapidjson::kParseErrorValueInvalid: return "this is no value";
-        case rapidjson::kParseErrorObjectMissName: return "the name of a member is missing";
-        case rapidjson::kParseErrorObjectMissColon: return "a colon is missing behind the name of a member";
-        case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket: return "a comma or a closing brace is missing";
-        case rapidjson::kParseErrorArrayMissCommaOrSquareBracket: return "a comma or a closing bracket is missing";
-        case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex: return "an escape lacks four hexadecimal digits";
-        case rapidjson::kParseErrorStringUnicodeSurrogateInvalid: return "a surrogate without its other half";
-        case rapidjson::kParseErrorStringEscapeInvalid: return "this is no escape";
-        case rapidjson::kParseErrorStringMissQuotationMark: return "a string does not end";
-        case rapidjson::kParseErrorStringInvalidEncoding: return "not valid UTF-8";
-        case rapidjson::kParseErrorNumberTooBig: return "a number is too large";
-        case rapidjson::kParseErrorNumberMissFraction: return "a number lacks digits behind its point";
-        case rapidjson::kParseErrorNumberMissExponent: return "a number lacks the digits of its exponent";
-        default: return "not valid JSON";
+    case rapidjson::kParseErrorDocumentEmpty: return "a value is missing";
+    case rapidjson::kParseErrorDocumentRootNotSingular: return "something follows the value";
+    case rapidjson::kParseErrorValueInvalid: return "this is no value";
+    case rapidjson::kParseErrorObjectMissName: return "the name of a member is missing";
+    case rapidjson::kParseErrorObjectMissColon: return "a colon is missing behind the name of a member";
+    case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket: return "a comma or a closing brace is missing";
+    case rapidjson::kParseErrorArrayMissCommaOrSquareBracket: return "a comma or a closing bracket is missing";
+    case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex: return "an escape lacks four hexadecimal digits";
+    case rapidjson::kParseErrorStringUnicodeSurrogateInvalid: return "a surrogate without its other half";
+    case rapidjson::kParseErrorStringEscapeInvalid: return "this is no escape";
+    case rapidjson::kParseErrorStringMissQuotationMark: return "a string does not end";
+    case rapidjson::kParseErrorStringInvalidEncoding: return "not valid UTF-8";
+    case rapidjson::kParseErrorNumberTooBig: return "a number is too large";
+    case rapidjson::kParseErrorNumberMissFraction: return "a number lacks digits behind its point";
+    case rapidjson::kParseErrorNumberMissExponent: return "a number lacks the digits of its exponent";
+    default: return "not valid JSON";
     }
 }
 
@@ -260,9 +266,7 @@ Containers::StringView withoutMark(Containers::StringView bytes) {
     return bytes.hasPrefix("\xef\xbb\xbf") ? bytes.exceptPrefix(3) : bytes;
 }
 
-const char* placeOfRoot(Containers::StringView text) {
-    return std::find_if_not(text.begin(), text.end(), isBlank);
-}
+const char* placeOfRoot(Containers::StringView text) { return std::find_if_not(text.begin(), text.end(), isBlank); }
 
 }
 
@@ -280,7 +284,7 @@ bool read(const Containers::StringView bytes, rapidjson::Document& document, Jso
     parsed.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(stream);
     if(parsed.HasParseError()) {
         const std::size_t offset = std::min(parsed.GetErrorOffset(), text.size());
-        error = errorAt(text, {text.begin() + offset, reasonOf(parsed.GetParseError())});
+        error = errorAt(text, {text.begin() + offset, reasonOf(parsed.GetParseError(), offset == text.size())});
         return false;
     }
 

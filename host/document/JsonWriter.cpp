@@ -53,15 +53,15 @@ private:
 
 bool Writer::value(const rapidjson::Value& value, const UnsignedInt depth) {
     switch(value.GetType()) {
-        case rapidjson::kNullType: text += "null"; return true;
-        case rapidjson::kFalseType: text += "false"; return true;
-        case rapidjson::kTrueType: text += "true"; return true;
-        case rapidjson::kStringType: return string({value.GetString(), value.GetStringLength()});
-        case rapidjson::kNumberType: return number(value);
-        case rapidjson::kObjectType:
-        case rapidjson::kArrayType:
-            if(depth >= JsonReader::MaxDepth) return refuse("containers are nested more than 256 levels deep");
-            return value.IsObject() ? object(value, depth) : array(value, depth);
+    case rapidjson::kNullType: text += "null"; return true;
+    case rapidjson::kFalseType: text += "false"; return true;
+    case rapidjson::kTrueType: text += "true"; return true;
+    case rapidjson::kStringType: return string({value.GetString(), value.GetStringLength()});
+    case rapidjson::kNumberType: return number(value);
+    case rapidjson::kObjectType:
+    case rapidjson::kArrayType:
+        if(depth >= JsonReader::MaxDepth) return refuse("containers are nested more than 256 levels deep");
+        return value.IsObject() ? object(value, depth) : array(value, depth);
     }
     return true;
 }
@@ -130,17 +130,17 @@ bool Writer::string(const std::string_view characters) {
         if(end == characters.end()) break;
         text += '\\';
         switch(*end) {
-            case '"':
-            case '\\': text += *end; break;
-            case '\b': text += 'b'; break;
-            case '\f': text += 'f'; break;
-            case '\n': text += 'n'; break;
-            case '\r': text += 'r'; break;
-            case '\t': text += 't'; break;
-            default:
-                text += "u00";
-                text += Digits[*end >> 4];
-                text += Digits[*end & 15];
+        case '"':
+        case '\\': text += *end; break;
+        case '\b': text += 'b'; break;
+        case '\f': text += 'f'; break;
+        case '\n': text += 'n'; break;
+        case '\r': text += 'r'; break;
+        case '\t': text += 't'; break;
+        default:
+            text += "u00";
+            text += Digits[*end >> 4];
+            text += Digits[*end & 15];
         }
         at = end + 1;
     }
@@ -163,8 +163,8 @@ bool Writer::floatingPoint(const double number) {
     const double size = std::abs(number);
     const bool isPlain = size == 0.0 || (size >= 1e-4 && size < 1e16);
     char buffer[40];
-    const auto end = std::to_chars(buffer, buffer + sizeof(buffer), number,
-        isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    const auto end = std::to_chars(
+        buffer, buffer + sizeof(buffer), number, isPlain ? std::chars_format::fixed : std::chars_format::scientific);
     const std::string_view digits{buffer, std::size_t(end.ptr - buffer)};
     const std::size_t exponent = std::min(digits.find('e'), digits.size());
     text += digits.substr(0, exponent);

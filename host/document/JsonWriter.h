@@ -30,8 +30,8 @@ struct Layout {
     @param error    set on failure: the JSON Pointer (RFC 6901) of a value that no file can hold, and why
     @return false for what @ref JsonReader::read() would refuse: text that is not UTF-8, numbers that are not finite, containers
         that are nested too deep */
-QUORVANE_API bool write(const rapidjson::Value& value, const Layout& layout, Containers::String& text,
-                        Containers::String& error);
+QUORVANE_API bool write(
+    const rapidjson::Value& value, const Layout& layout, Containers::String& text, Containers::String& error);
 
 }
 

@@ -32,7 +32,7 @@ std::string_view view(Containers::StringView text) { return {text.data(), text.s
 
 Containers::String string(std::string_view text) { return {text.data(), text.size()}; }
 
-template<class... T> Containers::String joined(const T&... parts) {
+template <class... T> Containers::String joined(const T&... parts) {
     std::string text;
     (text.append(parts), ...);
     return string(text);
@@ -86,7 +86,9 @@ const char* insert(rapidjson::Document& document, std::string_view code, rapidjs
     return nullptr;
 }
 
-bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjson::Document& document, FileError& error) {
+/** @param count    number of files that were read */
+bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjson::Document& document,
+    std::size_t& count, FileError& error) {
     const Containers::String parent = joined(view(folder), "/", TranslationsFolder);
     Containers::Array<Containers::String> names;
     const int failure = files.listFolder(parent, names);
@@ -110,6 +112,7 @@ bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjso
             error = {path, reason};
             return false;
         }
+        ++count;
     }
     return true;
 }
@@ -160,15 +163,18 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
 
     FileError error;
     rapidjson::Document read{&document.GetAllocator()};
+    std::size_t translationCount = 0;
     std::vector<File> files;
     if(!FileSet::recover(*_files, newFolder, error) ||
         !readObject(*_files, joined(absolute, "/", ProjectName), read, error) ||
-        !readTranslations(*_files, newFolder, read, error) || !write(read, files, error))
+        !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error))
         return warn(Open, error);
 
     static_cast<rapidjson::Value&>(document).Swap(read);
     _folder = newFolder;
     _saved = fingerprints(files);
+    // Translations in the project's own file will get files of theirs by the next save, which has to write all of them then.
+    if(files.size() != translationCount + 1) _saved.clear();
     return true;
 }
 
@@ -188,7 +194,8 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
     std::vector<Fingerprint> current = fingerprints(files);
     FileSet set{*_files, _folder};
     for(std::size_t i = 0; i != files.size(); ++i)
-        if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end()) set.write(files[i].path, files[i].bytes);
+        if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end())
+            set.write(files[i].path, files[i].bytes);
     for(const Fingerprint& old: _saved) {
         const auto isSame = [&old](const Fingerprint& file) { return file.path == old.path; };
         if(std::none_of(current.begin(), current.end(), isSame)) set.remove(old.path);
