@@ -95,7 +95,7 @@ void MessageLog::add(Severity severity, Containers::StringView text) {
 Containers::String MessageLog::problemsSince(std::size_t first) const {
     const std::size_t dropped = _count - _messages.size();
     Containers::String text;
-    for(std::size_t i = std::max(first, dropped); i != _count; ++i) {
+    for(std::size_t i = std::max(first, dropped); i < _count; ++i) {
         const Message& message = _messages[i - dropped];
         if(message.severity < Severity::Warning) continue;
         text = text.isEmpty() ? message.text : text + "\n" + message.text;

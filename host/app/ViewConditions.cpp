@@ -11,7 +11,7 @@ namespace {
 
 Containers::String localizationReason(QuorvaneEditor& editor) {
     Containers::String text;
-    for(const LocalizationCondition& condition : checkLocalizationConditions(editor.project()))
+    for(const LocalizationCondition& condition: checkLocalizationConditions(editor.project()))
         text = text.isEmpty() ? condition.reason : text + "\n" + condition.reason;
     return text;
 }

@@ -1,6 +1,4 @@
 #include "app/EditorApplication.h"
 #include "app/ViewConditions.h"
 
-int main(int argc, char** argv) {
-    return int(QuorvaneEngine::runEditor(argc, argv, QuorvaneEngine::viewConditions()));
-}
+int main(int argc, char** argv) { return int(QuorvaneEngine::runEditor(argc, argv, QuorvaneEngine::viewConditions())); }

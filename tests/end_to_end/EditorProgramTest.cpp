@@ -1,0 +1,201 @@
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "Picture.h"
+#include "Program.h"
+
+namespace QuorvaneEngine::Test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/** The desktop editor, started as a user would, on a copy of the sample project. */
+class EditorProgram: public testing::Test {
+protected:
+    EditorProgram() {
+        fs::create_directories(desk);
+        fs::create_directories(root / "no modules");
+        fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", project, fs::copy_options::recursive);
+        fs::remove_all(project / ".editor");
+    }
+
+    ~EditorProgram() override {
+        std::error_code error;
+        fs::remove_all(root, error);
+    }
+
+    ProgramResult run(std::vector<std::string> arguments, const std::vector<std::string>& environment = {}) const {
+        arguments.insert(arguments.begin(), QUORVANE_EDITOR);
+        return runProgram(arguments, desk.string(), environment);
+    }
+
+    /** With a project, into the picture. */
+    ProgramResult draw(
+        std::vector<std::string> arguments = {}, const std::vector<std::string>& environment = {}) const {
+        arguments.insert(arguments.end(), {"--project", project.string(), "--screenshot", picture.string()});
+        return run(std::move(arguments), environment);
+    }
+
+    static std::string read(const fs::path& path) {
+        std::ifstream file{path, std::ios::binary};
+        return {std::istreambuf_iterator<char>{file}, {}};
+    }
+
+    static void write(const fs::path& path, const std::string& text) { std::ofstream{path, std::ios::binary} << text; }
+
+    /** The files of the project, less what belongs to the editor alone. */
+    std::map<std::string, std::string> files() const {
+        std::map<std::string, std::string> files;
+        for(const fs::directory_entry& entry: fs::recursive_directory_iterator{project})
+            if(entry.is_regular_file() && entry.path().string().find("/.editor/") == std::string::npos)
+                files[entry.path().string()] = read(entry.path());
+        return files;
+    }
+
+    fs::path root = fs::temp_directory_path() / ("quorvane-editor-" + std::to_string(getpid()));
+    fs::path desk = root / "desk";
+    fs::path project = root / "lighthouse";
+    fs::path picture = root / "picture.png";
+};
+
+TEST_F(EditorProgram, DrawsTheProjectIntoAPictureAndEndsWithZero) {
+    const ProgramResult result = draw({"--size", "1200x800"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "");
+    EXPECT_NE(result.out.find("Opened " + project.string() + "\n"), std::string::npos) << result.out;
+    const Picture read{picture.string()};
+    EXPECT_EQ(read.width, 1200u);
+    EXPECT_EQ(read.height, 800u);
+    EXPECT_GT(read.colors(), 100u);
+}
+
+TEST_F(EditorProgram, ThePictureShowsTheModulesView) {
+    ASSERT_EQ(draw().exitCode, 0);
+    const Picture with{picture.string()};
+    ASSERT_EQ(draw({"--modules", (root / "no modules").string()}).exitCode, 0);
+    const Picture without{picture.string()};
+    EXPECT_GT(with.difference(without), 0.5);
+    EXPECT_GT(with.colors(), without.colors());
+}
+
+TEST_F(EditorProgram, TwoRunsGiveTheSamePicture) {
+    ASSERT_EQ(draw().exitCode, 0);
+    const Picture first{picture.string()};
+    ASSERT_EQ(draw({"--frames", "30"}).exitCode, 0);
+    EXPECT_EQ(first.difference(Picture{picture.string()}), 0.0);
+}
+
+TEST_F(EditorProgram, ScaleMakesEverythingLarger) {
+    ASSERT_EQ(draw({"--scale", "1"}).exitCode, 0);
+    const Picture plain{picture.string()};
+    ASSERT_EQ(draw({"--scale", "2"}).exitCode, 0);
+    const Picture large{picture.string()};
+    EXPECT_EQ(large.width, plain.width);
+    EXPECT_GT(large.difference(plain), 0.05);
+}
+
+TEST_F(EditorProgram, OpeningAProjectWritesNothingButItsEditorFolder) {
+    const std::map<std::string, std::string> before = files();
+    ASSERT_EQ(draw().exitCode, 0);
+    EXPECT_EQ(files(), before);
+    EXPECT_TRUE(fs::is_empty(desk));
+}
+
+TEST_F(EditorProgram, WithoutAProjectTheStartPageIsDrawn) {
+    const ProgramResult result = run({"--screenshot", picture.string()});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_GT(Picture{picture.string()}.colors(), 20u);
+}
+
+TEST_F(EditorProgram, AProjectThatIsNotThereIsSaidAndEndsWithOne) {
+    fs::remove_all(project);
+    const ProgramResult result = draw();
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.error.find("ProjectStorage::open(): " + project.string()), std::string::npos) << result.error;
+    EXPECT_FALSE(fs::exists(picture));
+}
+
+TEST_F(EditorProgram, ABrokenProjectIsSaidWithItsPlaceAndEndsWithOne) {
+    const std::string text = read(project / "project.json");
+    write(project / "project.json", text.substr(0, text.size() / 2));
+    const std::map<std::string, std::string> before = files();
+    const ProgramResult result = draw();
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.error.find("project.json:"), std::string::npos) << result.error;
+    EXPECT_FALSE(fs::exists(picture));
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(EditorProgram, ABrokenLanguageFileIsNamed) {
+    write(project / "localization" / "ru.json", "{\"menu.start\": ");
+    const ProgramResult result = draw();
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.error.find("localization/ru.json:1:"), std::string::npos) << result.error;
+}
+
+TEST_F(EditorProgram, AProjectThatTheViewCannotWorkWithIsDrawnWithTheReason) {
+    write(project / "project.json", R"({"languages": {"tlh-unknown": {"isDefault": true}}})");
+    for(const char* code: {"ar", "de", "fr", "ja", "pt-BR", "ru"})
+        fs::remove(project / "localization" / (std::string{code} + ".json"));
+    const ProgramResult result = draw();
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_GT(Picture{picture.string()}.colors(), 50u);
+}
+
+TEST_F(EditorProgram, ModulesThatAreNoneAreRefusedAndTheEditorGoesOn) {
+    const ProgramResult result = draw({"--modules", QUORVANE_FIXTURES "/bad"});
+    EXPECT_EQ(result.exitCode, 0);
+    for(const char* message: {"wrong version of plugin WrongVersion, expected 7 but got 6",
+            "wrong interface string of plugin WrongInterface, expected dev.quorvane.QuorvaneEditor.AbstractModule/1.1 "
+            "but got "
+            "dev.quorvane.QuorvaneEditor.AbstractModule/1.0",
+            "cannot get instancer of plugin NoInstancer", "cannot load plugin Garbage from",
+            "Alone.conf was not found"})
+        EXPECT_NE(result.error.find(message), std::string::npos) << message << "\n" << result.error;
+    EXPECT_FALSE(Picture{picture.string()}.isEmpty());
+}
+
+TEST_F(EditorProgram, AFolderOfModulesThatIsNotThereIsSaidAndTheEditorGoesOn) {
+    const ProgramResult result = draw({"--modules", "/nowhere/modules"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "ModuleLoader::ModuleLoader(): no folder of modules at /nowhere/modules\n");
+}
+
+TEST_F(EditorProgram, APictureThatCannotBeWrittenEndsWithOne) {
+    const ProgramResult result = run({project.string(), "--screenshot", "/nowhere/picture.png"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.error, "writePng(): cannot write /nowhere/picture.png: No such file or directory\n");
+}
+
+TEST_F(EditorProgram, AWrongCommandLineEndsWithTwo) {
+    const ProgramResult result = run({"--size", "big"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.error.find("is not a size in pixels such as 1600x1000"), std::string::npos) << result.error;
+}
+
+TEST_F(EditorProgram, WithoutADisplayASentenceSaysSoAndTheEndIsThree) {
+    const ProgramResult result = draw({}, {"DISPLAY", "WAYLAND_DISPLAY"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.error.find("DesktopWindow::open(): the editor needs a display and found none: "), 0u)
+        << result.error;
+}
+
+TEST_F(EditorProgram, WithoutOpenGL33ASentenceSaysSoAndTheEndIsThree) {
+    const ProgramResult result = draw({}, {"MESA_GL_VERSION_OVERRIDE=2.1"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(
+        result.error.find("DesktopWindow::open(): the editor needs OpenGL 3.3, which this display does not offer: "),
+        0u)
+        << result.error;
+}
+
+}
+}
