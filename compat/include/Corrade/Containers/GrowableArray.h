@@ -184,6 +184,12 @@ void arrayResize(Array<T>& array, ValueInitT, std::size_t size) {
     arrayResize<T, Allocator>(array, NoInit, size);
     for(std::size_t i = before; i < size; ++i) new(array.data() + i) T();
 }
+template <template <class> class Allocator, class T> void arrayResize(Array<T>& array, NoInitT, std::size_t size) {
+    arrayResize<T, Allocator<T>>(array, NoInit, size);
+}
+template <template <class> class Allocator, class T> void arrayResize(Array<T>& array, ValueInitT, std::size_t size) {
+    arrayResize<T, Allocator<T>>(array, ValueInit, size);
+}
 template <class T, class Allocator = ArrayAllocator<T>> void arrayResize(Array<T>& array, std::size_t size) {
     arrayResize<T, Allocator>(array, ValueInit, size);
 }
@@ -204,6 +210,10 @@ T& arrayAppend(Array<T>& array, const std::type_identity_t<T>& value) {
     CORRADE_DEBUG_ASSERT(std::size_t(&value - array.data()) >= (arrayCapacity<T, Allocator>(array)),
         "Containers::arrayAppend(): use the list variant to append values from within the array itself", *array.data());
     return *new(GrowableAccess<T>::template gap<Allocator>(array, array.size(), 1)) T(value);
+}
+template <template <class> class Allocator, class T>
+T& arrayAppend(Array<T>& array, const std::type_identity_t<T>& value) {
+    return arrayAppend<T, Allocator<T>>(array, value);
 }
 template <class T, class Allocator = ArrayAllocator<T>>
 T& arrayAppend(Array<T>& array, std::type_identity_t<T>&& value) {
@@ -271,12 +281,19 @@ void arrayRemove(Array<T>& array, std::size_t index, std::size_t count = 1) {
     std::destroy(array.end() - count, array.end());
     GrowableAccess<T>::size(array) -= count;
 }
+template <template <class> class Allocator, class T>
+void arrayRemove(Array<T>& array, std::size_t index, std::size_t count = 1) {
+    arrayRemove<T, Allocator<T>>(array, index, count);
+}
 
 /** Removes `count` elements from the end. */
 template <class T, class Allocator = ArrayAllocator<T>> void arrayRemoveSuffix(Array<T>& array, std::size_t count = 1) {
     CORRADE_DEBUG_ASSERT(count <= array.size(),
         "Containers::arrayRemoveSuffix(): can't remove" << count << "elements from an array of size" << array.size(), );
     arrayResize<T, Allocator>(array, NoInit, array.size() - count);
+}
+template <template <class> class Allocator, class T> void arrayRemoveSuffix(Array<T>& array, std::size_t count = 1) {
+    arrayRemoveSuffix<T, Allocator<T>>(array, count);
 }
 
 /** Removes all elements: growable storage is kept, any other is replaced by an empty array without storage. */
