@@ -7,7 +7,8 @@
 
 namespace QuorvaneEngine {
 
-/** Hears about changes whose path contains the handler's key as a component. */
+/** Hears about changes whose path contains the handler's key as a component. It may read the document, and must neither push
+    changes nor reset the manager that calls it. */
 class ChangeHandler {
 public:
     /** @param change           the change that was applied, or of a group that was committed

@@ -18,10 +18,14 @@ namespace QuorvaneEngine {
     Every edit is a @ref Change , appended to a linear log, applied to the document at once, told to the handlers, and can be
     undone and redone. A run of edits of one value can be merged into one entry, and several changes can be collected in a group
     (@ref ChangeGroup) that is undone, redone and told as one. Entries behind the last applied change are the redo history, which
-    the next push discards. Belongs to the GUI thread.
+    the next push that does not merge discards. Belongs to the GUI thread.
 
-    Broken preconditions (undo in an open group, a path that is no JSON Pointer, an index out of the log) print a message and
-    abort. */
+    What is created below a container that is missing makes that container, an array where the path's last token is a number and
+    the table of default values knows nothing better; what is removed takes the containers along that it leaves empty, up to the
+    members of the root. An undone removal comes back as the last member.
+
+    Broken preconditions print a message and abort: undo in an open group, a path that is no JSON Pointer, an index out of the log,
+    a creation at a negative index, and one at an index of an array where an element that is no array stands already. */
 class ChangeManager {
 public:
     ChangeManager();
@@ -39,8 +43,9 @@ public:
     /** Records and applies a change.
         @param path     JSON Pointer (RFC 6901), beginning with "/"
         @param value    the new value, copied; null removes the value at the path
-        @param merge    whether the change may be merged into an earlier one of the same path, of the run of changes of the
-            current group that ends the log. The first entry of the log never merges. */
+        @param merge    whether the change may be merged into the latest one of the same path, of the run of changes of the
+            current group that ends the log. Such an entry keeps its old value and trades places with the last one; redo history
+            and saved mark stay as they are. The first entry of the log never merges. */
     void pushChange(Containers::String&& path, const rapidjson::Value* value, bool merge);
 
     void pushChange(Containers::StringView path, const rapidjson::Value& value, bool merge);
@@ -94,7 +99,10 @@ public:
     /** Index of the last applied change in @ref changes() , -1 for none. */
     Int lastChangeIndex() const { return _lastChange; }
 
+    /** Marks the state of now as saved. */
     void markSave() { _savedChange = _lastChange; }
+
+    /** Whether the log stands elsewhere than when it was marked. An edit that merged with the marked entry does not show. */
     bool hasUnsavedChanges() const { return _savedChange != _lastChange; }
 
     /** Registers a handler for changes whose path has @p key, which must not be empty, as a component, until the next

@@ -29,6 +29,7 @@ void scale(Vector& a, const double factor) {
 /** Makes three columns an orthonormal right-handed basis. Returns false where they name none. */
 bool orthonormalize(Vector (&basis)[3], const double (&lengths)[3]) {
     const double longest = std::max({lengths[0], lengths[1], lengths[2]});
+    if(!std::isfinite(lengths[0] + lengths[1] + lengths[2])) return false;
     Int missing = -1;
     for(Int i = 0; i != 3; ++i) {
         if(lengths[i] > longest * DirectionEpsilon) {

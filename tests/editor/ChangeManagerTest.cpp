@@ -1,0 +1,523 @@
+#include "ChangeManager.h"
+
+#include <string>
+#include <vector>
+
+#include <Magnum/Math/Matrix4.h>
+#include <Magnum/Math/Quaternion.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "QuorvaneEditor/ProjectFile.h"
+#include "support/Abort.h"
+#include "support/Json.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+using rapidjson::Value;
+using Test::load;
+using Test::toText;
+
+constexpr char RangeMessage[] =
+    "Assertion _lastChange >= 0 && _lastChange < int(_changes.size()) failed at ChangeManager:369";
+
+class ChangeManagerLog: public testing::Test {
+protected:
+    ChangeManagerLog() { load(project, R"({"a":0,"b":0,"c":0,"x":0,"y":0,"text":"t","list":[1,2]})"); }
+
+    void push(const char* path, int value, bool merge = false) { changes.pushChange(path, Value{value}, merge); }
+
+    /** An entry as "path old -> new, group". */
+    std::string entry(std::size_t index) const {
+        const Change& change = changes.changes()[index];
+        return std::string{change.path.data(), change.path.size()} + " " +
+            (change.oldValue ? toText(*change.oldValue) : "()") + " -> " +
+            (change.newValue ? toText(*change.newValue) : "()") + ", " + std::to_string(change.group);
+    }
+
+    std::vector<std::string> log() const {
+        std::vector<std::string> log;
+        for(std::size_t i = 0; i != changes.changes().size(); ++i) log.push_back(entry(i));
+        return log;
+    }
+
+    using Log = std::vector<std::string>;
+
+    ProjectFile project;
+    ChangeManager changes{project};
+};
+
+TEST_F(ChangeManagerLog, AFreshOneIsEmpty) {
+    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+    EXPECT_FALSE(changes.isGroupOpen());
+    EXPECT_FALSE(changes.canUndo());
+    EXPECT_FALSE(changes.canRedo());
+    EXPECT_TRUE(changes.changes().isEmpty());
+}
+
+TEST_F(ChangeManagerLog, OneWithoutAProjectCanBeReset) {
+    ChangeManager later;
+    later.reset(project);
+    later.pushChange("/a", Value{1}, false);
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+}
+
+TEST_F(ChangeManagerLog, APushIsRecordedAndAppliedAtOnce) {
+    push("/a", 1);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1"}));
+    EXPECT_EQ(changes.lastChangeIndex(), 0);
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+}
+
+TEST_F(ChangeManagerLog, APushOfAMissingPathRecordsACreation) {
+    push("/new", 1);
+    EXPECT_EQ(log(), (Log{"/new () -> 1, -1"}));
+}
+
+TEST_F(ChangeManagerLog, ARemovalOfAMissingPathIsRecordedWithoutError) {
+    const std::string before = toText(project);
+    changes.pushRemoval("/missing/too");
+    EXPECT_EQ(log(), (Log{"/missing/too () -> (), -1"}));
+    EXPECT_EQ(toText(project), before);
+}
+
+TEST_F(ChangeManagerLog, TheValuesAreCopies) {
+    std::string text = "a text that is longer than a few bytes";
+    changes.pushChange("/a", Value{rapidjson::StringRef(text.data(), text.size())}, false);
+    text.assign(text.size(), 'x');
+    EXPECT_EQ(toText(*project.getValue("/a", false)), "\"a text that is longer than a few bytes\"");
+    EXPECT_EQ(entry(0), "/a 0 -> \"a text that is longer than a few bytes\", -1");
+}
+
+TEST_F(ChangeManagerLog, AValueOfTheDocumentCanBePushed) {
+    changes.pushChange("/a", project.document(), false);
+    EXPECT_EQ(toText(*project.getValue("/a/list", false)), "[1,2]");
+    EXPECT_EQ(toText(*project.getValue("/a/a", false)), "0");
+}
+
+TEST_F(ChangeManagerLog, AValueOfTheLogCanBePushed) {
+    push("/a", 1);
+    push("/a", 2);
+    changes.undoLast();
+    // The entry belongs to the redo history, which the push discards.
+    changes.pushChange("/b", *changes.changes()[1].newValue, false);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/b 0 -> 2, -1"}));
+}
+
+TEST_F(ChangeManagerLog, StringsArePushedAsJsonStrings) {
+    changes.pushChange("/text", Containers::StringView{"hello"}, false);
+    changes.pushChange("/text", "world", false);
+    changes.pushChange("/text", Containers::StringView{}, false);
+    EXPECT_EQ(log(),
+        (Log{"/text \"t\" -> \"hello\", -1", "/text \"hello\" -> \"world\", -1", "/text \"world\" -> \"\", -1"}));
+}
+
+TEST_F(ChangeManagerLog, VectorsArePushedAsArraysOfDoubles) {
+    changes.pushChange("/a", Magnum::Vector3{0.5f, 0.1f, -2.0f}, false);
+    EXPECT_EQ(entry(0), "/a 0 -> [0.5,0.10000000149011612,-2.0], -1");
+}
+
+TEST_F(ChangeManagerLog, QuaternionsArePushedWithTheScalarLast) {
+    changes.pushChange("/a", Magnum::Quaternion{{1.0f, 2.0f, 3.0f}, 4.0f}, false);
+    EXPECT_EQ(entry(0), "/a 0 -> [1.0,2.0,3.0,4.0], -1");
+}
+
+TEST_F(ChangeManagerLog, ATransformationIsThreeChanges) {
+    load(project, R"({"o":{"translation":0,"rotation":0,"scaling":0}})");
+    Magnum::Matrix4 transform;
+    transform[0][0] = 2.0f;
+    transform[3][1] = 5.0f;
+    changes.pushTransformChange("/o", transform, false);
+    EXPECT_EQ(log(),
+        (Log{"/o/translation 0 -> [0.0,5.0,0.0], -1", "/o/rotation 0 -> [0.0,0.0,0.0,1.0], -1",
+            "/o/scaling 0 -> [2.0,1.0,1.0], -1"}));
+}
+
+TEST_F(ChangeManagerLog, EachPartOfATransformationMergesByItself) {
+    load(project, R"({"a":0,"o":{"translation":0,"rotation":0,"scaling":0}})");
+    push("/a", 1);
+    Magnum::Matrix4 transform;
+    changes.pushTransformChange("/o", transform, true);
+    transform[0][0] = 2.0f;
+    changes.pushTransformChange("/o", transform, true);
+    // Each merge swaps its entry with the last one.
+    EXPECT_EQ(log(),
+        (Log{"/a 0 -> 1, -1", "/o/rotation 0 -> [0.0,0.0,0.0,1.0], -1", "/o/translation 0 -> [0.0,0.0,0.0], -1",
+            "/o/scaling 0 -> [2.0,1.0,1.0], -1"}));
+}
+
+TEST_F(ChangeManagerLog, AnAppendedStringIsAnewArray) {
+    changes.pushAppend("/list", "three");
+    EXPECT_EQ(log(), (Log{R"(/list [1,2] -> [1,2,"three"], -1)"}));
+}
+
+TEST_F(ChangeManagerLog, WhatIsNoArrayCountsAsAnEmptyOne) {
+    changes.pushAppend("/text", "one");
+    EXPECT_EQ(log(), (Log{R"(/text "t" -> ["one"], -1)"}));
+}
+
+// Merging
+
+TEST_F(ChangeManagerLog, TheFirstEntryNeverMerges) {
+    push("/a", 1, true);
+    push("/a", 2, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/a 1 -> 2, -1"}));
+    push("/a", 3, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/a 1 -> 3, -1"}));
+}
+
+TEST_F(ChangeManagerLog, AMergeMovesItsEntryToTheEnd) {
+    push("/a", 1);
+    push("/x", 1, true);
+    push("/y", 1, true);
+    push("/x", 2, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/y 0 -> 1, -1", "/x 0 -> 2, -1"}));
+    EXPECT_EQ(changes.lastChangeIndex(), 2);
+}
+
+TEST_F(ChangeManagerLog, WithoutTheFlagNothingMerges) {
+    push("/a", 1);
+    push("/x", 1, true);
+    push("/x", 2, false);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 1, -1", "/x 1 -> 2, -1"}));
+}
+
+TEST_F(ChangeManagerLog, APushMergesWithAnEarlierOneThatDidNotWantTo) {
+    push("/a", 1);
+    push("/x", 1, false);
+    push("/x", 2, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 2, -1"}));
+}
+
+TEST_F(ChangeManagerLog, PathsAreComparedByteByByte) {
+    push("/a", 1);
+    push("/x", 1, true);
+    push("/x/", 2, true);
+    EXPECT_EQ(changes.changes().size(), 3u);
+}
+
+TEST_F(ChangeManagerLog, MergingReachesBackToTheBeginningOfTheRun) {
+    push("/a", 1);
+    push("/x", 1);
+    changes.openGroup();
+    push("/y", 1);
+    changes.commit();
+    push("/b", 1);
+    push("/x", 2, true);
+    // The group lies between them.
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 1, -1", "/y 0 -> 1, 1", "/b 0 -> 1, -1", "/x 1 -> 2, -1"}));
+}
+
+TEST_F(ChangeManagerLog, MergingStaysInsideTheGroup) {
+    push("/a", 1);
+    push("/x", 1);
+    changes.openGroup();
+    push("/x", 2, true);
+    push("/y", 1, true);
+    push("/x", 3, true);
+    changes.commit();
+    push("/x", 4, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 1, -1", "/y 0 -> 1, 1", "/x 1 -> 3, 1", "/x 3 -> 4, -1"}));
+}
+
+TEST_F(ChangeManagerLog, AMergeKeepsTheRedoHistory) {
+    push("/a", 1);
+    push("/x", 1);
+    push("/y", 1);
+    changes.undoLast();
+    push("/x", 2, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 2, -1", "/y 0 -> 1, -1"}));
+    EXPECT_TRUE(changes.canRedo());
+}
+
+TEST_F(ChangeManagerLog, AMergeWithASavedEntryLeavesTheMark) {
+    push("/a", 1);
+    push("/x", 1);
+    changes.markSave();
+    push("/x", 2, true);
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+}
+
+/** The price of the swap: of two edits of one value that did not merge, the later one can come first, and wins no more when the
+    log is redone. */
+TEST_F(ChangeManagerLog, AMergeCanTurnTheOrderOfTwoOtherEditsAround) {
+    push("/a", 1);
+    push("/x", 1, true);
+    push("/y", 1, false);
+    push("/y", 2, false);
+    push("/x", 2, true);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/y 1 -> 2, -1", "/y 0 -> 1, -1", "/x 0 -> 2, -1"}));
+    EXPECT_EQ(project.getValue("/y", false)->GetInt(), 2);
+    while(changes.canUndo()) changes.undoLast();
+    while(changes.canRedo()) changes.redoLastUndo();
+    EXPECT_EQ(project.getValue("/y", false)->GetInt(), 1);
+}
+
+TEST_F(ChangeManagerLog, AMergedRunIsOneStep) {
+    const std::string before = toText(project);
+    push("/a", 0);
+    for(int i = 1; i != 50; ++i) push("/x", i, true);
+    changes.undoLast();
+    EXPECT_EQ(toText(project), before);
+    changes.redoLastUndo();
+    EXPECT_EQ(project.getValue("/x", false)->GetInt(), 49);
+}
+
+// Undo and redo
+
+TEST_F(ChangeManagerLog, UndoAndRedoOfNothingDoNothing) {
+    const std::string before = toText(project);
+    changes.undoLast();
+    changes.redoLastUndo();
+    EXPECT_EQ(toText(project), before);
+    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    push("/a", 1);
+    changes.redoLastUndo();
+    EXPECT_EQ(changes.lastChangeIndex(), 0);
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+}
+
+TEST_F(ChangeManagerLog, UndoKeepsTheEntryForRedo) {
+    push("/a", 1);
+    push("/a", 2);
+    changes.undoLast();
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/a 1 -> 2, -1"}));
+    EXPECT_EQ(changes.lastChangeIndex(), 0);
+    changes.redoLastUndo();
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 2);
+    EXPECT_EQ(changes.lastChangeIndex(), 1);
+}
+
+TEST_F(ChangeManagerLog, APushDiscardsTheRedoHistory) {
+    push("/a", 1);
+    push("/b", 1);
+    push("/c", 1);
+    changes.undoLast();
+    changes.undoLast();
+    push("/x", 1);
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/x 0 -> 1, -1"}));
+    EXPECT_FALSE(changes.canRedo());
+}
+
+TEST_F(ChangeManagerLog, ChangesOutsideAGroupAreUndoneOneByOne) {
+    push("/a", 1);
+    push("/b", 1);
+    changes.undoLast();
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+    EXPECT_EQ(project.getValue("/b", false)->GetInt(), 0);
+}
+
+TEST_F(ChangeManagerLog, NeighbouringGroupsAreTwoSteps) {
+    const std::string before = toText(project);
+    changes.openGroup();
+    push("/a", 1);
+    push("/b", 1);
+    changes.commit();
+    const std::string between = toText(project);
+    changes.openGroup();
+    push("/a", 2);
+    push("/b", 2);
+    changes.commit();
+    const std::string after = toText(project);
+    changes.undoLast();
+    EXPECT_EQ(toText(project), between);
+    changes.undoLast();
+    EXPECT_EQ(toText(project), before);
+    changes.redoLastUndo();
+    EXPECT_EQ(toText(project), between);
+    changes.redoLastUndo();
+    EXPECT_EQ(toText(project), after);
+}
+
+TEST_F(ChangeManagerLog, GroupIdsStartAtOneAndNeverRepeat) {
+    EXPECT_EQ(changes.openGroup(), 1);
+    changes.commit();
+    EXPECT_EQ(changes.openGroup(), 2);
+    changes.commit();
+    changes.reset(project);
+    EXPECT_EQ(changes.openGroup(), 3);
+}
+
+/** A group with id 0 cannot be opened, but the steps of undo and redo know it: its entries go with an ungrouped one. */
+TEST_F(ChangeManagerLog, AnUngroupedChangeTakesNeighboursOfGroupZeroAlong) {
+    push("/a", 1);
+    push("/b", 1);
+    changes.lastChange().group = 0;
+    push("/c", 1);
+    changes.undoLast();
+    EXPECT_EQ(changes.lastChangeIndex(), 0);
+    EXPECT_EQ(project.getValue("/b", false)->GetInt(), 0);
+    changes.undoLast();
+    // Redo goes on with group 0 behind an ungrouped change, too, and stops before the next ungrouped one.
+    changes.redoLastUndo();
+    EXPECT_EQ(changes.lastChangeIndex(), 1);
+    EXPECT_EQ(project.getValue("/c", false)->GetInt(), 0);
+}
+
+TEST_F(ChangeManagerLog, UndoOfAGivenChangeAppliesItsReverse) {
+    push("/a", 1);
+    push("/a", 2);
+    changes.undo(changes.changes()[1]);
+    EXPECT_EQ(changes.lastChangeIndex(), 0);
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 1);
+}
+
+TEST_F(ChangeManagerLog, TheReverseOfAChangeSwapsItsValuesAndIsInNoGroup) {
+    changes.openGroup();
+    push("/a", 1);
+    changes.commit();
+    const Change reverse = changes.reverse(changes.lastChange());
+    EXPECT_TRUE(reverse.path == "/a");
+    EXPECT_EQ(reverse.oldValue->GetInt(), 1);
+    EXPECT_EQ(reverse.newValue->GetInt(), 0);
+    EXPECT_EQ(reverse.group, -1);
+    EXPECT_NE(reverse.oldValue.get(), changes.lastChange().newValue.get());
+    push("/new", 1);
+    EXPECT_FALSE(changes.reverse(changes.lastChange()).newValue);
+}
+
+// The saved mark
+
+TEST_F(ChangeManagerLog, TheMarkSurvivesUndoAndRedo) {
+    push("/a", 1);
+    changes.markSave();
+    push("/b", 1);
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    changes.undoLast();
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+    changes.undoLast();
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    changes.redoLastUndo();
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+}
+
+TEST_F(ChangeManagerLog, APushBelowTheMarkKeepsItUntilItIsReached) {
+    for(int i = 0; i != 6; ++i) push("/a", i + 1);
+    changes.markSave();
+    changes.undoLast();
+    changes.undoLast();
+    push("/b", 1);
+    EXPECT_EQ(changes.lastChangeIndex(), 4);
+    EXPECT_EQ(changes.changes().size(), 5u);
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    push("/c", 1);
+    EXPECT_EQ(changes.lastChangeIndex(), 5);
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    // The mark is gone: it is the empty log's now.
+    while(changes.canUndo()) changes.undoLast();
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+}
+
+TEST_F(ChangeManagerLog, APushOntoTheMarkClearsItAtOnce) {
+    for(int i = 0; i != 6; ++i) push("/a", i + 1);
+    changes.markSave();
+    changes.undoLast();
+    push("/b", 1);
+    EXPECT_EQ(changes.lastChangeIndex(), 5);
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+}
+
+TEST_F(ChangeManagerLog, ResetForgetsTheLogButNotTheMark) {
+    push("/a", 1);
+    changes.markSave();
+    changes.reset(project);
+    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    EXPECT_TRUE(changes.changes().isEmpty());
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    changes.markSave();
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+}
+
+TEST_F(ChangeManagerLog, ResetWithoutAMarkHasNothingUnsaved) {
+    push("/a", 1);
+    changes.reset(project);
+    EXPECT_FALSE(changes.hasUnsavedChanges());
+}
+
+TEST_F(ChangeManagerLog, ResetLeavesAGroupOpen) {
+    changes.openGroup();
+    changes.reset(project);
+    EXPECT_TRUE(changes.isGroupOpen());
+    changes.commit();
+    EXPECT_FALSE(changes.isGroupOpen());
+}
+
+TEST_F(ChangeManagerLog, ResetTurnsToAnotherProject) {
+    ProjectFile other;
+    load(other, R"({"a":5})");
+    const std::string before = toText(project);
+    changes.reset(other);
+    push("/a", 6);
+    EXPECT_EQ(toText(other), R"({"a":6})");
+    EXPECT_EQ(toText(project), before);
+    EXPECT_EQ(&changes.allocator(), &other.allocator());
+}
+
+TEST_F(ChangeManagerLog, EachAppliedChangeIsARevision) {
+    const Int before = project.revision();
+    push("/a", 1);
+    EXPECT_EQ(project.revision(), before + 1);
+    changes.openGroup();
+    push("/a", 2);
+    push("/b", 2);
+    EXPECT_EQ(project.revision(), before + 3);
+    changes.commit();
+    EXPECT_EQ(project.revision(), before + 3);
+    changes.undoLast();
+    EXPECT_EQ(project.revision(), before + 5);
+    changes.redoLastUndo();
+    EXPECT_EQ(project.revision(), before + 7);
+}
+
+TEST_F(ChangeManagerLog, TheLogGrowsFarBeyondItsReserve) {
+    for(int i = 0; i != 1000; ++i) push("/a", i);
+    EXPECT_EQ(changes.lastChangeIndex(), 999);
+    while(changes.canUndo()) changes.undoLast();
+    EXPECT_EQ(project.getValue("/a", false)->GetInt(), 0);
+}
+
+// Broken preconditions
+
+using ChangeManagerLogDeathTest = ChangeManagerLog;
+
+TEST_F(ChangeManagerLogDeathTest, UndoInAnOpenGroupAborts) {
+    changes.openGroup();
+    push("/a", 1);
+    QUORVANE_EXPECT_ABORT(
+        changes.undoLast(), "ChangeManager::undoLast(): Can't undo/redo changes in group. Forgot commit()?");
+}
+
+TEST_F(ChangeManagerLogDeathTest, RedoInAnOpenGroupAborts) {
+    changes.openGroup();
+    QUORVANE_EXPECT_ABORT(
+        changes.redoLastUndo(), "ChangeManager::redoLastUndo(): Can't undo/redo changes in group. Forgot commit()?");
+}
+
+TEST_F(ChangeManagerLogDeathTest, TheLastChangeOfAnEmptyLogAborts) {
+    QUORVANE_EXPECT_ABORT(changes.lastChange(), RangeMessage);
+}
+
+TEST_F(ChangeManagerLogDeathTest, UndoBelowTheLogAborts) {
+    push("/a", 1);
+    const Change& change = changes.lastChange();
+    changes.undo(change);
+    changes.undo(change);
+    QUORVANE_EXPECT_ABORT(changes.undoLast(), RangeMessage);
+}
+
+TEST_F(ChangeManagerLogDeathTest, WhatIsNoPointerAborts) {
+    for(const std::string path: {"", "a", "#/a", "/a~", "/a~2b", "/~/b"})
+        QUORVANE_EXPECT_ABORT(
+            push(path.c_str(), 1), "ChangeManager::pushChange(): \"" + path + "\" is no JSON Pointer");
+    QUORVANE_EXPECT_ABORT(changes.pushRemoval(""), "ChangeManager::pushChange(): \"\" is no JSON Pointer");
+}
+
+TEST_F(ChangeManagerLogDeathTest, AppendingToNothingAborts) {
+    QUORVANE_EXPECT_ABORT(changes.pushAppend("/missing", "a"), "ChangeManager::pushAppend(): nothing at \"/missing\"");
+}
+
+}
+}

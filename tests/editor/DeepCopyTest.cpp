@@ -1,0 +1,56 @@
+#include "DeepCopy.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "support/Json.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+using Test::parsed;
+using Test::toText;
+
+TEST(DeepCopy, CopiesEveryKindOfValue) {
+    const std::string json =
+        R"({"a":null,"b":[true,false,1,-2,3.5,"text"],"c":{"d":{},"e":[]},"":"a text that is longer than a few bytes"})";
+    const rapidjson::Document source = parsed(json);
+    rapidjson::Document target;
+    deepCopy(target, source, target.GetAllocator());
+    EXPECT_EQ(toText(target), json);
+}
+
+TEST(DeepCopy, KeepsMembersWithOneKey) {
+    const rapidjson::Document source = parsed(R"({"a":1,"a":2})");
+    rapidjson::Document target;
+    deepCopy(target, source, target.GetAllocator());
+    EXPECT_EQ(toText(target), R"({"a":1,"a":2})");
+}
+
+TEST(DeepCopy, SharesNoTextWithItsSource) {
+    std::string text = "a text that is longer than a few bytes";
+    std::string key = "a key that is longer than a few bytes";
+    rapidjson::Document target;
+    rapidjson::Value source{rapidjson::kObjectType};
+    rapidjson::Value array{rapidjson::kArrayType};
+    // References to somebody else's text, which the JSON library copies as such.
+    array.PushBack(rapidjson::StringRef(text.data(), text.size()), target.GetAllocator());
+    source.AddMember(rapidjson::StringRef(key.data(), key.size()), array, target.GetAllocator());
+    deepCopy(target, source, target.GetAllocator());
+    text.assign(text.size(), 'x');
+    key.assign(key.size(), 'y');
+    EXPECT_EQ(
+        toText(target), R"({"a key that is longer than a few bytes":["a text that is longer than a few bytes"]})");
+}
+
+TEST(DeepCopy, KeepsZeroBytes) {
+    const rapidjson::Document source = parsed(R"(["a\u0000b"])");
+    rapidjson::Document target;
+    deepCopy(target, source, target.GetAllocator());
+    EXPECT_EQ(toText(target), R"(["a\u0000b"])");
+}
+
+}
+}
