@@ -9,6 +9,8 @@ if(QUORVANE_SANITIZE)
         # two typeinfo objects, which the vptr check takes for a wrong type.
         add_compile_options(-fno-sanitize=vptr -fno-sanitize-recover=all)
         add_link_options(-fno-sanitize=vptr)
+        # RapidJSON's parser adds to the null pointer of its empty stack, which Clang sees and which does no harm.
+        add_compile_options($<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=pointer-overflow>)
     endif()
     message(STATUS "Quorvane: sanitizers: ${sanitizers}")
 else()
