@@ -57,14 +57,14 @@ constexpr std::underlying_type_t<T> enumCastUnderlyingType(EnumSet<T, fullValue>
 } // namespace Corrade::Containers
 
 #define CORRADE_COMPAT_ENUMSET_OPERATORS_(prefix, set)                                                                 \
-    prefix constexpr bool operator==(set::Type a, set b) { return set(a) == b; }                                       \
-    prefix constexpr bool operator!=(set::Type a, set b) { return set(a) != b; }                                       \
-    prefix constexpr bool operator>=(set::Type a, set b) { return set(a) >= b; }                                       \
-    prefix constexpr bool operator<=(set::Type a, set b) { return set(a) <= b; }                                       \
-    prefix constexpr set operator|(set::Type a, set b) { return set(a) | b; }                                          \
-    prefix constexpr set operator&(set::Type a, set b) { return set(a) & b; }                                          \
-    prefix constexpr set operator^(set::Type a, set b) { return set(a) ^ b; }                                          \
-    prefix constexpr set operator~(set::Type a) { return ~set(a); }
+    [[maybe_unused]] prefix constexpr bool operator==(set::Type a, set b) { return set(a) == b; }                      \
+    [[maybe_unused]] prefix constexpr bool operator!=(set::Type a, set b) { return set(a) != b; }                      \
+    [[maybe_unused]] prefix constexpr bool operator>=(set::Type a, set b) { return set(a) >= b; }                      \
+    [[maybe_unused]] prefix constexpr bool operator<=(set::Type a, set b) { return set(a) <= b; }                      \
+    [[maybe_unused]] prefix constexpr set operator|(set::Type a, set b) { return set(a) | b; }                         \
+    [[maybe_unused]] prefix constexpr set operator&(set::Type a, set b) { return set(a) & b; }                         \
+    [[maybe_unused]] prefix constexpr set operator^(set::Type a, set b) { return set(a) ^ b; }                         \
+    [[maybe_unused]] prefix constexpr set operator~(set::Type a) { return ~set(a); }
 
 /** Operators between plain flags; stands in the namespace of the enumeration. */
 #define CORRADE_ENUMSET_OPERATORS(class) CORRADE_COMPAT_ENUMSET_OPERATORS_(, class)
