@@ -1,10 +1,13 @@
 #include "QuorvaneEditor/ProjectFile.h"
 
+#include <cctype>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "AllocationCounter.h"
+#include "ChangeManager.h"
 #include "QuorvaneEditor/ValueAccess.h"
 #include "TestDocument.h"
 
@@ -193,6 +196,54 @@ TEST(ProjectFile, ReadingAllocatesNothing) {
     EXPECT_TRUE(isDefault);
     EXPECT_TRUE(isMissing);
 }
+
+class ProjectFileUnderChanges: public testing::TestWithParam<unsigned> {};
+
+TEST_P(ProjectFileUnderChanges, AgreesWithAScanAfterEveryChange) {
+    std::mt19937 random{GetParam()};
+    ProjectFile project;
+    project.replace(withTerms(50));
+    ChangeManager changes{project};
+    const auto anyPath = [&] {
+        // No digits alone: those would create arrays.
+        const std::string term = "k" + std::to_string(random() % 120);
+        switch(random() % 10) {
+        case 0: return "/localization/translations/l" + std::to_string(random() % 2) + "/" + term;
+        case 1: return "/localization/translations/l" + std::to_string(random() % 2) + "/" + term + "/text";
+        case 2: return "/t" + term;
+        case 3: return random() % 50 ? "/localization/terms/" + term : std::string{"/localization/terms"};
+        default: return "/localization/terms/" + term + (random() % 2 ? "/translatable" : "/sourceText");
+        }
+    };
+    std::size_t found = 0, large = 0;
+    for(int step = 0; step != 5000; ++step) {
+        const std::string path = anyPath();
+        const unsigned action = random() % 10;
+        if(action < 5) {
+            // Containers are set as a whole, so that what lies below stays a container.
+            rapidjson::Value value{1};
+            if(path == "/localization/terms")
+                value.CopyFrom(withTerms(random() % 100)["localization"]["terms"], project.allocator());
+            else if(path[1] == 'l' && std::isdigit(path.back()))
+                value.SetObject().AddMember("text", step, project.allocator());
+            changes.pushChange(view(path), value, random() % 2);
+        } else if(action < 8) changes.pushRemoval(view(path));
+        else
+            for(unsigned i = random() % 20; i && (action == 8 ? changes.canUndo() : changes.canRedo()); --i)
+                action == 8 ? changes.undoLast() : changes.redoLastUndo();
+        large += project.root()["/localization/terms"].size() > 32;
+        for(int i = 0; i != 10; ++i) {
+            const std::string asked = i ? anyPath() : path;
+            rapidjson::Value* const value = project.getValue(view(asked), false);
+            ASSERT_EQ(value, JsonObject::valueByPointer(project.document(), view(asked))) << step << " " << asked;
+            found += value != nullptr;
+        }
+    }
+    EXPECT_GT(found, 2000u);
+    EXPECT_GT(large, 1000u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, ProjectFileUnderChanges, testing::Range(1u, 5u));
 
 TEST(ProjectFile, DeepDocumentsAreReadAndReplaced) {
     rapidjson::Document document{rapidjson::kArrayType};
