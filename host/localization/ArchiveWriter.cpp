@@ -4,6 +4,8 @@
 
 namespace QuorvaneEngine {
 
+using namespace Containers::Literals;
+
 namespace {
 
 /** 1980-01-01, the first date that the format has. */
@@ -38,6 +40,10 @@ bool readBack(zip_source_t* const source, Containers::String& bytes) {
 
 bool writeArchive(
     const Containers::ArrayView<const StagedFile> files, Containers::String& bytes, Containers::String& reason) {
+    if(files.isEmpty()) {
+        reason = "there is nothing to put into the archive"_s;
+        return false;
+    }
     zip_error_t error;
     zip_error_init(&error);
     const auto fail = [&](zip_error_t& why) {

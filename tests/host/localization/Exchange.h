@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+#include <string>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/GrowableArray.h>
+
+#include "LanguageLookup.h"
+#include "QuorvaneEditor/LocalizationTools.h"
+#include "TestFolder.h"
+#include "TestProject.h"
+
+namespace QuorvaneEngine {
+
+inline Containers::Array<UnsignedInt> languagesOf(const std::initializer_list<const char*> codes) {
+    Containers::Array<UnsignedInt> languages;
+    for(const char* const code: codes) Containers::arrayAppend(languages, UnsignedInt(findLanguage(code)));
+    return languages;
+}
+
+inline void exportTo(TestProject& project, const std::initializer_list<const char*> codes, const std::string& path) {
+    LocalizationTools::exportTerms(
+        project.editor(), languagesOf(codes), FallbackLanguage, viewed(path), LocalizationFormat::I18Next);
+}
+
+inline void exportCompressedTo(
+    TestProject& project, const std::initializer_list<const char*> codes, const std::string& path) {
+    LocalizationTools::exportTermsCompressed(
+        project.editor(), languagesOf(codes), FallbackLanguage, viewed(path), LocalizationFormat::I18Next);
+}
+
+/** The codes of the languages after an import into a list of @p codes , with blanks between. */
+inline std::string importFrom(
+    TestProject& project, const std::initializer_list<const char*> codes, const std::string& path) {
+    Containers::Array<UnsignedInt> languages = languagesOf(codes);
+    LocalizationTools::importTerms(
+        project.editor(), languages, FallbackLanguage, viewed(path), LocalizationFormat::I18Next);
+    std::string list;
+    for(const UnsignedInt language: languages) list += (list.empty() ? "" : " ") + copied(AllLanguages[language].code);
+    return list;
+}
+
+}
