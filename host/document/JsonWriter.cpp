@@ -1,7 +1,6 @@
 #include "JsonWriter.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include <rapidjson/document.h>
 
 #include "JsonReader.h"
+#include "JsonText.h"
 
 namespace QuorvaneEngine::JsonWriter {
 
@@ -37,7 +37,6 @@ private:
     bool array(const rapidjson::Value& array, UnsignedInt depth);
     bool string(std::string_view characters);
     bool number(const rapidjson::Value& number);
-    bool floatingPoint(double number);
 
     /** What stands before a member or element, and, where @p isEnd, before the closing bracket. */
     void separate(UnsignedInt depth, bool isFirst, bool isEnd);
@@ -121,55 +120,13 @@ void Writer::separate(const UnsignedInt depth, const bool isFirst, const bool is
 }
 
 bool Writer::string(const std::string_view characters) {
-    static constexpr char Digits[]{"0123456789ABCDEF"};
-    text += '"';
-    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\'; };
-    for(auto at = characters.begin(); at != characters.end();) {
-        const auto end = std::find_if_not(at, characters.end(), isPlain);
-        text.append(at, end);
-        if(end == characters.end()) break;
-        text += '\\';
-        switch(*end) {
-        case '"':
-        case '\\': text += *end; break;
-        case '\b': text += 'b'; break;
-        case '\f': text += 'f'; break;
-        case '\n': text += 'n'; break;
-        case '\r': text += 'r'; break;
-        case '\t': text += 't'; break;
-        default:
-            text += "u00";
-            text += Digits[*end >> 4];
-            text += Digits[*end & 15];
-        }
-        at = end + 1;
-    }
-    text += '"';
+    appendJsonString(text, characters);
     return JsonReader::isUtf8({characters.data(), characters.size()}) || refuse("a text is not valid UTF-8");
 }
 
 bool Writer::number(const rapidjson::Value& number) {
-    char buffer[24];
-    std::to_chars_result end{};
-    if(number.IsInt64()) end = std::to_chars(buffer, buffer + sizeof(buffer), number.GetInt64());
-    else if(number.IsUint64()) end = std::to_chars(buffer, buffer + sizeof(buffer), number.GetUint64());
-    else return floatingPoint(number.GetDouble());
-    text.append(buffer, end.ptr);
-    return true;
-}
-
-bool Writer::floatingPoint(const double number) {
-    if(!std::isfinite(number)) return refuse("a number is not finite");
-    const double size = std::abs(number);
-    const bool isPlain = size == 0.0 || (size >= 1e-4 && size < 1e16);
-    char buffer[40];
-    const auto end = std::to_chars(
-        buffer, buffer + sizeof(buffer), number, isPlain ? std::chars_format::fixed : std::chars_format::scientific);
-    const std::string_view digits{buffer, std::size_t(end.ptr - buffer)};
-    const std::size_t exponent = std::min(digits.find('e'), digits.size());
-    text += digits.substr(0, exponent);
-    if(digits.find('.') == std::string_view::npos) text += ".0";
-    text += digits.substr(exponent);
+    if(number.IsDouble() && !std::isfinite(number.GetDouble())) return refuse("a number is not finite");
+    appendJsonNumber(text, number);
     return true;
 }
 
