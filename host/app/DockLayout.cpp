@@ -21,6 +21,10 @@ void build(ImGuiID space, const EditorState& state) {
         const Containers::StringView title = state.viewTitle(view);
         ImGui::DockBuilderDockWindow(title.data(), title == Bottom ? bottom : centre);
     }
+    // The tabs have close buttons of their own.
+    for(const ImGuiID node : {centre, bottom})
+        ImGui::DockBuilderGetNode(node)->SetLocalFlags(
+            ImGui::DockBuilderGetNode(node)->LocalFlags | ImGuiDockNodeFlags_NoCloseButton);
     ImGui::DockBuilderFinish(space);
 }
 

@@ -19,7 +19,6 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
     Containers::ArrayView<const ViewCondition> conditions, FolderDialog folderDialog)
     : _session{&session},
       _jobs{&jobs},
-      _modules{&modules},
       _log{&log},
       _folderDialog{folderDialog},
       _ui{&session.project(), &session.changes(), &session.data()},

@@ -68,7 +68,6 @@ private:
 
     EditorSession* _session;
     JobSystem* _jobs;
-    ModuleLoader* _modules;
     MessageLog* _log;
     FolderDialog _folderDialog;
     Ui _ui;

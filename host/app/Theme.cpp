@@ -91,7 +91,7 @@ void apply(float scale) {
     ImGui::StyleColorsDark(&style);
     for(const Entry& entry: Colors) style.Colors[entry.slot] = entry.color;
 
-    style.WindowPadding = {12.0f, 10.0f};
+    style.WindowPadding = {10.0f, 10.0f};
     style.FramePadding = {9.0f, 5.0f};
     style.CellPadding = {8.0f, 4.0f};
     style.ItemSpacing = {9.0f, 7.0f};
