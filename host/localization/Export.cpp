@@ -35,7 +35,8 @@ namespace Path = Corrade::Utility::Path;
 /** Terms as they are exported to every language. */
 struct Exported {
     ProjectTerms terms;
-    /** Indices of those that have a place in the files, in the project's order. */
+    /** Indices of those that have a place in the files. They are in the project's order, but those that lie in one object of the
+        files together: so the order does not depend on which terms a language has. */
     std::vector<std::size_t> indices;
 
     Exported(ProjectFile& project, LocalizationReport& report): terms{project} {
@@ -44,11 +45,17 @@ struct Exported {
             if(!terms.terms()[i].isTranslatable) continue;
             Int other = -1;
             const TermConflict conflict = tree.insert(terms.canonicalKey(i), Int(i), other);
-            if(conflict == TermConflict::None) indices.push_back(i);
-            else
+            if(conflict != TermConflict::None)
                 report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, terms.terms()[i].key,
                     describe(conflict, other < 0 ? ""_s : terms.terms()[std::size_t(other)].key));
         }
+        collect(tree, TermTree::Root);
+    }
+
+    // As deep as keys have segments, which the tree limits.
+    void collect(const TermTree& tree, const UnsignedInt node) {
+        if(tree.node(node).term != -1) indices.push_back(std::size_t(tree.node(node).term));
+        for(UnsignedInt i = tree.node(node).firstChild; i != TermTree::None; i = tree.node(i).next) collect(tree, i);
     }
 };
 
@@ -170,8 +177,8 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
     Containers::String existing;
     const int result = fileSystem.readFile(target, existing);
     if(result == EISDIR) return fail(error, target, "is a folder where a file is needed"_s);
-    if(result == ENOTDIR) return fail(error, Path::path(target), "is a file where a folder is needed"_s);
-    if(result != 0 && result != ENOENT) return fail(error, target, systemReason("read"_s, result));
+    // What is a file instead of a folder is said when the folder is made.
+    if(result != 0 && result != ENOENT && result != ENOTDIR) return fail(error, target, systemReason("read"_s, result));
     ArchiveReader archive;
     ArchiveRefusal refusal;
     const bool isArchive = result == 0 && archive.open(existing, refusal);

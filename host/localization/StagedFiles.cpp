@@ -59,8 +59,10 @@ private:
         Containers::Array<Containers::String> names;
         int result = _fileSystem.listFolder(path, names);
         if(result == 0) return true;
+        const Containers::StringView above = Path::path(path);
+        // It may be one of those above that is no folder.
+        if(result == ENOTDIR && _fileSystem.listFolder(above, names) == ENOTDIR) return makeFolder(above);
         if(result == ENOENT) {
-            const Containers::StringView above = Path::path(path);
             if(!above.isEmpty() && above != path && !makeFolder(above)) return false;
             result = _fileSystem.makeFolder(path);
             if(result == 0) {

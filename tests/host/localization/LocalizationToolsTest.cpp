@@ -40,7 +40,7 @@ std::string randomProject(std::mt19937& random) {
 TEST(LocalizationTools, RandomProjectsGoOutAndComeBackTheSame) {
     std::mt19937 random{3};
     const CapturedOutput output;
-    for(int i = 0; i != 60; ++i) {
+    for(int i = 0; i != 20; ++i) {
         TestProject project{randomProject(random)};
         TestFolder folder;
         exportTo(project, {"en", "de", "ja"}, folder / "out");

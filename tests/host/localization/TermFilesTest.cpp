@@ -1,11 +1,13 @@
 #include "TermFiles.h"
 
+#include <cerrno>
 #include <filesystem>
 
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "../document/MemoryFileSystem.h"
 #include "FileSystem.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "TestArchive.h"
@@ -46,7 +48,7 @@ TEST(TermFiles, BothLayoutsOfAFolderAreRead) {
     folder.write("notes.txt", "no");
     folder.write(".hidden.json", "no");
     folder.write(".git/de.json", "no");
-    EXPECT_EQ(found(folder), "pt-BR=1\nde=2\n");
+    EXPECT_EQ(found(folder), "de=2\npt-BR=1\n");
 }
 
 TEST(TermFiles, UnknownCodesAndOtherNamespacesArePassedOver) {
@@ -83,7 +85,8 @@ TEST(TermFiles, WhatIsNoFileIsRefused) {
 }
 
 TEST(TermFiles, UnreadableFilesAndFoldersAreRefused) {
-    if(geteuid() == 0) GTEST_SKIP() << "a superuser reads everything";
+    if(geteuid() == 0)
+        GTEST_SKIP() << "a superuser reads everything; the next test has the same on another file system";
     TestFolder folder;
     folder.write("de/translation.json", "1");
     folder.write("fr.json", "2");
@@ -93,6 +96,32 @@ TEST(TermFiles, UnreadableFilesAndFoldersAreRefused) {
         "refused: FOLDER/de: cannot be read: Permission denied\n"
         "refused: FOLDER/fr.json: cannot be read: Permission denied\n");
     std::filesystem::permissions(folder / "de", std::filesystem::perms::owner_all);
+}
+
+TEST(TermFiles, WhateverCannotBeReadIsRefused) {
+    MemoryFileSystem measured;
+    measured.put("/in/de/translation.json", "1");
+    measured.put("/in/fr.json", "2");
+    const auto read = [](MemoryFileSystem& files, Containers::Array<Containers::String>& refusals) {
+        Containers::Array<TermFile> found;
+        Containers::Array<Containers::String> passedOver;
+        return readTermFiles(files, "/in", found, passedOver, refusals);
+    };
+    Containers::Array<Containers::String> none;
+    EXPECT_TRUE(read(measured, none));
+    const std::size_t steps = measured.steps();
+    ASSERT_GE(steps, 4u);
+    for(std::size_t step = 0; step != steps; ++step) {
+        MemoryFileSystem files;
+        files.put("/in/de/translation.json", "1");
+        files.put("/in/fr.json", "2");
+        files.failAt(step, EACCES);
+        Containers::Array<Containers::String> refusals;
+        EXPECT_FALSE(read(files, refusals)) << step;
+        ASSERT_EQ(refusals.size(), 1u);
+        EXPECT_TRUE(refusals[0].hasPrefix("/in") && refusals[0].hasSuffix(": cannot be read: Permission denied"))
+            << copied(refusals[0]);
+    }
 }
 
 TEST(TermFiles, LinksThatLeadOutAreRefused) {
