@@ -62,10 +62,9 @@ bool readObject(FileSystem& files, const Containers::String& path, rapidjson::Do
 
 /** The member of an object with a key, which is added as an empty object where it is missing. */
 rapidjson::Value& memberOf(rapidjson::Value& object, rapidjson::Document& document, const char* key) {
-    const auto found = object.FindMember(key);
-    if(found != object.MemberEnd()) return found->value;
-    object.AddMember(rapidjson::StringRef(key), rapidjson::Value{rapidjson::kObjectType}, document.GetAllocator());
-    return (object.MemberEnd() - 1)->value;
+    if(!object.HasMember(key))
+        object.AddMember(rapidjson::StringRef(key), rapidjson::Value{rapidjson::kObjectType}, document.GetAllocator());
+    return object[key];
 }
 
 const rapidjson::Value* memberOf(const rapidjson::Value& object, const char* key) {
