@@ -31,14 +31,18 @@ struct StyleColor {
     ImVec4 value;
 };
 
+/* The library fills the box in a colour of its own when it is checked; here it is the frame's. */
+
 constexpr StyleColor CheckedColors[]{
     {ImGuiCol_FrameBg, {0.125f, 0.23f, 0.35f, 1.0f}},
+    {ImGuiCol_CheckboxSelectedBg, {0.125f, 0.23f, 0.35f, 1.0f}},
     {ImGuiCol_FrameBgActive, {0.25f, 0.46f, 0.70f, 1.0f}},
     {ImGuiCol_FrameBgHovered, {0.25f, 0.46f, 0.70f, 1.0f}},
 };
 
 constexpr StyleColor UncheckedColors[]{
     {ImGuiCol_FrameBg, {0.29f, 0.29f, 0.29f, 0.44f}},
+    {ImGuiCol_CheckboxSelectedBg, {0.29f, 0.29f, 0.29f, 0.44f}},
 };
 
 /** By the two bits of the button's flags. */
