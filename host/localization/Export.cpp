@@ -73,6 +73,7 @@ public:
             if(language >= LanguageCount) continue;
             StagedFile file;
             file.path = TermFilePath::make(AllLanguages[language].code, DefaultNamespace);
+            if(has(file.path)) continue;
             Containers::String existing;
             if(!readExisting(file.path, existing)) return false;
             _report.addLanguage(language);
@@ -81,6 +82,12 @@ public:
             Containers::arrayAppend(files, std::move(file));
         }
         return true;
+    }
+
+    bool has(const Containers::StringView path) const {
+        for(const StagedFile& file: files)
+            if(file.path == path) return true;
+        return false;
     }
 
     Containers::Array<StagedFile> files;
@@ -192,6 +199,10 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
         return true;
     });
     if(!isMade) return false;
+    for(const ArchiveDirectory::Entry& entry: archive.entries())
+        if(isArchive && !entry.name.isEmpty() && !exporting.has(entry.name))
+            report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, {},
+                Corrade::Utility::format("{}: is no longer in the archive", entry.name));
     StagedFile file;
     Containers::String reason;
     if(!writeArchive(exporting.files, file.bytes, reason)) return fail(error, target, reason);

@@ -56,7 +56,10 @@ public:
         const rapidjson::Value* const terms = editor.project().root()["localization"_s]["terms"_s].value();
         if(!terms || !terms->IsObject()) return;
         for(const auto& term: terms->GetObject()) {
-            _keys.insert(copyOf(viewOf(term.name)));
+            // A key that is the beginning of another one would have no place beside it in a file.
+            const std::string key = copyOf(viewOf(term.name));
+            _keys.insert(key.substr(0, key.find('.')));
+            _keys.insert(key);
             if(!term.value.IsObject()) continue;
             const auto source = term.value.FindMember("sourceText");
             if(source != term.value.MemberEnd() && source->value.IsString())

@@ -14,7 +14,9 @@ class LocalizationReport;
 /** Takes terms over into a project, in three steps: files are read, which may refuse; then compared with the project, which
     gives the report; then the project is changed, in one undo step. A preview leaves the last step out.
 
-    Nothing is ever deleted: a term that no file has keeps its texts, and an empty text changes nothing. */
+    Nothing is ever deleted: a term that no file has keeps its texts, and an empty text changes nothing. A text that is new or
+    differs takes the fingerprint of today's source; one that is as it was stays as it was, stale ones too, so that an export that
+    comes back untouched changes nothing. */
 class QUORVANE_API Import {
 public:
     /** @param editor           must outlive the import; its project must not change between @ref compare() and @ref apply()

@@ -166,6 +166,24 @@ TEST(Export, WhatLeavesAFileIsReported) {
         std::string::npos);
 }
 
+TEST(Export, WhatLeavesAnArchiveIsReported) {
+    TestProject project{Doors};
+    TestFolder folder;
+    exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
+    const CapturedOutput output;
+    exportCompressedTo(project, {"en"}, folder / "x.zip");
+    EXPECT_EQ(output.warning(),
+        "LocalizationTools::exportTermsCompressed(): de/translation.json: is no longer in the archive\n");
+}
+
+TEST(Export, LanguageThatIsListedTwiceIsWrittenOnce) {
+    TestProject project{Doors};
+    TestFolder once, twice;
+    exportCompressedTo(project, {"en", "de"}, once.path);
+    exportCompressedTo(project, {"en", "de", "en"}, twice.path);
+    EXPECT_EQ(once.files(), twice.files());
+}
+
 TEST(Export, AnyProjectIsExported) {
     for(const char* const json: {"{}", R"({"localization": 1})", R"({"localization": {"terms": []}})",
             R"({"localization": {"terms": {"a": 1, "b": {"sourceText": 1, "translatable": true}}, "translations": []}})",

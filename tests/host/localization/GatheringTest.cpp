@@ -69,6 +69,12 @@ TEST(Gathering, KeysAreOfSmallLettersDigitsAndUnderscoresAlone) {
     EXPECT_EQ(project.at("/localization/terms/a_b_c_text/sourceText"), R"("/objects/a~1b~0c/text")");
 }
 
+TEST(Gathering, KeyDoesNotBecomeTheBranchOfAnother) {
+    TestProject project{R"({"objects": {"a": {"text": "A"}}, "localization": {"terms": {"a_text.long": {}}}})"};
+    gatherTerms(project.editor());
+    EXPECT_EQ(keys(project), "a_text.long a_text_2");
+}
+
 TEST(Gathering, KeyStaysWhenTheTextChanges) {
     TestProject project{R"({"objects": {"a": {"text": "A"}}})"};
     gatherTerms(project.editor());
