@@ -14,7 +14,7 @@ static_assert(std::endian::native == std::endian::little, "the last byte must ho
 String String::nullTerminatedView(StringView view) {
     if(!(view.flags() & StringViewFlag::NullTerminated)) return String(view);
     String out(const_cast<char*>(view.data()), view.size(), [](char*, std::size_t) {});
-    out._large.size |= std::size_t(view.flags() & StringViewFlag::Global);
+    if(view.flags() >= StringViewFlag::Global) out._small[sizeof(Large) - 1] = char(out.lastByte() | GlobalBit);
     return out;
 }
 

@@ -173,6 +173,19 @@ TEST(GrowableArray, RemovesAndKeepsTheOrder) {
     EXPECT_EQ(printed(strings), "{a}");
 }
 
+TEST(GrowableArray, TheAllocatorCanBeNamed) {
+    Array<int> array;
+    arrayAppend<ArrayNewAllocator>(array, 1);
+    arrayAppend<ArrayNewAllocator>(array, 2);
+    EXPECT_EQ(array.deleter(), ArrayNewAllocator<int>::deleter);
+    EXPECT_FALSE(arrayIsGrowable(array));
+    arrayRemove<ArrayNewAllocator>(array, 0);
+    EXPECT_EQ(printed(array), "{2}");
+    arrayRemoveSuffix<ArrayNewAllocator>(array);
+    EXPECT_EQ(array.deleter(), ArrayNewAllocator<int>::deleter);
+    EXPECT_TRUE(array.isEmpty());
+}
+
 TEST(GrowableArray, ShrinkGivesPlainStorageOfExactlyTheSize) {
     Array<int> array;
     arrayReserve(array, 100);

@@ -181,13 +181,13 @@ constexpr auto arrayView(C&& container) {
 /** The same memory as elements of another standard-layout type; its size must divide. */
 template <class U, class T> ArrayView<U> arrayCast(ArrayView<T> view) {
     static_assert(std::is_standard_layout_v<T> && std::is_standard_layout_v<U>);
-    const std::size_t size = view.size() * sizeof(T) / sizeof(U);
-    CORRADE_ASSERT(size * sizeof(U) == view.size() * sizeof(T),
+    const std::size_t bytes = view.size() * sizeof(T);
+    CORRADE_ASSERT(bytes % sizeof(U) == 0,
         "Containers::arrayCast(): can't reinterpret" << view.size() << sizeof(T) << Utility::Debug::nospace
                                                      << "-byte items into a" << sizeof(U) << Utility::Debug::nospace
                                                      << "-byte type",
         {});
-    return ArrayView<U>(reinterpret_cast<U*>(view.data()), size);
+    return ArrayView<U>(reinterpret_cast<U*>(view.data()), bytes / sizeof(U));
 }
 
 template <std::size_t size, class T> constexpr std::size_t arraySize(T (&)[size]) { return size; }

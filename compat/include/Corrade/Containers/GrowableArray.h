@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <type_traits>
 
@@ -108,6 +109,11 @@ using ArrayAllocator =
 template <class T> struct GrowableAccess {
     static T*& data(Array<T>& array) { return array._data; }
     static std::size_t& size(Array<T>& array) { return array._size; }
+    /** Whether an element lies among the first `count` of the array. */
+    static bool holds(const Array<T>& array, const T* element, std::size_t count) {
+        const std::less<const T*> before;
+        return !before(element, array._data) && before(element, array._data + count);
+    }
 
     /** Moves the elements into storage of the allocator with the given capacity. */
     template <class Allocator> static void move(Array<T>& array, std::size_t size, std::size_t capacity) {
@@ -207,7 +213,7 @@ T& arrayAppend(Array<T>& array, InPlaceInitT, Args&&... args) {
 /** Adds one element, which must not be of the array itself. */
 template <class T, class Allocator = ArrayAllocator<T>>
 T& arrayAppend(Array<T>& array, const std::type_identity_t<T>& value) {
-    CORRADE_DEBUG_ASSERT(std::size_t(&value - array.data()) >= (arrayCapacity<T, Allocator>(array)),
+    CORRADE_DEBUG_ASSERT((!GrowableAccess<T>::holds(array, &value, arrayCapacity<T, Allocator>(array))),
         "Containers::arrayAppend(): use the list variant to append values from within the array itself", *array.data());
     return *new(GrowableAccess<T>::template gap<Allocator>(array, array.size(), 1)) T(value);
 }
@@ -217,15 +223,15 @@ T& arrayAppend(Array<T>& array, const std::type_identity_t<T>& value) {
 }
 template <class T, class Allocator = ArrayAllocator<T>>
 T& arrayAppend(Array<T>& array, std::type_identity_t<T>&& value) {
-    CORRADE_DEBUG_ASSERT(std::size_t(&value - array.data()) >= (arrayCapacity<T, Allocator>(array)),
+    CORRADE_DEBUG_ASSERT((!GrowableAccess<T>::holds(array, &value, arrayCapacity<T, Allocator>(array))),
         "Containers::arrayAppend(): use the list variant to append values from within the array itself", *array.data());
     return *new(GrowableAccess<T>::template gap<Allocator>(array, array.size(), 1)) T(std::move(value));
 }
 /** Adds copies of all values, which may be of the array itself; returns the new ones. */
 template <class T, class Allocator = ArrayAllocator<T>>
 ArrayView<T> arrayAppend(Array<T>& array, std::type_identity_t<ArrayView<const T>> values) {
-    const std::size_t within = std::size_t(values.data() - array.data());
-    const bool own = values.data() && within < array.size();
+    const bool own = GrowableAccess<T>::holds(array, values.data(), array.size());
+    const std::size_t within = own ? std::size_t(values.data() - array.data()) : 0;
     T* const added = GrowableAccess<T>::template gap<Allocator>(array, array.size(), values.size());
     std::uninitialized_copy_n(own ? array.data() + within : values.data(), values.size(), added);
     return ArrayView<T>(added, values.size());
