@@ -22,7 +22,7 @@ void build(ImGuiID space, const EditorState& state) {
         ImGui::DockBuilderDockWindow(title.data(), title == Bottom ? bottom : centre);
     }
     // The tabs have close buttons of their own.
-    for(const ImGuiID node : {centre, bottom})
+    for(const ImGuiID node: {centre, bottom})
         ImGui::DockBuilderGetNode(node)->SetLocalFlags(
             ImGui::DockBuilderGetNode(node)->LocalFlags | ImGuiDockNodeFlags_NoCloseButton);
     ImGui::DockBuilderFinish(space);

@@ -4,6 +4,8 @@
 
 #include <Corrade/Containers/GrowableArray.h>
 #include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
 
 namespace QuorvaneEngine {
 
@@ -56,6 +58,19 @@ Containers::StringView text(const Pattern& pattern, const char* property) {
     return reinterpret_cast<const char*>(value);
 }
 
+/** @ref FontFile::height of a face; 0 where the file cannot be read. */
+float faceHeight(const char* path, UnsignedInt index) {
+    FT_Library library = nullptr;
+    if(FT_Init_FreeType(&library)) return 0.0f;
+    FT_Face face = nullptr;
+    float height = 0.0f;
+    if(!FT_New_Face(library, path, FT_Long(index), &face) && face->units_per_EM)
+        height = float(face->ascender - face->descender) / float(face->units_per_EM);
+    // The faces go with the library.
+    FT_Done_FreeType(library);
+    return height;
+}
+
 /** The fonts found so far, and all letters that they have. */
 struct Collection {
     Containers::Array<FontFile> files;
@@ -68,7 +83,10 @@ struct Collection {
         int face = 0;
         FcPatternGetInteger(font.get(), FC_INDEX, 0, &face);
         // The upper half numbers the instance of a variable font.
-        arrayAppend(files, FontFile{path, UnsignedInt(face) & 0xffffu});
+        const UnsignedInt index = UnsignedInt(face) & 0xffffu;
+        const float height = faceHeight(path.data(), index);
+        if(height <= 0.0f) return;
+        arrayAppend(files, FontFile{path, index, height});
         covered.reset(FcCharSetUnion(covered.get(), letters));
     }
 

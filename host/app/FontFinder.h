@@ -13,6 +13,9 @@ struct FontFile {
 
     /** Position of the face in a collection, such as a `.ttc` file. */
     UnsignedInt face;
+
+    /** From the highest ascender to the lowest descender, in ems. */
+    float height;
 };
 
 /** Finds fonts through fontconfig: first the text font, then for each major language whose letters (as fontconfig lists them) no

@@ -12,9 +12,9 @@ namespace QuorvaneEngine::Fonts {
 namespace {
 
 /* Icons are as wide as high, stand on the text's base line and reach as far below as above its capitals. */
-constexpr float IconSize = Size * 0.80f;
-constexpr float IconDrop = 1.5f;
-constexpr float IconAdvance = IconSize * 1.25f;
+constexpr float IconSize = Size * 0.76f;
+constexpr float IconDrop = 1.0f;
+constexpr float IconAdvance = Size;
 
 }
 
@@ -29,7 +29,9 @@ void load(Containers::StringView iconFont) {
         config.MergeMode = merge;
         // A file that is gone since it was found is not worth ending the program.
         config.Flags |= ImFontFlags_NoLoadError;
-        return atlas.AddFontFromFileTTF(file.path.data(), Size, &config) != nullptr;
+        // One em is as large in every font; the library would make their lines equally high.
+        const float size = Size * file.height / files.front().height;
+        return atlas.AddFontFromFileTTF(file.path.data(), size, &config) != nullptr;
     };
 
     const bool readable = !files.isEmpty() && add(files.front(), false);

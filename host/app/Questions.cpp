@@ -19,6 +19,9 @@ void prepare(const char* name) {
     ImGui::SetNextWindowPos(ImGui::GetMainViewport()->GetWorkCenter(), ImGuiCond_Appearing, {0.5f, 0.5f});
 }
 
+/** Room around what a dialog says. */
+ImVec2 padding() { return {Widgets::scaled(20.0f), Widgets::scaled(16.0f)}; }
+
 constexpr ImGuiWindowFlags Flags = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings;
 
 }
@@ -33,6 +36,8 @@ Answer Questions::draw() {
 
 Answer Questions::drawUnsaved() {
     prepare("Unsaved changes");
+    StyleGuard style;
+    style.variable(ImGuiStyleVar_WindowPadding, padding());
     const PopupGuard modal{ImGui::BeginPopupModal("Unsaved changes", nullptr, Flags)};
     if(!modal) return Answer::None;
     {
@@ -55,6 +60,8 @@ Answer Questions::drawUnsaved() {
 
 void Questions::drawFailure() {
     prepare("Project not opened");
+    StyleGuard style;
+    style.variable(ImGuiStyleVar_WindowPadding, padding());
     const PopupGuard modal{ImGui::BeginPopupModal("Project not opened", nullptr, Flags)};
     if(!modal) return;
     {
@@ -70,6 +77,8 @@ void Questions::drawFailure() {
 
 void Questions::drawAbout() {
     prepare("About");
+    StyleGuard style;
+    style.variable(ImGuiStyleVar_WindowPadding, padding());
     const PopupGuard modal{ImGui::BeginPopupModal("About", nullptr, Flags)};
     if(!modal) return;
     {

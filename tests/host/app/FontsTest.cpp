@@ -93,6 +93,10 @@ TEST(FontFinder, EveryFaceIsNamedOnceAndTheFirstIsTheTextFont) {
         EXPECT_TRUE(seen.insert(std::string{file.path.data()} + "#" + std::to_string(file.face)).second)
             << file.path.data();
     EXPECT_NE(std::string{files.front().path.data()}.find("Sans"), std::string::npos);
+    for(const FontFile& file : files) {
+        EXPECT_GT(file.height, 0.8f) << file.path.data();
+        EXPECT_LT(file.height, 3.0f) << file.path.data();
+    }
 }
 
 }
