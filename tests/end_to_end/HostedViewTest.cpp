@@ -1,0 +1,185 @@
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include "EditorView.h"
+#include "QuorvaneEditor/EditorState.h"
+#include "QuorvaneEditor/JobSystem.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "app/EditorFrame.h"
+#include "app/MessageLog.h"
+#include "app/ViewConditions.h"
+#include "document/EditorSession.h"
+#include "modules/ModuleLoader.h"
+#include "support/GuiTest.h"
+
+namespace QuorvaneEngine::Test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/** The Localization view in the editor that comes with it, on two copies of the sample project, by mouse and keys alone. */
+class HostedView: public testing::Test {
+protected:
+    HostedView() {
+        fs::create_directories(root);
+        for(const char* name: {"first", "second"}) {
+            fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", root / name, fs::copy_options::recursive);
+            fs::remove_all(root / name / ".editor");
+        }
+        ImGuiContextHook hook;
+        hook.Type = ImGuiContextHookType_NewFramePre;
+        hook.UserData = &frame;
+        hook.Callback = [](ImGuiContext*, ImGuiContextHook* own) {
+            static_cast<EditorFrame*>(own->UserData)->prepare();
+        };
+        ImGui::AddContextHook(gui.context(), &hook);
+    }
+
+    ~HostedView() override {
+        std::error_code error;
+        fs::remove_all(root, error);
+    }
+
+    bool play(const char* name, const GuiTest::Script& script) {
+        return gui.run(
+            name, [this] { frame.draw(); },
+            [&script](ImGuiTestContext& user) {
+                user.SetRef("Localization");
+                script(user);
+            });
+    }
+
+    std::string document() {
+        rapidjson::StringBuffer buffer;
+        rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
+        session.project().document().Accept(writer);
+        return buffer.GetString();
+    }
+
+    std::string file(const char* project) const {
+        std::ifstream stream{root / project / "project.json", std::ios::binary};
+        return {std::istreambuf_iterator<char>{stream}, {}};
+    }
+
+    static void replace(std::string& text, const std::string& from, const std::string& to) {
+        const std::size_t at = text.find(from);
+        ASSERT_NE(at, std::string::npos) << from;
+        text.replace(at, from.size(), to);
+    }
+
+    /** What the text input with the keyboard holds. */
+    static std::string editedText() {
+        const ImGuiInputTextState& input = ImGui::GetCurrentContext()->InputTextState;
+        return {input.TextSrc, std::size_t(input.TextLen)};
+    }
+
+    static void search(ImGuiTestContext& user, const char* text) {
+        user.ItemInput("##termsearch");
+        user.KeyCharsReplaceEnter(text);
+        user.Yield(2);
+    }
+
+    fs::path root = fs::temp_directory_path() / ("quorvane-hosted-" + std::to_string(getpid()));
+    MessageLog log;
+    GuiTest gui{{1600.0f, 1000.0f}};
+    JobSystem jobs{1};
+    EditorSession session{&jobs};
+    ModuleLoader modules{QUORVANE_MODULE_DIR};
+    EditorFrame frame{session, jobs, modules, log, viewConditions(),
+        [](Containers::StringView, Containers::StringView) { return Containers::String{}; }};
+};
+
+TEST_F(HostedView, ATermIsUntickedUndoneRedoneAndSavedByMouseAndKeys) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    const std::string before = document();
+    const std::string saved = file("first");
+    std::string expected = before;
+    replace(expected, R"("menu.start":{"sourceText":"/objects/title_screen/startText","translatable":true)",
+        R"("menu.start":{"sourceText":"/objects/title_screen/startText","translatable":false)");
+    std::string expectedFile = saved;
+    replace(expectedFile, R"("menu.start": {"sourceText": "/objects/title_screen/startText", "translatable": true)",
+        R"("menu.start": {"sourceText": "/objects/title_screen/startText", "translatable": false)");
+
+    EXPECT_TRUE(play("untick", [&](ImGuiTestContext& user) {
+        search(user, "menu.start");
+        IM_CHECK(document() == before);
+        user.ItemClick("**/##translatable");
+        user.Yield(2);
+        IM_CHECK(document() == expected);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(2);
+        IM_CHECK(document() == before);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z);
+        user.Yield(2);
+        IM_CHECK(document() == expected);
+        IM_CHECK(file("first") == saved);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.Yield(2);
+        IM_CHECK(!session.hasUnsavedChanges());
+    }));
+    EXPECT_EQ(file("first"), expectedFile);
+}
+
+TEST_F(HostedView, NothingOfTheOldProjectIsLeftInTheView) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    const UnsignedInt id = session.state().registerView("Localization");
+    EXPECT_TRUE(play("leave traces", [](ImGuiTestContext& user) {
+        search(user, "menu.start");
+        user.MenuClick("File/Export");
+        user.Yield(4);
+        user.SetRef("//Export Terms");
+        user.ItemInput("##path");
+        user.KeyCharsReplaceEnter("/an/old/path");
+        user.WindowClose("//Export Terms");
+        user.Yield(2);
+    }));
+    ASSERT_TRUE(frame.open((root / "second").c_str()));
+    EXPECT_EQ(session.state().registerView("Localization"), id);
+    EXPECT_TRUE(play("look for them", [this](ImGuiTestContext& user) {
+        user.ItemInput("##termsearch");
+        user.Yield(2);
+        IM_CHECK_STR_EQ(editedText().c_str(), "");
+        user.KeyPress(ImGuiKey_Escape);
+        user.MenuClick("File/Export");
+        user.Yield(4);
+        user.SetRef("//Export Terms");
+        user.ItemInput("##path");
+        user.Yield(2);
+        IM_CHECK_STR_EQ(editedText().c_str(), ((root / "second").string() + "/i18n/").c_str());
+        user.KeyPress(ImGuiKey_Escape);
+    }));
+}
+
+TEST_F(HostedView, AProjectWithoutAKnownDefaultIsRepairedInOneStep) {
+    std::ofstream{root / "first" / "project.json"} << R"({"languages": {"de": {}, "en": {}}})";
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    const std::string broken = document();
+    EXPECT_TRUE(play("repair", [&](ImGuiTestContext& user) {
+        IM_CHECK(!user.ItemExists("##termsearch"));
+        user.ItemClick("**/Repair");
+        user.Yield(3);
+        IM_CHECK(user.ItemExists("##termsearch"));
+        const std::string repaired = document();
+        IM_CHECK(repaired != broken);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(3);
+        IM_CHECK(document() == broken);
+        IM_CHECK(user.ItemExists("**/Repair"));
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Y);
+        user.Yield(3);
+        IM_CHECK(document() == repaired);
+        IM_CHECK(user.ItemExists("##termsearch"));
+    }));
+}
+
+}
+}
