@@ -9,42 +9,8 @@
 namespace QuorvaneEngine::Test {
 namespace {
 
-ImGuiWindow* popup(ImGuiTestContext& user) {
-    ImVector<ImGuiPopupData>& open = user.UiContext->OpenPopupStack;
-    return open.empty() ? nullptr : open[0].Window;
-}
-
-ImGuiWindow* list(ImGuiTestContext& user) {
-    for(ImGuiWindow* const window: user.UiContext->Windows)
-        if(popup(user) && window->ParentWindow == popup(user) && window->WasActive &&
-            window->Flags & ImGuiWindowFlags_ChildWindow)
-            return window;
-    return nullptr;
-}
-
-void openPopup(ImGuiTestContext& user) {
-    selectTab(user, "Languages");
-    user.ItemClick("//Localization/Add Language");
-    user.Yield(3);
-    IM_CHECK(popup(user) != nullptr);
-}
-
-/* The row of a language in the list, brought into view */
-ImGuiTestItemInfo offered(ImGuiTestContext& user, const Containers::StringView language) {
-    ImGuiWindow* const window = list(user);
-    for(float y = 0.0f;; y += window->InnerRect.GetHeight() * 0.5f) {
-        window->Scroll.y = std::min(y, window->ScrollMax.y);
-        user.Yield(2);
-        user.SetRef(window);
-        const ImGuiTestItemInfo item = user.ItemInfo(language.data(), ImGuiTestOpFlags_NoError);
-        user.SetRef("//Localization");
-        if(item.ID && window->ClipRect.Contains(item.RectFull.GetCenter())) return item;
-        if(y >= window->ScrollMax.y) return user.ItemInfoNull();
-    }
-}
-
 int rowsInList(ImGuiTestContext& user) {
-    const ImGuiWindow* const window = list(user);
+    const ImGuiWindow* const window = languageList(user);
     /* Rows are a line and 2 pixels high, with 2 pixels between them */
     const float row = ImGui::GetTextLineHeight() + 4.0f;
     return int((window->ContentSize.y + 2.0f) / row + 0.5f);
@@ -53,9 +19,9 @@ int rowsInList(ImGuiTestContext& user) {
 TEST(AddLanguagePopup, LiesBelowTheButtonAsWideAsIt) {
     ViewTest test{English};
     test.run([](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         const ImRect button = user.ItemInfo("//Localization/Add Language").RectFull;
-        const ImGuiWindow* const window = popup(user);
+        const ImGuiWindow* const window = languagePopup(user);
         IM_CHECK_EQ(window->Pos.x, button.Min.x);
         IM_CHECK_EQ(window->Pos.y, button.Max.y);
         IM_CHECK_EQ(window->Size.x, button.GetWidth());
@@ -66,18 +32,18 @@ TEST(AddLanguagePopup, LiesBelowTheButtonAsWideAsIt) {
 TEST(AddLanguagePopup, OffersEveryLanguageThatTheProjectDoesNotHave) {
     ViewTest test{R"({"languages": {"en": {"isDefault": true}, "de": {}, "fr": {}}})"};
     test.run([](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         IM_CHECK_EQ(rowsInList(user), int(LanguageCount) - 3);
-        IM_CHECK(!offered(user, "German").ID);
-        IM_CHECK(offered(user, "Welsh").ID);
+        IM_CHECK(!offeredLanguage(user, "German").ID);
+        IM_CHECK(offeredLanguage(user, "Welsh").ID);
     });
 }
 
 TEST(AddLanguagePopup, TheLastRowCanBeScrolledTo) {
     ViewTest test{English};
     test.run([](ImGuiTestContext& user) {
-        openPopup(user);
-        ImGuiWindow* const window = list(user);
+        openLanguagePopup(user);
+        ImGuiWindow* const window = languageList(user);
         const float row = ImGui::GetTextLineHeight() + 4.0f;
         IM_CHECK_EQ(window->ContentSize.y, row * float(LanguageCount - 1) - 2.0f);
         window->Scroll.y = window->ScrollMax.y;
@@ -99,12 +65,12 @@ TEST(AddLanguagePopup, DeFindsNamesAndCodesWithoutRegardToCase) {
             Utils::caseInsensitiveSearch(language.code, "de") != -1)
             ++expected;
     test.run([&](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         user.KeyChars("dE");
         user.Yield(2);
         IM_CHECK_EQ(rowsInList(user), expected);
-        IM_CHECK(offered(user, "German").ID);
-        IM_CHECK(!offered(user, "Welsh").ID);
+        IM_CHECK(offeredLanguage(user, "German").ID);
+        IM_CHECK(!offeredLanguage(user, "Welsh").ID);
     });
 }
 
@@ -112,12 +78,12 @@ TEST(AddLanguagePopup, TheChosenLanguageIsAppendedToTheListAndThePopupCloses) {
     ViewTest test{English};
     const std::string before = test.document();
     test.run([&](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         user.KeyChars("de");
         user.Yield(2);
-        user.ItemClick(offered(user, "German").ID);
+        user.ItemClick(offeredLanguage(user, "German").ID);
         user.Yield(3);
-        IM_CHECK(popup(user) == nullptr);
+        IM_CHECK(languagePopup(user) == nullptr);
         IM_CHECK(rowItem(user, "languagestablebody", "##German").ID);
         IM_CHECK_GT(rowItem(user, "languagestablebody", "##German").RectFull.Min.y,
             rowItem(user, "languagestablebody", "##English").RectFull.Min.y);
@@ -128,19 +94,19 @@ TEST(AddLanguagePopup, TheChosenLanguageIsAppendedToTheListAndThePopupCloses) {
 TEST(AddLanguagePopup, OpensAgainWithAnEmptySearchAndWithoutTheAddedLanguage) {
     ViewTest test{English};
     test.run([&](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         user.KeyChars("de");
         user.Yield(2);
-        user.ItemClick(offered(user, "German").ID);
+        user.ItemClick(offeredLanguage(user, "German").ID);
         user.Yield(3);
-        openPopup(user);
+        openLanguagePopup(user);
         IM_CHECK_EQ(rowsInList(user), int(LanguageCount) - 2);
-        IM_CHECK(!offered(user, "German").ID);
+        IM_CHECK(!offeredLanguage(user, "German").ID);
         user.KeyChars("de");
         user.Yield(2);
         user.KeyPress(ImGuiKey_Escape);
         user.Yield(3);
-        openPopup(user);
+        openLanguagePopup(user);
         IM_CHECK_EQ(rowsInList(user), int(LanguageCount) - 2);
     });
 }
@@ -148,11 +114,11 @@ TEST(AddLanguagePopup, OpensAgainWithAnEmptySearchAndWithoutTheAddedLanguage) {
 TEST(AddLanguagePopup, EscapeClosesItAndAddsNothing) {
     ViewTest test{English};
     test.run([&](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         user.KeyChars("German");
         user.KeyPress(ImGuiKey_Escape);
         user.Yield(3);
-        IM_CHECK(popup(user) == nullptr);
+        IM_CHECK(languagePopup(user) == nullptr);
         IM_CHECK(!rowItem(user, "languagestablebody", "##German").ID);
     });
 }
@@ -167,8 +133,8 @@ TEST(AddLanguagePopup, ItsTooltipsSayWhatToSearchForAndTheCode) {
         return !text.empty();
     };
     test.run([&](ImGuiTestContext& user) {
-        openPopup(user);
-        user.SetRef(popup(user));
+        openLanguagePopup(user);
+        user.SetRef(languagePopup(user));
         user.MouseMove("##languagesearch");
         user.SetRef("//Localization");
         IM_CHECK(tooltip(user));
@@ -176,7 +142,7 @@ TEST(AddLanguagePopup, ItsTooltipsSayWhatToSearchForAndTheCode) {
         user.Yield(2);
         IM_CHECK(test.capturedText.find("You can search for language or code.") != std::string::npos);
         test.capturesText = false;
-        user.MouseMove(offered(user, "Welsh").ID);
+        user.MouseMove(offeredLanguage(user, "Welsh").ID);
         IM_CHECK(tooltip(user));
         test.capturesText = true;
         user.Yield(2);
@@ -192,7 +158,7 @@ TEST(AddLanguagePopup, IsEmptyWhereTheProjectHasEveryLanguage) {
             project += ", \"" + std::string{language.code.data(), language.code.size()} + "\": {}";
     ViewTest test{(project + "}}").c_str()};
     test.run([](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         IM_CHECK_EQ(rowsInList(user), 0);
         user.KeyChars("de");
         user.Yield(2);
@@ -203,11 +169,11 @@ TEST(AddLanguagePopup, IsEmptyWhereTheProjectHasEveryLanguage) {
 TEST(AddLanguagePopup, WhatIsTypedAppearsInTheSearchField) {
     ViewTest test{English};
     test.run([](ImGuiTestContext& user) {
-        openPopup(user);
+        openLanguagePopup(user);
         user.KeyChars("wel");
         user.Yield(2);
         IM_CHECK_EQ(rowsInList(user), 1);
-        IM_CHECK(offered(user, "Welsh").ID);
+        IM_CHECK(offeredLanguage(user, "Welsh").ID);
     });
 }
 

@@ -153,4 +153,38 @@ void openContextMenu(ImGuiTestContext& user, const char* const language) {
     user.Yield();
 }
 
+void openLanguagePopup(ImGuiTestContext& user) {
+    selectTab(user, "Languages");
+    user.ItemClick("//Localization/Add Language");
+    user.Yield(3);
+    IM_CHECK(languagePopup(user) != nullptr);
+}
+
+ImGuiWindow* languagePopup(ImGuiTestContext& user) {
+    const ImVector<ImGuiPopupData>& popups = user.UiContext->OpenPopupStack;
+    return popups.empty() ? nullptr : popups[0].Window;
+}
+
+ImGuiWindow* languageList(ImGuiTestContext& user) {
+    ImGuiWindow* const popup = languagePopup(user);
+    for(ImGuiWindow* const window: user.UiContext->Windows)
+        if(popup && window->ParentWindow == popup && window->WasActive &&
+            (window->Flags & ImGuiWindowFlags_ChildWindow))
+            return window;
+    return nullptr;
+}
+
+ImGuiTestItemInfo offeredLanguage(ImGuiTestContext& user, const Containers::StringView language) {
+    ImGuiWindow* const window = languageList(user);
+    for(float y = 0.0f;; y += window->InnerRect.GetHeight() * 0.5f) {
+        window->Scroll.y = std::min(y, window->ScrollMax.y);
+        user.Yield(2);
+        user.SetRef(window);
+        const ImGuiTestItemInfo item = user.ItemInfo(language.data(), ImGuiTestOpFlags_NoError);
+        user.SetRef("//Localization");
+        if(item.ID && window->ClipRect.Contains(item.RectFull.GetCenter())) return item;
+        if(y >= window->ScrollMax.y) return user.ItemInfoNull();
+    }
+}
+
 }

@@ -88,6 +88,16 @@ void tick(ImGuiTestContext& user, const char* term);
 /** Opens the context menu of a language's row. */
 void openContextMenu(ImGuiTestContext& user, const char* language);
 
+/** Opens the popup of the languages that can be added, from any tab. */
+void openLanguagePopup(ImGuiTestContext& user);
+
+/** The window of that popup, null where it is closed, and of the list in it. */
+ImGuiWindow* languagePopup(ImGuiTestContext& user);
+ImGuiWindow* languageList(ImGuiTestContext& user);
+
+/** The row of a language in that list, scrolled into view. Its ID is 0 where there is none. */
+ImGuiTestItemInfo offeredLanguage(ImGuiTestContext& user, Containers::StringView language);
+
 /** A number of documents have these languages and no more. */
 constexpr char English[] = R"({"languages": {"en": {"isDefault": true}}})";
 
