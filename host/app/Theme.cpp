@@ -9,6 +9,7 @@ namespace {
 /* One blue for everything that is chosen or under the mouse, the one of the check boxes; greys with a trace of it for the rest. */
 constexpr ImVec4 Deep{0.125f, 0.23f, 0.35f, 1.0f};
 constexpr ImVec4 Middle{0.18f, 0.33f, 0.50f, 1.0f};
+constexpr ImVec4 Pressed{0.22f, 0.40f, 0.61f, 1.0f};
 constexpr ImVec4 Bright{0.25f, 0.46f, 0.70f, 1.0f};
 constexpr ImVec4 Light{0.42f, 0.66f, 0.92f, 1.0f};
 
@@ -55,10 +56,10 @@ constexpr Entry Colors[]{
     {ImGuiCol_SliderGrabActive, Light},
     {ImGuiCol_Button, {0.195f, 0.216f, 0.248f, 1.0f}},
     {ImGuiCol_ButtonHovered, Middle},
-    {ImGuiCol_ButtonActive, Bright},
+    {ImGuiCol_ButtonActive, Pressed},
     {ImGuiCol_Header, Deep},
     {ImGuiCol_HeaderHovered, Middle},
-    {ImGuiCol_HeaderActive, Bright},
+    {ImGuiCol_HeaderActive, Pressed},
     {ImGuiCol_Separator, Line},
     {ImGuiCol_SeparatorHovered, Bright},
     {ImGuiCol_SeparatorActive, Light},

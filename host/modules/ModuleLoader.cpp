@@ -49,7 +49,8 @@ private:
 
 }
 
-ModuleLoader::ModuleLoader(Containers::StringView folder): _folder{folder.isEmpty() ? Containers::StringView{"."} : folder} {
+ModuleLoader::ModuleLoader(Containers::StringView folder)
+    : _folder{folder.isEmpty() ? Containers::StringView{"."} : folder} {
     Containers::String text;
     if(!Utility::Path::isDirectory(_folder)) {
         arrayAppend(_messages, "ModuleLoader::ModuleLoader(): no folder of modules at " + _folder);

@@ -1,0 +1,51 @@
+#include "app/DesktopWindow.h"
+
+#include <cstdlib>
+#include <sstream>
+
+#include <Corrade/Utility/Debug.h>
+#include <gtest/gtest.h>
+
+#define GLFW_INCLUDE_NONE
+#include <GLFW/glfw3.h>
+
+namespace QuorvaneEngine {
+namespace {
+
+TEST(DesktopWindow, HasTheSizeAndACurrentContextOfOpenGL33) {
+    DesktopWindow window;
+    DesktopWindow::Options options;
+    options.width = 321;
+    options.height = 123;
+    ASSERT_TRUE(window.open("Test", options));
+    int width = 0;
+    int height = 0;
+    glfwGetWindowSize(window.handle(), &width, &height);
+    EXPECT_EQ(width, 321);
+    EXPECT_EQ(height, 123);
+    EXPECT_EQ(glfwGetCurrentContext(), window.handle());
+    EXPECT_GE(glfwGetWindowAttrib(window.handle(), GLFW_CONTEXT_VERSION_MAJOR), 3);
+    EXPECT_EQ(window.contentScale(), 1.0f);
+}
+
+TEST(DesktopWindow, ACloseRequestIsTakenOnce) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    EXPECT_FALSE(window.takeCloseRequest());
+    glfwSetWindowShouldClose(window.handle(), GLFW_TRUE);
+    EXPECT_TRUE(window.takeCloseRequest());
+    EXPECT_FALSE(window.takeCloseRequest());
+}
+
+TEST(DesktopWindow, WithoutADisplayASentenceSaysSo) {
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    std::ostringstream out;
+    Corrade::Utility::Error redirect{&out};
+    DesktopWindow window;
+    EXPECT_FALSE(window.open("Test", {}));
+    EXPECT_EQ(out.str().find("DesktopWindow::open(): the editor needs a display and found none: "), 0u) << out.str();
+}
+
+}
+}
