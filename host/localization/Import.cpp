@@ -42,9 +42,12 @@ struct LanguageTexts {
 /** Sets a text member of an object, in its place where there is one. */
 void setMember(rapidjson::Value& object, const char* const name, rapidjson::Value&& text,
     rapidjson::MemoryPoolAllocator<>& memory) {
-    const auto found = object.FindMember(name);
-    if(found != object.MemberEnd()) found->value = std::move(text);
-    else object.AddMember(rapidjson::StringRef(name), std::move(text), memory);
+    for(rapidjson::SizeType i = 0; i != object.MemberCount(); ++i)
+        if(rapidjson::Value::Member& member = object.MemberBegin()[i]; member.name == name) {
+            member.value = std::move(text);
+            return;
+        }
+    object.AddMember(rapidjson::StringRef(name), std::move(text), memory);
 }
 
 /** Compares the texts of all files with the project and collects what is to be changed. */

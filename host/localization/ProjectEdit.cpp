@@ -40,10 +40,10 @@ rapidjson::Value copyOf(const Containers::StringView text, rapidjson::MemoryPool
 
 rapidjson::Value& memberContainer(
     rapidjson::Value& object, const Containers::StringView name, rapidjson::MemoryPoolAllocator<>& memory) {
-    const rapidjson::Value key{
-        rapidjson::StringRef(name.isEmpty() ? "" : name.data(), rapidjson::SizeType(name.size()))};
-    const auto found = object.FindMember(key);
-    if(found != object.MemberEnd()) return found->value;
+    for(rapidjson::SizeType i = 0; i != object.MemberCount(); ++i)
+        if(rapidjson::Value::Member& member = object.MemberBegin()[i];
+            Containers::StringView{member.name.GetString(), member.name.GetStringLength()} == name)
+            return member.value;
     object.AddMember(copyOf(name, memory), rapidjson::Value{rapidjson::kObjectType}, memory);
     return (object.MemberEnd() - 1)->value;
 }
