@@ -18,10 +18,10 @@ void ownStrings(rapidjson::Value& copy, const rapidjson::Value& source, Allocato
         for(rapidjson::SizeType i = 0; i != copy.Size(); ++i) ownStrings(copy[i], source[i], allocator);
     } else if(copy.IsObject()) {
         auto from = source.MemberBegin();
-        for(auto& member: copy.GetObject()) {
-            ownString(member.name, from->name, allocator);
-            ownStrings(member.value, from->value, allocator);
-            ++from;
+        auto to = copy.MemberBegin();
+        for(rapidjson::SizeType i = 0; i != copy.MemberCount(); ++i, ++from, ++to) {
+            ownString(to->name, from->name, allocator);
+            ownStrings(to->value, from->value, allocator);
         }
     }
 }

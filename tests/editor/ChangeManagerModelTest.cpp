@@ -258,13 +258,20 @@ private:
     std::mt19937 _engine;
 };
 
-const std::vector<std::string> Tokens{"a", "b", "list", "long", "0", "1", "2", "5", "x~1y", "x~0y", "007", ""};
+const std::vector<std::string> Tokens{
+    "a", "b", "list", "long", "0", "1", "2", "5", "x~1y", "x~0y", "007", "", "many", "k3", "k40"};
 
 const std::vector<std::string> Values{"0", "1", "\"text\"", "\"a text that is longer than a few bytes\"", "null", "{}",
     "[]", R"({"a":1,"b":{"list":[1]}})", "[[1,2],[3]]", "[{\"a\":1}]"};
 
-const std::string StartDocument =
-    R"({"a":{"b":{"a":1},"list":[1,[2,3],{"a":4}],"x/y":5,"x~y":6},"list":[[0,1],[2]],"5":{"0":"zero"},"long":{}})";
+/** With an object that is large enough to be looked up through the project's index. */
+std::string startDocument() {
+    std::string many;
+    for(int i = 0; i != 50; ++i) many += (i ? ",\"k" : "\"k") + std::to_string(i) + "\":" + std::to_string(i);
+    return R"({"a":{"b":{"a":1},"list":[1,[2,3],{"a":4}],"x/y":5,"x~y":6},"list":[[0,1],[2]],"5":{"0":"zero"},"long":{},)"
+           R"("many":{)" +
+        many + "}}";
+}
 
 std::string randomPath(Random& random) {
     std::string path;
@@ -277,7 +284,8 @@ std::string randomPath(Random& random) {
 bool step(Random& random, Model& model, Subject& subject) {
     const std::size_t action = random.below(100);
     if(action < 60) {
-        const std::string path = random.below(3) ? randomPath(random) : "/a/" + random.of(Tokens);
+        const std::string path =
+            random.below(3) ? randomPath(random) : (random.below(2) ? "/a/" : "/many/") + random.of(Tokens);
         const Text value = random.below(4) ? Text{random.of(Values)} : Text{};
         const bool merge = random.below(2) == 0;
         Model trial = model;
@@ -315,8 +323,8 @@ TEST_P(ChangeManagerModel, BehavesLikeTheDocumentedAlgorithm) {
     int steps = 0;
     for(unsigned sequence = 0; sequence != 40; ++sequence) {
         Random random{GetParam() * 1000 + sequence};
-        Model model{StartDocument};
-        Subject subject{StartDocument};
+        Model model{startDocument()};
+        Subject subject{startDocument()};
         for(int i = 0; i != 60 && step(random, model, subject); ++i, ++steps)
             ASSERT_EQ(subject.text(), model.text()) << "sequence " << sequence << ", step " << i;
     }
