@@ -17,7 +17,7 @@ struct Row {
 constexpr Row Table[]{
     {"/languages/*/isDefault", "false"},
     {"/localization/terms/*/sourceText", R"("")"},
-    {"/localization/terms/*/translatable", "true"},
+    {"/localization/terms/*/translatable", "false"},
     {"/localization/terms/*/note", R"("")"},
     {"/localization/terms/*/maxLength", "0"},
     {"/localization/strings/*", R"("")"},
