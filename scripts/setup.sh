@@ -63,13 +63,13 @@ packages=(
     "compiling:g++ cmake ninja-build ccache pkg-config"
     "scripts:python3 ca-certificates"
     "window and OpenGL:libglfw3-dev libepoxy-dev libgl-dev libopengl-dev libx11-dev"
-    "text and fonts:libfreetype-dev libfontconfig-dev libicu-dev"
-    "projects and archives:rapidjson-dev libzip-dev uuid-dev libcli11-dev"
+    "text, fonts and pictures:libfreetype-dev libfontconfig-dev libicu-dev libpng-dev"
+    "projects and archives:rapidjson-dev libzip-dev libcli11-dev"
     "letters of many languages:fonts-dejavu-core fonts-noto-core fonts-noto-cjk"
     "drawing without a display:xvfb libgl1-mesa-dri libglx-mesa0"
 )
 test_packages=(
-    "test programs and benchmarks:libgtest-dev libbenchmark-dev"
+    "test programs:libgtest-dev"
     "second compiler and checks:clang clang-tidy clang-format libclang-rt-14-dev"
     "counting instructions:valgrind"
 )
