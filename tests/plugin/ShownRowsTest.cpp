@@ -1,5 +1,7 @@
 /* The term table draws what shows, and lies and scrolls as if it drew everything. */
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -129,6 +131,78 @@ TEST(ShownRows, RowsAndScrollRangeAreThoseOfATableThatDrawsAll) {
         ImGui::GetStyle().FontScaleMain = 1.5f;
         user.Yield(3);
         compareLayouts(user, plain);
+    });
+}
+
+/* The corners of the letters that a window drew last inside of a rectangle, relative to its corner, in an order of their own */
+std::vector<std::array<float, 4>> cornersIn(const ImGuiWindow& window, const ImRect& where) {
+    std::vector<std::array<float, 4>> corners;
+    const ImVec2 white = ImGui::GetFontTexUvWhitePixel();
+    for(const ImDrawVert& corner: window.DrawList->VtxBuffer)
+        if(where.Contains(corner.pos) && (corner.uv.x != white.x || corner.uv.y != white.y))
+            corners.push_back({corner.pos.x - where.Min.x, corner.pos.y - where.Min.y, corner.uv.x, corner.uv.y});
+    std::sort(corners.begin(), corners.end());
+    return corners;
+}
+
+TEST(ShownRows, ALongTextLooksAsIfItWereDrawnAsAWhole) {
+    std::string text;
+    for(int i = 0; i != 4000; ++i)
+        text += "word" + std::to_string(i * 37 % 1000) + (i % 41 ? " " : i % 3 ? "  \\n" : ",\\n\\n");
+    ViewTest test{(R"({"languages":{"en":{"isDefault":true}},"t":")" + text +
+                      R"(","localization":{"terms":{"long":{"sourceText":"t","translatable":true}}}})")
+                      .c_str(),
+        {1900.0f, 900.0f}};
+    for(std::size_t at; (at = text.find("\\n")) != std::string::npos;) text.replace(at, 2, "\n");
+    ImVec2 size{600.0f, 500.0f};
+    float scroll = 0.0f;
+    test.beside = [&] {
+        ImGui::SetNextWindowPos({950.0f, 20.0f});
+        ImGui::SetNextWindowSize(size);
+        ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, ImVec2{0.0f, 0.0f});
+        ImGui::PushStyleVar(ImGuiStyleVar_WindowBorderSize, 0.0f);
+        ImGui::Begin("Plain", nullptr,
+            ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoFocusOnAppearing);
+        ImGui::PopStyleVar(2);
+        ImGui::SetScrollY(scroll);
+        ImGui::BeginTable("plain", 3, ImGuiTableFlags_Borders);
+        ImGui::TableSetupColumn("Term", ImGuiTableColumnFlags_WidthStretch, 0.7f);
+        ImGui::TableSetupColumn("Source Text", ImGuiTableColumnFlags_WidthStretch);
+        ImGui::TableSetupColumn(
+            "Translatable?", ImGuiTableColumnFlags_WidthFixed, ImGui::CalcTextSize("Translatable?").x);
+        ImGui::TableHeadersRow();
+        ImGui::TableNextRow();
+        ImGui::TableNextColumn();
+        ImGui::Selectable("long", false, ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowOverlap,
+            {0.0f, ImGui::CalcTextSize(text.c_str()).y});
+        ImGui::TableNextColumn();
+        ImGui::PushTextWrapPos(0.0f);
+        ImGui::TextUnformatted(text.c_str());
+        ImGui::PopTextWrapPos();
+        ImGui::TableNextColumn();
+        bool ticked = true;
+        Ui::checkbox("##translatable", &ticked);
+        ImGui::EndTable();
+        ImGui::End();
+    };
+    test.run([&](ImGuiTestContext& user) {
+        ImGuiWindow* const body = childWindow(user, "termtablebody");
+        size = body->Size;
+        user.MouseMoveToPos({10.0f, 880.0f});
+        for(const float where: {0.0f, 0.31f, 0.5f, 0.99f, 1.0f}) {
+            scroll = float(int(body->ScrollMax.y * where));
+            body->Scroll.y = scroll;
+            user.Yield(4);
+            const ImGuiWindow* const plain = user.WindowInfo("//Plain").Window;
+            /* A line at each edge is left out: where nothing of it shows, one may draw it and the other not */
+            ImRect bodyRect = body->InnerRect, plainRect = plain->InnerRect;
+            bodyRect.Expand({0.0f, -2.0f * ImGui::GetTextLineHeight()});
+            plainRect.Expand({0.0f, -2.0f * ImGui::GetTextLineHeight()});
+            const auto drawn = cornersIn(*body, bodyRect);
+            IM_CHECK_GT(drawn.size(), std::size_t(4 * 1000));
+            IM_CHECK_EQ(drawn.size(), cornersIn(*plain, plainRect).size());
+            IM_CHECK(drawn == cornersIn(*plain, plainRect));
+        }
     });
 }
 

@@ -146,7 +146,7 @@ TEST_F(TermRowsTest, ResizingTheWindowMovesTheRows) {
 TEST_F(TermRowsTest, AnotherFontSizeMovesTheRows) {
     compare(OfEveryKind, 400.0f);
     const float before = _rows.top(OfEveryKind.size());
-    for(const float scale: {1.5f, 2.0f, 1.0f}) {
+    for(const float scale: {1.25f, 1.5f, 1.75f, 2.0f, 1.0f}) {
         ImGui::GetStyle().FontScaleMain = scale;
         relayOut(OfEveryKind, 400.0f);
     }
