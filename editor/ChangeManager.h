@@ -91,7 +91,7 @@ public:
     Change& lastChange();
 
     bool canUndo() const { return _lastChange != -1; }
-    bool canRedo() const { return std::size_t(_lastChange + 1) < _changes.size(); }
+    bool canRedo() const { return _lastChange + 1 < Int(_changes.size()); }
 
     /** The log, with the redo history at its end. */
     Containers::ArrayView<const Change> changes() const { return {_changes.data(), _changes.size()}; }
