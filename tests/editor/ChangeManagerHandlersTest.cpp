@@ -210,15 +210,13 @@ TEST_F(ChangeManagerHandlers, HearAboutEachChangeOfAGroupThatIsUndoneOrRedone) {
 // Registration
 
 TEST_F(ChangeManagerHandlers, TheSeventeenthGrowsTheRoomAndAllKeepWorking) {
-    std::vector<std::string> keys;
+    const auto key = [](int i) { return "key" + std::to_string(i); };
+    for(int i = 0; i != 17; ++i) listen(key(i));
     for(int i = 0; i != 17; ++i) {
-        keys.push_back("key" + std::to_string(i));
-        listen(keys.back());
-    }
-    for(const std::string& key: keys) {
         calls.clear();
-        push(("/" + key).c_str(), 1);
-        EXPECT_EQ(calls, (Calls{key + " /" + key + ": |" + key}));
+        push(("/" + key(i)).c_str(), 1);
+        ASSERT_EQ(calls.size(), 1u);
+        EXPECT_EQ(calls[0].find(key(i) + " /"), 0u);
     }
 }
 

@@ -509,9 +509,9 @@ TEST_F(ChangeManagerLogDeathTest, UndoBelowTheLogAborts) {
 }
 
 TEST_F(ChangeManagerLogDeathTest, WhatIsNoPointerAborts) {
-    for(const std::string path: {"", "a", "#/a", "/a~", "/a~2b", "/~/b"})
+    for(const char* path: {"", "a", "#/a", "/a~", "/a~2b", "/~/b"})
         QUORVANE_EXPECT_ABORT(
-            push(path.c_str(), 1), "ChangeManager::pushChange(): \"" + path + "\" is no JSON Pointer");
+            push(path, 1), std::string{"ChangeManager::pushChange(): \""} + path + "\" is no JSON Pointer");
     QUORVANE_EXPECT_ABORT(changes.pushRemoval(""), "ChangeManager::pushChange(): \"\" is no JSON Pointer");
 }
 

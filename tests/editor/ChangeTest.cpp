@@ -52,7 +52,8 @@ TEST(Change, MoveConstructionTakesTheValuesOver) {
     EXPECT_EQ(target.oldValue->GetInt(), 1);
     EXPECT_EQ(target.newValue->GetInt(), 2);
     EXPECT_EQ(target.group, 3);
-    EXPECT_FALSE(source.oldValue);
+    // What is left in the source is part of what moving promises.
+    EXPECT_FALSE(source.oldValue); // NOLINT(bugprone-use-after-move)
     EXPECT_FALSE(source.newValue);
     EXPECT_EQ(source.group, 3);
 }
@@ -65,7 +66,7 @@ TEST(Change, MoveAssignmentSwapsTheValues) {
     EXPECT_EQ(target.oldValue->GetInt(), 1);
     EXPECT_EQ(target.newValue->GetInt(), 2);
     EXPECT_EQ(target.group, 3);
-    EXPECT_EQ(source.oldValue->GetInt(), 4);
+    EXPECT_EQ(source.oldValue->GetInt(), 4); // NOLINT(bugprone-use-after-move)
     EXPECT_EQ(source.newValue->GetInt(), 5);
     EXPECT_EQ(source.group, 3);
 }
