@@ -47,12 +47,12 @@ public:
     int dispatchFunc(Job&& job, Containers::ArrayView<const int> dependencies, JobFlags flags);
 
     /** Queues a callable without arguments; the job reports @ref JobResult::Done after calling it. */
-    template<class T> int dispatch(T&& callable, Containers::ArrayView<const int> dependencies, JobFlags flags) {
+    template <class T> int dispatch(T&& callable, Containers::ArrayView<const int> dependencies, JobFlags flags) {
         return dispatchFunc(Job{[callable = std::forward<T>(callable)](JobSystem&, int) mutable {
-                                callable();
-                                return JobResult::Done;
-                            }},
-                            dependencies, flags);
+            callable();
+            return JobResult::Done;
+        }},
+            dependencies, flags);
     }
 
     /** Runs the jobs of the GUI thread whose turn has come. Those that they dispatch wait for the next call. */

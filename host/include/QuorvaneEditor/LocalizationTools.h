@@ -23,18 +23,17 @@ QUORVANE_API void gatherStrings(QuorvaneEditor& editor);
 /** Writes `<path>/<language code>/translation.json` for every language.
     @param path     folder; made where it is missing */
 QUORVANE_API void exportTerms(QuorvaneEditor& editor, Containers::ArrayView<const UnsignedInt> languages,
-                              UnsignedInt defaultLanguage, Containers::StringView path, LocalizationFormat format);
+    UnsignedInt defaultLanguage, Containers::StringView path, LocalizationFormat format);
 
 /** Writes the same files into a ZIP archive.
     @param path     the archive, or a folder in which it is made as `localization.zip` */
 QUORVANE_API void exportTermsCompressed(QuorvaneEditor& editor, Containers::ArrayView<const UnsignedInt> languages,
-                                        UnsignedInt defaultLanguage, Containers::StringView path,
-                                        LocalizationFormat format);
+    UnsignedInt defaultLanguage, Containers::StringView path, LocalizationFormat format);
 
 /** Reads terms from a folder or a ZIP archive into the project, as one undo step.
     @param languages    the languages known so far; those that the import brings are appended. Not kept. */
 QUORVANE_API void importTerms(QuorvaneEditor& editor, Containers::Array<UnsignedInt>& languages,
-                              UnsignedInt defaultLanguage, Containers::StringView path, LocalizationFormat format);
+    UnsignedInt defaultLanguage, Containers::StringView path, LocalizationFormat format);
 
 }
 

@@ -14,8 +14,8 @@ public:
     /** @param projectPath  the project's folder, absolute, with forward slashes; not copied
         @param jobs         may be null where nothing runs beside the calling thread */
     explicit QuorvaneEditor(ProjectFile& project, ChangeManager& changes, EditorState& state,
-                            const Containers::String& projectPath, JobSystem* jobs):
-        _project{&project}, _changes{&changes}, _state{&state}, _directory{&projectPath}, _jobs{jobs} {}
+        const Containers::String& projectPath, JobSystem* jobs)
+        : _project{&project}, _changes{&changes}, _state{&state}, _directory{&projectPath}, _jobs{jobs} {}
 
     ProjectFile& project() const { return *_project; }
     ChangeManager& changeManager() const { return *_changes; }
