@@ -66,6 +66,27 @@ public:
     DisabledGuard& operator=(const DisabledGuard&) = delete;
 };
 
+/** Wraps texts. */
+class TextWrapGuard {
+public:
+    /** @param x    where lines end, in pixels from the window's left edge; 0 is its right edge or that of the table's cell */
+    explicit TextWrapGuard(float x) { ImGui::PushTextWrapPos(x); }
+    ~TextWrapGuard() { ImGui::PopTextWrapPos(); }
+
+    TextWrapGuard(const TextWrapGuard&) = delete;
+    TextWrapGuard& operator=(const TextWrapGuard&) = delete;
+};
+
+/** Lets nothing show outside of a rectangle, nor of those that are in force already. */
+class ClipRectGuard {
+public:
+    explicit ClipRectGuard(const ImVec2& min, const ImVec2& max) { ImGui::PushClipRect(min, max, true); }
+    ~ClipRectGuard() { ImGui::PopClipRect(); }
+
+    ClipRectGuard(const ClipRectGuard&) = delete;
+    ClipRectGuard& operator=(const ClipRectGuard&) = delete;
+};
+
 /** An entry of the ID stack. */
 class IdGuard {
 public:

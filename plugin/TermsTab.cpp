@@ -35,9 +35,8 @@ void drawKey(const ImVec2& position, Containers::StringView key, const float hei
     const ImVec2 end{ImGui::GetCurrentWindow()->WorkRect.Max.x, position.y + height};
     for(ImVec2 line = position; !key.isEmpty() && line.y < end.y; line.y += lineHeight) {
         const Containers::StringView text = key.prefix(key.findOr('\n', key.end()).begin());
-        ImGui::PushClipRect(line, end, true);
+        const ClipRectGuard clip{line, end};
         renderText(line, text.prefix(std::min(text.size(), TermRows::LongText)));
-        ImGui::PopClipRect();
         key = key.exceptPrefix(std::min(text.size() + 1, key.size()));
     }
 }
@@ -97,9 +96,8 @@ void LocalizationView::drawTermRow(const std::size_t row) {
 
     ImGui::TableNextColumn();
     if(_filteredTerms.lineStarts(row).isEmpty()) {
-        ImGui::PushTextWrapPos(0.0f);
+        const TextWrapGuard wrap{0.0f};
         textUnformatted(text);
-        ImGui::PopTextWrapPos();
     } else drawLongText(row);
 
     ImGui::TableNextColumn();

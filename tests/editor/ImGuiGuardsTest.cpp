@@ -46,6 +46,25 @@ TEST_F(ImGuiGuards, AChildEndsShownAndClippedAway) {
     EXPECT_GT(shown, 0);
 }
 
+TEST_F(ImGuiGuards, WrappingAndClippingEndWithTheirScope) {
+    gui.frames(
+        [&] {
+            const WindowGuard window{ImGui::Begin("Window")};
+            const ImGuiWindow& current = *ImGui::GetCurrentWindow();
+            const float wrap = current.DC.TextWrapPos;
+            const ImVec4 clip = ImGui::GetWindowDrawList()->_ClipRectStack.back();
+            {
+                const TextWrapGuard wrapped{50.0f};
+                const ClipRectGuard clipped{{clip.x + 10.0f, clip.y + 10.0f}, {clip.x + 20.0f, clip.y + 20.0f}};
+                EXPECT_EQ(current.DC.TextWrapPos, 50.0f);
+                EXPECT_EQ(current.ClipRect.Max.x, clip.x + 20.0f);
+            }
+            EXPECT_EQ(current.DC.TextWrapPos, wrap);
+            EXPECT_EQ(current.ClipRect.Max.x, clip.z);
+        },
+        3);
+}
+
 TEST_F(ImGuiGuards, MenusEnd) {
     int shown = 0;
     gui.frames(
