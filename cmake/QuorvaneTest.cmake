@@ -37,8 +37,10 @@ function(quorvane_test name)
         set_target_properties(${name} PROPERTIES
             CROSSCOMPILING_EMULATOR "${CMAKE_SOURCE_DIR}/scripts/with-display.sh")
     endif()
+    # A parameter without a printer of its own would put its bytes, addresses among them, into the test's name.
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
+        NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 60
         TEST_PREFIX ${name}:
         PROPERTIES TIMEOUT 120 LABELS ${name})

@@ -109,7 +109,7 @@ TEST(ProjectFile, DefaultsAnswerForWhatIsMissing) {
     EXPECT_EQ(printed(project.getValue("/languages/en/isDefault", true)), "true");
     EXPECT_EQ(printed(project.getValue("/languages/de/isDefault", true)), "false");
     EXPECT_EQ(printed(project.getValue("/languages/fr/isDefault", true)), "false");
-    EXPECT_EQ(printed(project.getValue("/localization/terms/door/translatable", true)), "true");
+    EXPECT_EQ(printed(project.getValue("/localization/terms/door/translatable", true)), "false");
     EXPECT_EQ(project.getValue("/localization/terms/door/other", true), nullptr);
     EXPECT_EQ(project.getValue("/localization/terms/~/translatable", true), nullptr);
     EXPECT_EQ(project.getValue("/languages/de/isDefault", false), nullptr);
