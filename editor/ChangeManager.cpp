@@ -1,7 +1,6 @@
 #include "ChangeManager.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
@@ -15,6 +14,7 @@
 #include <rapidjson/pointer.h>
 
 #include "DeepCopy.h"
+#include "PathParts.h"
 #include "QuorvaneEditor/JsonObject.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "TransformParts.h"
@@ -28,7 +28,9 @@ using Corrade::Utility::Error;
 
 constexpr std::size_t ReservedChanges = 64;
 constexpr std::size_t HandlerGrowth = 16;
-constexpr std::size_t NoSlash = ~std::size_t{};
+
+/** How many nulls a change may fill arrays with: some 16 MB of them. */
+constexpr std::uint64_t MaxPadding = 1048576;
 
 /** What is wrong in the program ends it. */
 [[noreturn]] void fail(const char* const message) {
@@ -41,52 +43,8 @@ constexpr std::size_t NoSlash = ~std::size_t{};
     std::abort();
 }
 
-/** Whether the text is a JSON Pointer that is not the whole document: through an invalid one the JSON library would replace
-    just that. */
-bool isPointer(const Containers::StringView path) {
-    if(path.isEmpty() || path[0] != '/') return false;
-    for(std::size_t i = 0; i != path.size(); ++i)
-        if(path[i] == '~' && (i + 1 == path.size() || (path[i + 1] != '0' && path[i + 1] != '1'))) return false;
-    return true;
-}
-
-std::size_t lastSlash(const Containers::StringView path) {
-    for(std::size_t i = path.size(); i != 0; --i)
-        if(path[i - 1] == '/') return i - 1;
-    return NoSlash;
-}
-
-/** The key that a token of a valid pointer stands for. */
-Containers::String unescaped(const Containers::StringView token) {
-    Containers::String key{Corrade::ValueInit, token.size()};
-    std::size_t size = 0;
-    for(std::size_t i = 0; i != token.size(); ++i) {
-        if(token[i] == '~') key[size++] = token[++i] == '0' ? '~' : '/';
-        else key[size++] = token[i];
-    }
-    return Containers::StringView{key}.prefix(size);
-}
-
-/** The number of a token that is an array index: decimal digits, after an optional "-", up to a NUL byte. */
-struct Index {
-    bool valid = false;
-    bool negative = false;
-    std::uint64_t value = 0;
-};
-
-Index index(const Containers::StringView token) {
-    Index index;
-    const char* digit = token.begin();
-    if(digit != token.end() && *digit == '-') {
-        index.negative = true;
-        ++digit;
-    }
-    const char* const first = digit;
-    while(digit != token.end() && *digit >= '0' && *digit <= '9') ++digit;
-    index.valid = digit != first && (digit == token.end() || *digit == '\0');
-    if(std::from_chars(first, digit, index.value).ec != std::errc{}) index.value = ~std::uint64_t{};
-    if(index.value == 0) index.negative = false;
-    return index;
+bool isContainerOf(const rapidjson::Value& value, const rapidjson::SizeType count) {
+    return (value.IsObject() && value.MemberCount() == count) || (value.IsArray() && value.Size() == count);
 }
 
 /** Erases the value that @p value is found at, which is a child of @p container: the iterator follows from the address. */
@@ -132,7 +90,7 @@ void ChangeManager::pushChange(Containers::String&& path, const rapidjson::Value
         assertLastChange();
         Change& change = _changes[_lastChange];
         change.path = std::move(path);
-        change.oldValue = copy(_project->getValue(change.path, false));
+        change.oldValue = copy(project().getValue(change.path, false));
     }
     Change& change = _changes[_lastChange];
     change.newValue = std::move(newValue);
@@ -177,7 +135,7 @@ void ChangeManager::pushRemoval(const Containers::StringView path) {
 }
 
 void ChangeManager::pushAppend(const Containers::StringView path, const Containers::StringView value) {
-    const rapidjson::Value* const current = _project->getValue(path, false);
+    const rapidjson::Value* const current = project().getValue(path, false);
     if(!current) fail("ChangeManager::pushAppend(): nothing at \"", path, "\"");
     rapidjson::Value array;
     if(current->IsArray()) deepCopy(array, *current, allocator());
@@ -226,6 +184,8 @@ void ChangeManager::redoLastUndo() {
 }
 
 void ChangeManager::undo(const Change& change) {
+    if(!isPointer(change.path)) fail("ChangeManager::undo(): \"", change.path, "\" is no JSON Pointer");
+    assertLastChange();
     applyChange(reverse(change));
     --_lastChange;
 }
@@ -244,6 +204,7 @@ Change& ChangeManager::lastChange() {
 }
 
 void ChangeManager::addChangeHandler(const Containers::StringView key, Containers::Pointer<ChangeHandler>&& handler) {
+    if(!handler) fail("ChangeManager::addChangeHandler(): the handler of \"", key, "\" is null");
     if(_handlers.size() == _handlers.capacity()) _handlers.grow(HandlerGrowth);
     _handlers.put(key, std::move(handler));
     _handlers.compile();
@@ -251,10 +212,16 @@ void ChangeManager::addChangeHandler(const Containers::StringView key, Container
 
 void ChangeManager::addChangeHandler(
     const Containers::StringView key, FunctionChangeHandler::Callable&& function, void* const userData) {
+    if(!function) fail("ChangeManager::addChangeHandler(): the callable of \"", key, "\" is empty");
     addChangeHandler(key, Containers::Pointer<ChangeHandler>{new FunctionChangeHandler{std::move(function), userData}});
 }
 
-rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& ChangeManager::allocator() { return _project->allocator(); }
+rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& ChangeManager::allocator() { return project().allocator(); }
+
+ProjectFile& ChangeManager::project() const {
+    if(!_project) fail("ChangeManager::project(): there is none. Forgot reset()?");
+    return *_project;
+}
 
 Int ChangeManager::mergeTarget(const Containers::StringView path) const {
     if(_lastChange == -1 || _lastChange == 0 || _changes[_lastChange].group != _group) return -1;
@@ -288,29 +255,40 @@ rapidjson::Value* ChangeManager::find(const Containers::StringView path) {
     return path.isEmpty() ? &_project->document() : _project->getValue(path, false);
 }
 
-void ChangeManager::applyRemoval(Containers::StringView path) {
-    erase(path);
-    for(std::size_t slash = lastSlash(path); slash != NoSlash; slash = lastSlash(path)) {
-        path = path.prefix(slash);
-        // A member of the root stays, even when it is empty.
-        if(path.isEmpty() || lastSlash(path) == 0) return;
-        const rapidjson::Value* const container = find(path);
-        const bool empty = container &&
-            ((container->IsObject() && container->ObjectEmpty()) || (container->IsArray() && container->Empty()));
-        if(!empty) return;
-        erase(path);
-    }
+rapidjson::Value* ChangeManager::child(rapidjson::Value& container, const Containers::StringView token) {
+    if(container.IsObject()) return _project->member(container, unescaped(token));
+    if(!container.IsArray()) return nullptr;
+    const TokenIndex index = tokenIndex(token);
+    return index.isElement && index.value < container.Size() ? &container[rapidjson::SizeType(index.value)] : nullptr;
 }
 
-void ChangeManager::erase(const Containers::StringView path) {
-    if(const rapidjson::Value* const value = find(path)) eraseChild(*find(path.prefix(lastSlash(path))), value);
+void ChangeManager::applyRemoval(const Containers::StringView path) {
+    // Of the values that go, each the only one of the next container up, the highest takes the others along.
+    rapidjson::Value* erased = nullptr;
+    rapidjson::Value* erasedFrom = nullptr;
+    rapidjson::Value* container = &_project->document();
+    std::size_t depth = 1;
+    for(std::size_t begin = 1, end; begin <= path.size(); begin = end + 1, ++depth) {
+        end = std::find(path.begin() + begin, path.end(), '/') - path.begin();
+        rapidjson::Value* const value = child(*container, path.slice(begin, end));
+        if(!value && end != path.size()) return;
+        // A member of the root stays, even when it is empty.
+        const bool isEmptied = depth > 2 && isContainerOf(*container, value ? 1 : 0);
+        if(!value && !isEmptied) return;
+        if(!isEmptied) {
+            erased = value;
+            erasedFrom = container;
+        }
+        container = value;
+    }
+    eraseChild(*erasedFrom, erased);
 }
 
 void ChangeManager::applyCreation(const Change& change) {
     const Containers::StringView path = change.path;
     const std::size_t slash = lastSlash(path);
     const Containers::StringView parentPath = path.prefix(slash);
-    const bool isIndex = index(path.exceptPrefix(slash + 1)).valid;
+    const bool isIndex = tokenIndex(path.exceptPrefix(slash + 1)).valid;
     const rapidjson::Value* const parent = find(parentPath);
     if(parent) {
         if(isIndex && !parent->IsObject()) return insert(change);
@@ -341,14 +319,35 @@ rapidjson::Value& ChangeManager::create(const Containers::StringView path, bool*
         parent->AddMember(name, rapidjson::Value{}, allocator());
         return (parent->MemberEnd() - 1)->value;
     }
+    assertPadding(path);
     // An array is extended, anything else replaced.
     if(parent) return rapidjson::Pointer{tail.data(), tail.size()}.Create(*parent, allocator());
     return rapidjson::Pointer{path.data(), path.size()}.Create(_project->document(), allocator());
 }
 
+void ChangeManager::assertPadding(const Containers::StringView path) {
+    rapidjson::Value* container = &_project->document();
+    std::uint64_t padding = 0;
+    for(std::size_t begin = 1, end; begin <= path.size(); begin = end + 1) {
+        end = std::find(path.begin() + begin, path.end(), '/') - path.begin();
+        const Containers::StringView token = path.slice(begin, end);
+        const TokenIndex index = tokenIndex(token);
+        if(index.isElement && !(container && container->IsObject())) {
+            const rapidjson::SizeType size = container && container->IsArray() ? container->Size() : 0;
+            if(index.value > size) padding += index.value - size;
+        }
+        if(padding > MaxPadding) {
+            Error{} << "ChangeManager::applyChange(): index" << index.value << "in \"" << Error::nospace << path
+                    << Error::nospace << "\" is too far behind the end of its array";
+            std::abort();
+        }
+        if(container) container = child(*container, token);
+    }
+}
+
 void ChangeManager::insert(const Change& change) {
     const Containers::StringView path = change.path;
-    const Index position = index(path.exceptPrefix(lastSlash(path) + 1));
+    const TokenIndex position = tokenIndex(path.exceptPrefix(lastSlash(path) + 1));
     if(position.negative) fail("ChangeManager::applyChange(): negative index in \"", path, "\"");
 
     // The container is the value at the full path, not its parent.

@@ -20,14 +20,18 @@ namespace QuorvaneEngine {
     (@ref ChangeGroup) that is undone, redone and told as one. Entries behind the last applied change are the redo history, which
     the next push that does not merge discards. Belongs to the GUI thread.
 
-    What is created below a container that is missing makes that container, an array where the path's last token is a number and
-    the table of default values knows nothing better; what is removed takes the containers along that it leaves empty, up to the
-    members of the root. An undone removal comes back as the last member.
+    What is created below containers that are missing makes these containers: an array for every token that is a number, filled
+    with nulls up to it, and an object for any other; the last one is an object where the table of default values knows a plain
+    value at the path. As the JSON library has it, a number that is no index ("007", "-0", more than 32 bits) turns an array into
+    an object, with all that it held, and "-" appends to an array, which undo does not find again. What is removed takes the
+    containers along that it leaves empty, up to the members of the root. An undone removal comes back as the last member.
 
     Broken preconditions print a message and abort: undo in an open group, a path that is no JSON Pointer, an index out of the log,
-    a creation at a negative index, and one at an index of an array where an element that is no array stands already. */
+    a creation at a negative index, one at an index of an array where an element that is no array stands already, and one that
+    would fill arrays with more than 1048576 nulls. */
 class ChangeManager {
 public:
+    /** One without a project, which every change needs: @ref reset() comes first, and @ref allocator() is not there before. */
     ChangeManager();
 
     /** @param project  must outlive the manager, or the next @ref reset() */
@@ -37,7 +41,9 @@ public:
     ChangeManager(const ChangeManager&) = delete;
     ChangeManager& operator=(const ChangeManager&) = delete;
 
-    /** Forgets the log and all handlers and turns to another project. The saved mark and an open group are left as they are. */
+    /** Forgets the log and all handlers and turns to another project, or to the same one anew: the values of the log lie in the
+        document's allocator, so this follows every `ProjectFile::replace()`. The saved mark and an open group are left as they
+        are. */
     void reset(ProjectFile& project);
 
     /** Records and applies a change.
@@ -82,7 +88,8 @@ public:
     void undoLast();
     void redoLastUndo();
 
-    /** Applies the reverse of a change, which should be the last one, and steps back in the log. */
+    /** Applies the reverse of a change, which should be the last one, and steps back in the log, where there must be a change
+        left. */
     void undo(const Change& change);
 
     Change reverse(const Change& change);
@@ -102,14 +109,15 @@ public:
     /** Marks the state of now as saved. */
     void markSave() { _savedChange = _lastChange; }
 
-    /** Whether the log stands elsewhere than when it was marked. An edit that merged with the marked entry does not show. */
+    /** Whether the log stands elsewhere than when it was marked. An edit that merged with the marked entry does not show. A mark
+        that was never set or was discarded is that of the empty log, so one in which all is undone counts as saved. */
     bool hasUnsavedChanges() const { return _savedChange != _lastChange; }
 
-    /** Registers a handler for changes whose path has @p key, which must not be empty, as a component, until the next
-        @ref reset() . Two handlers with one key: only one of them is ever called. */
+    /** Registers a handler, which must not be null, for changes whose path has @p key, which must not be empty, as a component,
+        until the next @ref reset() . Two handlers with one key: only one of them is ever called. */
     void addChangeHandler(Containers::StringView key, Containers::Pointer<ChangeHandler>&& handler);
 
-    /** Registers a callable.
+    /** Registers a callable, which must not be empty.
         @param userData     handed to the callable as it is */
     void addChangeHandler(Containers::StringView key, FunctionChangeHandler::Callable&& function, void* userData);
 
@@ -117,6 +125,7 @@ public:
     rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator();
 
 private:
+    ProjectFile& project() const;
     Int mergeTarget(Containers::StringView path) const;
     void assertLastChange() const;
     Containers::Pointer<rapidjson::Value> copy(const rapidjson::Value* value);
@@ -134,7 +143,10 @@ private:
     /** The value at a pointer, created with all that leads to it where it is missing. */
     rapidjson::Value& create(Containers::StringView path, bool* existed);
 
-    void erase(Containers::StringView path);
+    /** The value that a token of a pointer stands for in a value, or null. */
+    rapidjson::Value* child(rapidjson::Value& container, Containers::StringView token);
+
+    void assertPadding(Containers::StringView path);
 
     Int _lastChange = -1;
     Int _savedChange = -1;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,16 @@ struct Case {
     const char* value;
     const char* after;
 };
+
+void PrintTo(const Case& given, std::ostream* stream) { *stream << given.what << ": " << given.path; }
+
+/** The case in words, as a name of letters and underscores. */
+std::string nameOf(const testing::TestParamInfo<Case>& info) {
+    std::string name = info.param.what;
+    std::erase(name, ',');
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
+}
 
 void apply(ChangeManager& changes, const Case& given) {
     if(given.value) changes.pushChange(given.path, parsed(given.value), false);
@@ -72,6 +83,16 @@ constexpr Case Creations[]{
     {"an element in a number, which becomes an array", R"({"a":5})", "/a/0", "2", R"({"a":[2]})"},
     {"a member in a number, which becomes an object", R"({"a":5})", "/a/b", "2", R"({"a":{"b":2}})"},
     {"a key with a leading zero, which is no array index", R"({"list":{}})", "/list/007", "2", R"({"list":{"007":2}})"},
+    {"an array for every number on missing containers", R"({})", "/a/1/b/0", "2", R"({"a":[null,{"b":[2]}]})"},
+    {"an object for a number with a leading zero", R"({"list":[5]})", "/list/007", "2", R"({"list":{"007":2}})"},
+    {"an object for minus zero", R"({"list":[5]})", "/list/-0", "2", R"({"list":{"-0":2}})"},
+    {"an object for minus zero on a missing container", R"({})", "/list/-0", "2", R"({"list":{"-0":2}})"},
+    {"an object for the first number that is no index", R"({"list":[5]})", "/list/4294967295", "2",
+        R"({"list":{"4294967295":2}})"},
+    {"an object for a number beyond 64 bits", R"({"list":[5]})", "/list/99999999999999999999", "2",
+        R"({"list":{"99999999999999999999":2}})"},
+    {"an object for a number beyond 64 bits on a missing container", R"({})", "/list/99999999999999999999", "2",
+        R"({"list":{"99999999999999999999":2}})"},
 };
 
 constexpr Case Removals[]{
@@ -91,9 +112,9 @@ constexpr Case Removals[]{
     {"the first of two members with one key", R"({"a":1,"a":2})", "/a", nullptr, R"({"a":2})"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Sets, ChangeManagerApply, testing::ValuesIn(Sets));
-INSTANTIATE_TEST_SUITE_P(Creations, ChangeManagerApply, testing::ValuesIn(Creations));
-INSTANTIATE_TEST_SUITE_P(Removals, ChangeManagerApply, testing::ValuesIn(Removals));
+INSTANTIATE_TEST_SUITE_P(Sets, ChangeManagerApply, testing::ValuesIn(Sets), nameOf);
+INSTANTIATE_TEST_SUITE_P(Creations, ChangeManagerApply, testing::ValuesIn(Creations), nameOf);
+INSTANTIATE_TEST_SUITE_P(Removals, ChangeManagerApply, testing::ValuesIn(Removals), nameOf);
 
 class ChangeManagerDocument: public testing::Test {
 protected:
@@ -206,6 +227,62 @@ TEST_F(ChangeManagerDocument, ZeroBytesInKeysAreKept) {
     EXPECT_EQ(toText(project), R"({})");
 }
 
+TEST_F(ChangeManagerDocument, ANumberEndsAtAZeroByte) {
+    load(project, R"({"list":[0,["x","y"]]})");
+    // Behind an array's element stands a number, so the creation is an insertion, into the value at the path up to that byte.
+    changes.pushChange({"/list/1\0z", 9}, rapidjson::Value{2}, false);
+    EXPECT_EQ(toText(project), R"({"list":[0,["x",2,"y"]]})");
+    // There is nothing at the whole path, and undo leaves it so.
+    changes.undoLast();
+    EXPECT_EQ(toText(project), R"({"list":[0,["x",2,"y"]]})");
+}
+
+TEST_F(ChangeManagerDocument, ADashAppendsAndItsUndoRemovesNothing) {
+    load(project, R"({"list":[0]})");
+    changes.pushChange("/list/-", rapidjson::Value{2}, false);
+    changes.undoLast();
+    EXPECT_EQ(toText(project), R"({"list":[0,2]})");
+    changes.redoLastUndo();
+    EXPECT_EQ(toText(project), R"({"list":[0,2,2]})");
+}
+
+constexpr char LargestPadding[] = "1048576";
+
+TEST_F(ChangeManagerDocument, AnArrayIsFilledUpToAMillionNulls) {
+    load(project, R"({"list":[0]})");
+    changes.pushChange(("/terms/" + std::string{LargestPadding} + "/en").c_str(), rapidjson::Value{2}, false);
+    EXPECT_EQ(project.getValue("/terms", false)->Size(), 1048577u);
+    // One stands there already.
+    changes.pushChange("/list/1048577", rapidjson::Value{2}, false);
+    EXPECT_EQ(project.getValue("/list", false)->Size(), 1048578u);
+    // Numbers are keys of an object.
+    changes.pushChange("/o", parsed("{}"), false);
+    changes.pushChange("/o/1000000000", rapidjson::Value{2}, false);
+    EXPECT_EQ(toText(*project.getValue("/o", false)), R"({"1000000000":2})");
+}
+
+/** A path that goes down @p depth levels below "a". */
+std::string deepPath(int depth) {
+    std::string path = "/a";
+    for(int i = 0; i != depth; ++i) path += "/b";
+    return path;
+}
+
+TEST(ChangeManagerSpeed, AVeryDeepPathIsCreatedAndUndoneInOneWalk) {
+    ProjectFile project;
+    load(project, R"({"a":{"x":1}})");
+    ChangeManager changes{project};
+    const std::string path = deepPath(200000);
+    const auto begin = std::chrono::steady_clock::now();
+    changes.pushChange(path.c_str(), rapidjson::Value{5}, false);
+    ASSERT_TRUE(project.getValue(path.c_str(), false));
+    changes.undoLast();
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    EXPECT_EQ(toText(project), R"({"a":{"x":1}})");
+    // Each level by a walk of its own took minutes.
+    EXPECT_LT(seconds, 12.0);
+}
+
 /** Edits of one value, in the middle of an object with many members, in microseconds. */
 double editTime(int members) {
     std::string json = R"({"terms":{)";
@@ -275,6 +352,25 @@ TEST_F(ChangeManagerApplyDeathTest, ANegativeIndexAborts) {
         "ChangeManager::applyChange(): negative index in \"/list/-3\"");
     QUORVANE_EXPECT_ABORT(changes.pushChange("/missing/-3", rapidjson::Value{1}, false),
         "ChangeManager::applyChange(): negative index in \"/missing/-3\"");
+}
+
+TEST_F(ChangeManagerApplyDeathTest, AnIndexFarBehindTheEndOfItsArrayAborts) {
+    load(project, R"({"list":[0],"text":""})");
+    const auto expectAbort = [this](const std::string& path, const char* index) {
+        QUORVANE_EXPECT_ABORT(changes.pushChange(path.c_str(), rapidjson::Value{1}, false),
+            std::string{"ChangeManager::applyChange(): index "} + index + " in \"" + path +
+                "\" is too far behind the end of its array");
+    };
+    expectAbort("/missing/1000000000", "1000000000");
+    expectAbort("/list/1000000000", "1000000000");
+    expectAbort("/text/1000000000", "1000000000");
+    expectAbort("/terms/1000000000/en", "1000000000");
+    expectAbort("/list/0/1000000000", "1000000000");
+    expectAbort("/list/4294967294/en", "4294967294");
+    expectAbort("/missing/1048577", "1048577");
+    expectAbort("/list/1048578", "1048578");
+    // All arrays of the path count.
+    expectAbort("/missing/600000/600001", "600001");
 }
 
 TEST_F(ChangeManagerDocument, ANegativeNumberIsAKeyOfAnObject) {

@@ -261,6 +261,13 @@ TEST_F(ChangeManagerHandlers, EndWithTheManager) {
 
 using ChangeManagerHandlersDeathTest = ChangeManagerHandlers;
 
+TEST_F(ChangeManagerHandlersDeathTest, ANullHandlerAborts) {
+    QUORVANE_EXPECT_ABORT(changes.addChangeHandler("d", Containers::Pointer<ChangeHandler>{}),
+        "ChangeManager::addChangeHandler(): the handler of \"d\" is null");
+    QUORVANE_EXPECT_ABORT(changes.addChangeHandler("d", FunctionChangeHandler::Callable{}, nullptr),
+        "ChangeManager::addChangeHandler(): the callable of \"d\" is empty");
+}
+
 TEST_F(ChangeManagerHandlersDeathTest, AnEmptyKeyAborts) {
     QUORVANE_EXPECT_ABORT(listen(""), "StaticMap::put(): key cannot be nullptr.");
 }

@@ -158,6 +158,17 @@ TEST_F(ChangeManagerLog, WhatIsNoArrayCountsAsAnEmptyOne) {
     EXPECT_EQ(log(), (Log{R"(/text "t" -> ["one"], -1)"}));
 }
 
+TEST_F(ChangeManagerLog, RemovalsAndAppendedStringsNeverMerge) {
+    push("/a", 1);
+    changes.pushAppend("/text", "one");
+    changes.pushAppend("/text", "two");
+    changes.pushRemoval("/text");
+    changes.pushRemoval("/text");
+    EXPECT_EQ(log(),
+        (Log{"/a 0 -> 1, -1", R"(/text "t" -> ["one"], -1)", R"(/text ["one"] -> ["one","two"], -1)",
+            R"(/text ["one","two"] -> (), -1)", "/text () -> (), -1"}));
+}
+
 // Merging
 
 TEST_F(ChangeManagerLog, TheFirstEntryNeverMerges) {
@@ -402,6 +413,14 @@ TEST_F(ChangeManagerLog, APushBelowTheMarkKeepsItUntilItIsReached) {
     push("/b", 1);
     EXPECT_EQ(changes.lastChangeIndex(), 4);
     EXPECT_EQ(changes.changes().size(), 5u);
+    // The mark stays at index 5, which nothing stands at: unsaved wherever the log goes, the empty one included.
+    EXPECT_TRUE(changes.hasUnsavedChanges());
+    while(changes.canUndo()) {
+        changes.undoLast();
+        EXPECT_TRUE(changes.hasUnsavedChanges()) << changes.lastChangeIndex();
+    }
+    while(changes.canRedo()) changes.redoLastUndo();
+    EXPECT_EQ(changes.lastChangeIndex(), 4);
     EXPECT_TRUE(changes.hasUnsavedChanges());
     push("/c", 1);
     EXPECT_EQ(changes.lastChangeIndex(), 5);
@@ -502,10 +521,40 @@ TEST_F(ChangeManagerLogDeathTest, TheLastChangeOfAnEmptyLogAborts) {
 
 TEST_F(ChangeManagerLogDeathTest, UndoBelowTheLogAborts) {
     push("/a", 1);
-    const Change& change = changes.lastChange();
+    const Change& change = changes.changes()[0];
     changes.undo(change);
-    changes.undo(change);
-    QUORVANE_EXPECT_ABORT(changes.undoLast(), RangeMessage);
+    QUORVANE_EXPECT_ABORT(changes.undo(change), RangeMessage);
+}
+
+TEST_F(ChangeManagerLogDeathTest, UndoOfWhatIsNoPointerAborts) {
+    push("/a", 1);
+    Change change;
+    QUORVANE_EXPECT_ABORT(changes.undo(change), "ChangeManager::undo(): \"\" is no JSON Pointer");
+    change.path = "/a~2";
+    QUORVANE_EXPECT_ABORT(changes.undo(change), "ChangeManager::undo(): \"/a~2\" is no JSON Pointer");
+}
+
+TEST(ChangeManagerDeathTest, WithoutAProjectNothingCanBePushed) {
+    constexpr char message[] = "ChangeManager::project(): there is none. Forgot reset()?";
+    ChangeManager changes;
+    QUORVANE_EXPECT_ABORT(changes.pushChange("/a", Value{1}, false), message);
+    QUORVANE_EXPECT_ABORT(changes.pushChange("/a", "text", false), message);
+    QUORVANE_EXPECT_ABORT(changes.pushChange("/a", Magnum::Vector3{}, false), message);
+    QUORVANE_EXPECT_ABORT(changes.pushChange("/a", Magnum::Quaternion{}, false), message);
+    QUORVANE_EXPECT_ABORT(changes.pushTransformChange("/a", Magnum::Matrix4{}, false), message);
+    QUORVANE_EXPECT_ABORT(changes.pushRemoval("/a"), message);
+    QUORVANE_EXPECT_ABORT(changes.pushAppend("/a", "text"), message);
+    QUORVANE_EXPECT_ABORT(changes.allocator(), message);
+}
+
+TEST(ChangeManager, WithoutAProjectThereIsNothingToUndoRedoOrCommit) {
+    ChangeManager changes;
+    changes.undoLast();
+    changes.redoLastUndo();
+    changes.openGroup();
+    changes.commit();
+    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    EXPECT_FALSE(changes.hasUnsavedChanges());
 }
 
 TEST_F(ChangeManagerLogDeathTest, WhatIsNoPointerAborts) {
