@@ -97,7 +97,8 @@ TEST(StagedFiles, FileSystemWithoutSecondNamesKeepsCopies) {
         files.linkError = EPERM;
         const Files before = files.files();
         files.failAt(step, EACCES);
-        EXPECT_EQ(inPlace(files), put(files, error) ? NewFiles : before) << step;
+        const bool isPut = put(files, error);
+        EXPECT_EQ(inPlace(files), isPut ? NewFiles : before) << step;
     }
 }
 
