@@ -14,6 +14,13 @@ namespace QuorvaneEngine {
 
 using namespace Containers::Literals;
 
+namespace {
+
+/* The keyboard's cursor counts as hovering, too: it begins in the search field, whose tooltip would cover the first results */
+bool isUnderMouse() { return ImGui::IsItemHovered(ImGuiHoveredFlags_NoNavOverride); }
+
+}
+
 void LocalizationView::drawLanguagePopup() {
     const ImVec2 buttonMin = ImGui::GetItemRectMin();
     const ImVec2 buttonMax = ImGui::GetItemRectMax();
@@ -25,7 +32,7 @@ void LocalizationView::drawLanguagePopup() {
 
     _needsLanguageRefilter |= Ui::searchBar("languagesearch"_s, _languageSearchBuffer, ImGui::GetContentRegionAvail().x,
         {0.0f, -Ui::scaled(4.0f)}, Ui::scaled(30.0f), true);
-    if(ImGui::IsItemHovered()) ImGui::SetTooltip("You can search for language or code.");
+    if(isUnderMouse()) ImGui::SetTooltip("You can search for language or code.");
     if(_needsLanguageRefilter) filterMissingLanguages();
     _needsLanguageRefilter = false;
 
@@ -48,7 +55,7 @@ void LocalizationView::drawLanguagePopup() {
                     added = true;
                 }
                 const Containers::StringView code = AllLanguages[language].code;
-                if(ImGui::IsItemHovered()) ImGui::SetTooltip("id: %.*s", int(code.size()), code.data());
+                if(isUnderMouse()) ImGui::SetTooltip("id: %.*s", int(code.size()), code.data());
             }
     }
     if(added || ImGui::IsKeyPressed(ImGuiKey_Escape, true)) ImGui::CloseCurrentPopup();

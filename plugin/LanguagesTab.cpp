@@ -54,7 +54,7 @@ void LocalizationView::filterLanguages() {
 }
 
 void LocalizationView::drawLanguageTable() {
-    /* The identifier of the term table, on purpose: both share what the user made of it */
+    /* The identifier of the term table, on purpose. They are two tables all the same: each lies in a child window of its own */
     const TableGuard table{ImGui::BeginTable("termstable", 2, ImGuiTableFlags_Borders)};
     if(!table) return;
     ImGui::TableSetupColumn("Display Name", ImGuiTableColumnFlags_WidthStretch);

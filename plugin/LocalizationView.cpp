@@ -34,6 +34,13 @@ UnsignedInt languageByCode(const Containers::StringView code) {
     return LanguageCount;
 }
 
+/* The first language that has a code: an import may have brought indices that the table does not have */
+UnsignedInt firstKnown(const Containers::ArrayView<const UnsignedInt> languages) {
+    for(const UnsignedInt language: languages)
+        if(language < LanguageCount) return language;
+    return FallbackLanguage;
+}
+
 }
 
 LocalizationView::LocalizationView(
@@ -65,10 +72,13 @@ void LocalizationView::refreshLanguages() {
     _needsRefilter = true;
 }
 
-void LocalizationView::rememberDefaultLanguage(const UnsignedInt language) {
-    if(_defaultLanguage == language && _defaultLanguagePath) return;
+Containers::StringView LocalizationView::rememberDefaultLanguage(const UnsignedInt language, const bool isMarked) {
+    const Containers::StringView code = AllLanguages[language].code;
+    if(!isMarked) _defaultLanguagePath = {};
+    else if(_defaultLanguage != language || !_defaultLanguagePath)
+        _defaultLanguagePath = Corrade::Utility::format("/languages/{}/isDefault", code);
     _defaultLanguage = language;
-    _defaultLanguagePath = Corrade::Utility::format("/languages/{}/isDefault", AllLanguages[language].code);
+    return code;
 }
 
 Containers::StringView LocalizationView::findDefaultLanguage() {
@@ -78,23 +88,22 @@ Containers::StringView LocalizationView::findDefaultLanguage() {
             Containers::arrayAppend<Containers::ArrayMallocAllocator>(_languages, FallbackLanguage);
     }
 
-    /* Asked first, so that the common case is one look-up: a language that is marked exists */
+    /* Where a project marks its default, the mark is all that a frame asks for; else it asks whether there are languages by now */
     const ValueAccess root = editor().project().root();
-    if(_defaultLanguage != UnknownLanguage && root[_defaultLanguagePath].asBool())
-        return AllLanguages[_defaultLanguage].code;
+    if(_defaultLanguagePath && root[_defaultLanguagePath].asBool()) return AllLanguages[_defaultLanguage].code;
 
     const ValueAccess languages = root.member("languages"_s);
-    if(!languages.isObject() || !languages.size()) {
-        rememberDefaultLanguage(_languages[0]);
-        return AllLanguages[_defaultLanguage].code;
-    }
+    if(!languages.isObject() || !languages.size()) return rememberDefaultLanguage(firstKnown(_languages), false);
 
+    const auto isMarked = [&languages](const Containers::StringView code) {
+        return languages.member(code).member("isDefault"_s).asBool();
+    };
+    if(_defaultLanguage != UnknownLanguage && isMarked(AllLanguages[_defaultLanguage].code))
+        return rememberDefaultLanguage(_defaultLanguage, true);
     for(const Containers::StringView code: languages) {
-        if(!languages.member(code).member("isDefault"_s).asBool()) continue;
+        if(!isMarked(code)) continue;
         const UnsignedInt language = languageByCode(code);
-        if(language == LanguageCount) continue;
-        rememberDefaultLanguage(language);
-        return AllLanguages[language].code;
+        if(language != LanguageCount) return rememberDefaultLanguage(language, true);
     }
 
     Corrade::Utility::Error{} << "There should never be an instance where there is no default language!";

@@ -26,7 +26,7 @@ public:
 private:
     void refreshLanguages();
     Containers::StringView findDefaultLanguage();
-    void rememberDefaultLanguage(UnsignedInt language);
+    Containers::StringView rememberDefaultLanguage(UnsignedInt language, bool isMarked);
 
     void drawMenuBar();
     bool drawTabBar();
@@ -83,7 +83,7 @@ private:
     /** All bits set while no default language is known. */
     UnsignedInt _defaultLanguage = ~UnsignedInt{};
 
-    /** Where the project marks the default language, so that a frame asks for nothing else. */
+    /** Where the project marks the default language, so that a frame asks for nothing else; empty where it marks none. */
     Containers::String _defaultLanguagePath;
 };
 

@@ -29,6 +29,17 @@ constexpr ImGuiSelectableFlags RowFlags =
 /* The height of the toolkit's check box */
 float boxHeight() { return ImGui::GetFontSize() + 2.0f * Ui::scaled(1.0f); }
 
+/* Shows a line of a key. NULs are spelled, because the library takes one at the beginning of a text for its end. */
+void drawKeyLine(ImVec2 position, const float right, Containers::StringView line) {
+    while(!line.isEmpty() && position.x < right) {
+        const Containers::StringView text = line.prefix(line.findOr('\0', line.end()).begin());
+        const Containers::StringView shown = text.isEmpty() ? "\\0"_s : text;
+        renderText(position, shown);
+        position.x += calcTextSize(shown).x;
+        line = line.exceptPrefix(std::max(text.size(), std::size_t{1}));
+    }
+}
+
 /* Shows a key that cannot be a label, where and as far as a label would show it */
 void drawKey(const ImVec2& position, Containers::StringView key, const float height) {
     const float lineHeight = ImGui::GetTextLineHeight();
@@ -36,7 +47,7 @@ void drawKey(const ImVec2& position, Containers::StringView key, const float hei
     for(ImVec2 line = position; !key.isEmpty() && line.y < end.y; line.y += lineHeight) {
         const Containers::StringView text = key.prefix(key.findOr('\n', key.end()).begin());
         const ClipRectGuard clip{line, end};
-        renderText(line, text.prefix(std::min(text.size(), TermRows::LongText)));
+        drawKeyLine(line, end.x, text.prefix(std::min(text.size(), TermRows::LongText)));
         key = key.exceptPrefix(std::min(text.size() + 1, key.size()));
     }
 }

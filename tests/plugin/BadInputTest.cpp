@@ -13,7 +13,6 @@ namespace {
 bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 std::string quoted(const std::string& text) {
-    rapidjson::Value value{text.data(), rapidjson::SizeType(text.size())};
     std::string json = "\"";
     for(const char c: text) {
         if(c == '"' || c == '\\') json += '\\';
@@ -66,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(BadInput, TermKeys,
     testing::Values("123", "0", "1000000000", "-", "007", std::string(10000, 'k'), "a/b", "/", "//", "a/", "~", "~0",
         "~1", "a~b/c~1", "##", "###", "a##b", "a###b", "before###x", "##translatable", "%", "%s%n%d", "100%",
         "key\nof\nlines", " ", "\xe6\x97\xa5\xe6\x9c\xac", std::string("nul\0byte", 8), "before/##translatable",
-        "termstable"));
+        "termstable", std::string("\0", 1), std::string("\0first", 6)));
 
 TEST(BadInput, ATermWithAnEmptyKeyHasNoBox) {
     const std::string project = projectWith("");
@@ -90,22 +89,32 @@ TEST(BadInput, ATermWithAnEmptyKeyHasNoBox) {
 }
 
 TEST(BadInput, KeysThatTheLibraryWouldHideAreShown) {
-    for(const char* const key: {"##", "a##b", "x###y"}) {
-        const std::string project = projectWith(key);
-        ViewTest test{project.c_str()};
+    const struct {
+        std::string key;
+        const char* shown;
+    } keys[]{{"##", "| ## |"}, {"a##b", "| a##b |"}, {"x###y", "| x###y |"},
+        {std::string("\0first", 6), "| \\0 first |"}, {std::string("nul\0byte", 8), "| nul \\0 byte |"},
+        {std::string("\0", 1), "| \\0 |"}, {std::string("\0\0", 2), "| \\0 \\0 |"}};
+    for(const auto& [key, shown]: keys) {
+        ViewTest test{projectWith(key).c_str()};
         test.run([](ImGuiTestContext&) {});
-        EXPECT_TRUE(contains(test.shownText(), key)) << key << test.shownText();
+        const std::string text = test.shownText();
+        EXPECT_TRUE(contains(text, shown)) << shown << text;
     }
 }
 
-TEST(BadInput, ALongPathIsLeftBehindInNoHost) {
-    const std::string project = projectWith(std::string(10000, 'k'));
-    ViewTest test{project.c_str()};
+TEST(BadInput, TheHostFreesThePathOfALongKeyWhenTheModuleIsGone) {
+    const std::string key(10000, 'k');
+    ViewTest test{projectWith(key).c_str()};
     test.frames(3);
+    ASSERT_GT(test.ui.path.size(), key.size() + 1);
+    /* The scope is closed again, behind which what later ones did not overwrite is left */
+    EXPECT_TRUE(test.ui.scopePath().isEmpty());
+    EXPECT_TRUE(contains(std::string(test.ui.path.data(), test.ui.path.size()), std::string(9000, 'k')));
     test.module = nullptr;
-    test.manager.unload("Localization");
-    EXPECT_GE(test.ui.path.size(), 10000);
+    ASSERT_EQ(test.manager.unload("Localization"), Corrade::PluginManager::LoadState::NotLoaded);
     test.ui.path = {};
+    EXPECT_TRUE(test.ui.path.isEmpty());
 }
 
 /* Wrong types */

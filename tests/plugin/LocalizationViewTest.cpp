@@ -222,6 +222,20 @@ TEST(LocalizationView, SwitchingTabsEmptiesTheSearchAndRefiltersInTheSameFrame) 
     EXPECT_TRUE(contains(frames[0], "German")) << frames[0];
 }
 
+TEST(LocalizationView, SwitchingBackToTheTermsEmptiesTheSearchForLanguages) {
+    ViewTest test{R"({"languages": {"en": {"isDefault": true}, "de": {}},
+        "localization": {"terms": {"alpha": {}, "german": {}}}})"};
+    test.run([&](ImGuiTestContext& user) {
+        selectTab(user, "Languages");
+        search(user, "##languagesearch", "german");
+        IM_CHECK(!rowItem(user, "languagestablebody", "##English").ID);
+        selectTab(user, "Terms");
+        IM_CHECK(rowItem(user, "termtablebody", "alpha").ID);
+        IM_CHECK(rowItem(user, "termtablebody", "german").ID);
+    });
+    EXPECT_TRUE(contains(test.shownText(), "{ Search }"));
+}
+
 TEST(LocalizationView, ARefreshReadsTheProjectsLanguagesAnew) {
     ViewTest test{R"({"languages": {"en": {"isDefault": true}, "fr": {}}})"};
     test.run([&](ImGuiTestContext& user) {
@@ -338,12 +352,47 @@ TEST(LocalizationView, OfTwoDefaultsTheRememberedOneStays) {
     EXPECT_TRUE(contains(languagesShown(test), "\xef\x80\x85 French"));
 }
 
-TEST(LocalizationView, ARememberedDefaultCostsOneLookUpAFrame) {
-    ViewTest test{R"({"languages": {"fr": {}, "de": {"isDefault": true}}})"};
-    test.frames(3);
+/* The first two have no mark that could be remembered */
+TEST(LocalizationView, AnIdleFrameCostsOneLookUpWhateverTheProjectHas) {
+    for(const char* const project: {"{}", R"({"languages": {}})", R"({"languages": []})",
+            R"({"languages": {"fr": {}, "de": {"isDefault": true}}})",
+            R"({"languages": {"de": {"isDefault": true}}, "a": 1})"})
+        for(const char* const tab: {"Terms", "Languages"}) {
+            SCOPED_TRACE(std::string{project} + " " + tab);
+            ViewTest test{project};
+            test.run([tab](ImGuiTestContext& user) { selectTab(user, tab); });
+            test.frames(3);
+            const std::uint64_t before = test.session.project().lookupCount();
+            test.frames(10);
+            EXPECT_EQ(test.session.project().lookupCount() - before, 10);
+        }
+}
+
+TEST(LocalizationView, LanguagesThatComeToAProjectWithoutBringTheirDefault) {
+    ViewTest test{R"({"languages": {}})"};
+    EXPECT_TRUE(contains(languagesShown(test), "\xef\x80\x85 English"));
+    test.session.changes().pushChange("/languages/fr/isDefault", rapidjson::Value{true}, false);
+    test.frames(2);
+    test.run([](ImGuiTestContext& user) { user.MenuClick("Edit/Refresh Languages"); });
+    EXPECT_TRUE(contains(test.shownText(), "\xef\x80\x85 French"));
     const std::uint64_t before = test.session.project().lookupCount();
     test.frames(10);
     EXPECT_EQ(test.session.project().lookupCount() - before, 10);
+    test.session.undo();
+    EXPECT_TRUE(contains(test.shownText(), "\xef\x80\x85 French"));
+    test.run([](ImGuiTestContext& user) { user.MenuClick("Edit/Refresh Languages"); });
+    EXPECT_TRUE(contains(test.shownText(), "\xef\x80\x85 English"));
+}
+
+/* The fallback was the default before anything was marked: of two marks its own wins over the first one */
+TEST(LocalizationView, ADefaultThatNothingMarkedIsRememberedWhenItIsMarked) {
+    ViewTest test{"{}"};
+    EXPECT_TRUE(contains(languagesShown(test), "\xef\x80\x85 English"));
+    test.replaceDocument(R"({"languages": {"fr": {"isDefault": true}, "en": {"isDefault": true}}})");
+    test.run([](ImGuiTestContext& user) { user.MenuClick("Edit/Refresh Languages"); });
+    const std::string shown = test.shownText();
+    EXPECT_TRUE(contains(shown, "\xef\x80\x85 English")) << shown;
+    EXPECT_FALSE(contains(shown, "\xef\x80\x85 French")) << shown;
 }
 
 }
