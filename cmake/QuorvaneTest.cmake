@@ -46,15 +46,6 @@ function(quorvane_test name)
         PROPERTIES TIMEOUT 120 LABELS ${name})
 endfunction()
 
-# quorvane_fuzzer(<name> SOURCES <files> [LIBRARIES <targets>]): one libFuzzer harness.
-function(quorvane_fuzzer name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
-    add_executable(${name} ${arg_SOURCES})
-    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
-    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
-    quorvane_apply_policy(${name})
-endfunction()
-
 # quorvane_benchmark(<name> SOURCES <files> [LIBRARIES <targets>]): the program bench-<name>, which bench.sh finds.
 function(quorvane_benchmark name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")

@@ -11,7 +11,7 @@ formatter=$(command -v clang-format-14 || command -v clang-format) || {
 mode=(-i)
 [ "${1:-}" != --check ] || mode=(--dry-run --Werror)
 rooms=()
-for room in cmake compat editor engine plugin host samples tests benchmarks fuzz; do
+for room in cmake compat editor engine plugin host samples tests benchmarks; do
     [ ! -d "$room" ] || rooms+=("$room")
 done
 find "${rooms[@]}" \( -name '*.cpp' -o -name '*.h' \) -type f -print0 | sort -z |

@@ -156,9 +156,9 @@ def uncompiled(root, build):
     """Sources that no target compiles: a test file that is not in a CMakeLists.txt never runs."""
     commands = json.loads((build / "compile_commands.json").read_text())
     compiled = {os.path.realpath(os.path.join(entry["directory"], entry["file"])) for entry in commands}
-    # Not built with every configuration: fuzzers want Clang, compat stands in for what is not installed, and a sample
-    # plug-in is a project of its own.
-    apart = ["fuzz", "samples", "compat"]
+    # Not built with every configuration: compat stands in for what is not installed, and a sample plug-in is a project
+    # of its own.
+    apart = ["samples", "compat"]
     return [f"{name}: no target compiles it" for name in files_of(root)
             if name.endswith(".cpp") and not any(inside(name, room) for room in apart)
             and os.path.realpath(root / name) not in compiled]
