@@ -1,5 +1,9 @@
 /* The popup of the exchange: where it lies, what it keeps, which dialog it opens, and how it calls the host's tools. */
 
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
 #include <Corrade/Containers/GrowableArray.h>
 #include <gtest/gtest.h>
 
@@ -85,22 +89,82 @@ TEST_F(ImportExportPopup, IsAsWideAsTheViewLess100AndInItsMiddle) {
     });
 }
 
-TEST_F(ImportExportPopup, ItsHeightSettlesAFrameLater) {
-    run([](ImGuiTestContext& user) {
-        open(user, "Import");
-        const ImGuiWindow* const popup = user.WindowInfo("//Import Terms").Window;
-        const ImRect button = user.ItemInfo("Import").RectFull;
-        const float spacing = ImGui::GetStyle().ItemSpacing.y;
-        /* The cursor stands below the button, and 4 pixels lie below the cursor */
-        IM_CHECK_EQ(popup->Rect().Max.y, button.Max.y + spacing + 4.0f);
-        const float height = popup->Size.y;
-        user.Yield(5);
-        IM_CHECK_EQ(popup->Size.y, height);
-        close(user);
-        open(user, "Import");
-        IM_CHECK_EQ(user.WindowInfo("//Import Terms").Window->Size.y, height);
-        close(user);
+/* What a frame drew of the popup, read at its end */
+struct PopupFrame {
+    float height;
+    float contentHeight;
+};
+
+/* The popup's frames from the click that opens it on, and no others */
+std::vector<PopupFrame> framesOfOpening(ViewTest& test, ImGuiTestContext& user, const char* const mode) {
+    std::vector<PopupFrame> frames;
+    const std::string name = std::string{mode} + " Terms";
+    user.ItemClick("//Localization/##MenuBar/File");
+    test.beside = [&] {
+        const ImGuiWindow* const window = ImGui::FindWindowByName(name.c_str());
+        if(window && window->Active)
+            frames.push_back({window->Size.y, window->DC.CursorPos.y - window->Pos.y + window->Scroll.y});
+    };
+    user.ItemClick((std::string{"//$FOCUSED/"} + mode).c_str());
+    user.Yield(5);
+    test.beside = nullptr;
+    return frames;
+}
+
+TEST_F(ImportExportPopup, InEveryFrameItIsAsHighAsItsContentInTheFrameBeforeAnd4More) {
+    run([&](ImGuiTestContext& user) {
+        const std::vector<PopupFrame> frames = framesOfOpening(_test, user, "Import");
+        IM_CHECK_GT(frames.size(), 4);
+        for(std::size_t i = 1; i != frames.size(); ++i)
+            IM_CHECK_EQ(frames[i].height, frames[i - 1].contentHeight + 4.0f);
+        IM_CHECK_EQ(frames.back().height, frames[1].height);
+        /* Of the very first height, 0, the library makes one of its own */
+        IM_CHECK_NE(frames[0].height, frames[1].height);
+        const ImRect button = user.ItemInfo("//Import Terms/Import").RectFull;
+        IM_CHECK_EQ(frames.back().height,
+            button.Max.y + ImGui::GetStyle().ItemSpacing.y + 4.0f - user.WindowInfo("//Import Terms").Window->Pos.y);
+        user.ItemClick("//Import Terms/#CLOSE");
     });
+}
+
+TEST_F(ImportExportPopup, BeginsWithTheHeightOfThePreviousOpening) {
+    run([&](ImGuiTestContext& user) {
+        const float height = framesOfOpening(_test, user, "Export").back().height;
+        user.ItemClick("//Export Terms/#CLOSE");
+        user.Yield(2);
+        /* What comes now is higher */
+        ImGui::GetStyle().ItemSpacing.y += 10.0f;
+        const std::vector<PopupFrame> frames = framesOfOpening(_test, user, "Import");
+        IM_CHECK_GT(frames.size(), 2);
+        IM_CHECK_EQ(frames[0].height, height);
+        IM_CHECK_GT(frames[1].height, height);
+        IM_CHECK_EQ(frames.back().height, frames[1].height);
+        user.ItemClick("//Import Terms/#CLOSE");
+    });
+}
+
+TEST_F(ImportExportPopup, ThePopupOfNoModeNeverOpens) {
+    int frames = 0;
+    int opened = 0;
+    _test.beside = [&] {
+        ++frames;
+        if(ImGui::FindWindowByName("None")) ++opened;
+    };
+    run([](ImGuiTestContext& user) {
+        user.Yield(3);
+        IM_CHECK(!isOpen(user));
+        for(const char* const mode: {"Import", "Export"}) {
+            open(user, mode);
+            IM_CHECK_EQ(user.UiContext->OpenPopupStack.Size, 1);
+            close(user);
+            open(user, mode);
+            user.ItemClick(mode);
+            user.Yield(3);
+            IM_CHECK(!isOpen(user));
+        }
+    });
+    EXPECT_GT(frames, 20);
+    EXPECT_EQ(opened, 0);
 }
 
 TEST_F(ImportExportPopup, BeginsWithTheProjectsExchangeFolder) {
@@ -110,6 +174,37 @@ TEST_F(ImportExportPopup, BeginsWithTheProjectsExchangeFolder) {
         IM_CHECK_STR_EQ(path(user).c_str(), proposed.data());
         close(user);
     });
+}
+
+/* The field holds 255 bytes; half a path would be another path */
+TEST_F(ImportExportPopup, AProposedPathThatDoesNotFitLeavesTheFieldEmpty) {
+    for(const std::size_t size: {270, 256, 255}) {
+        const std::string parent = _dialogs.folder().string() + "/";
+        const std::string project = parent + std::string(size - parent.size() - std::strlen("/i18n/"), 'p');
+        std::filesystem::create_directory(project);
+        std::ofstream{project + "/project.json"} << Project;
+        ASSERT_TRUE(_test.session.open(project.c_str()));
+        run([](ImGuiTestContext& user) {
+            open(user, "Export");
+            user.ItemClick("Export");
+            user.Yield(2);
+            IM_CHECK(!isOpen(user));
+        });
+        ASSERT_FALSE(FakeTools::calls.empty());
+        EXPECT_EQ(FakeTools::calls.back().path, size == 255 ? project + "/i18n/" : "");
+    }
+}
+
+TEST_F(ImportExportPopup, ATypedPathEndsAt255Bytes) {
+    const std::string typed = "/tmp/" + std::string(300, 'x');
+    run([&](ImGuiTestContext& user) {
+        open(user, "Export");
+        type(user, typed.c_str());
+        user.ItemClick("Export");
+        user.Yield(2);
+    });
+    ASSERT_EQ(FakeTools::calls.size(), 1);
+    EXPECT_EQ(FakeTools::calls[0].path, typed.substr(0, 255));
 }
 
 TEST_F(ImportExportPopup, AnEmptiedPathIsProposedAnewAsAWhole) {
@@ -249,6 +344,139 @@ TEST_F(ImportExportPopup, AnUnknownLanguageIsARedQuestionMark) {
     });
     const std::string shown = _test.shownText();
     EXPECT_NE(shown.find("? | ? |"), std::string::npos) << shown;
+}
+
+TEST_F(ImportExportPopup, AnUnknownLanguageIsListedWhateverIsSearchedFor) {
+    FakeTools::onImport = [](Containers::Array<UnsignedInt>& languages) {
+        Containers::arrayAppend(languages, 411u);
+        Containers::arrayAppend(languages, ~0u);
+    };
+    run([](ImGuiTestContext& user) {
+        open(user, "Import");
+        user.ItemClick("Import");
+        user.Yield(3);
+        user.SetRef("//Localization");
+        selectTab(user, "Languages");
+        search(user, "##languagesearch", "german");
+        IM_CHECK(rowItem(user, "languagestablebody", "##German").ID);
+        IM_CHECK(!rowItem(user, "languagestablebody", "##French").ID);
+    });
+    std::string shown = _test.shownText();
+    EXPECT_NE(shown.find("German | de |"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("? | ? |"), shown.rfind("? | ? |")) << shown;
+    run([](ImGuiTestContext& user) { search(user, "##languagesearch", "no such language"); });
+    shown = _test.shownText();
+    EXPECT_EQ(shown.find("German"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("? | ? |"), shown.rfind("? | ? |")) << shown;
+}
+
+/* The default of a project without languages is the first one of the list that has a code */
+TEST_F(ImportExportPopup, AnUnknownLanguageIsNoDefault) {
+    for(const bool withWelsh: {true, false}) {
+        FakeTools::calls.clear();
+        FakeTools::onImport = [withWelsh](Containers::Array<UnsignedInt>& languages) {
+            languages = Containers::Array<UnsignedInt>{};
+            for(const UnsignedInt language: {411u, indexOf("en"), 1000000000u, ~0u})
+                Containers::arrayAppend(languages, language);
+            if(withWelsh) Containers::arrayAppend(languages, indexOf("cy"));
+        };
+        _test.replaceDocument("{}");
+        run([](ImGuiTestContext& user) {
+            open(user, "Import");
+            user.ItemClick("Import");
+            user.Yield(3);
+            user.SetRef("//Localization");
+            selectTab(user, "Languages");
+        });
+        EXPECT_NE(_test.shownText().find("\xef\x80\x85 English | en"), std::string::npos);
+        run([](ImGuiTestContext& user) {
+            openContextMenu(user, "English");
+            user.ItemClick("//$FOCUSED/Remove");
+            user.Yield(2);
+        });
+        const std::string shown = _test.shownText();
+        EXPECT_EQ(shown.find("\xef\x80\x85 Welsh | cy") != std::string::npos, withWelsh) << shown;
+        EXPECT_EQ(shown.find("\xef\x80\x85 ?"), std::string::npos) << shown;
+        run([](ImGuiTestContext& user) {
+            open(user, "Export");
+            user.ItemClick("Export");
+            user.Yield(2);
+        });
+        ASSERT_EQ(FakeTools::calls.size(), 2);
+        EXPECT_EQ(FakeTools::calls[1].defaultLanguage, withWelsh ? indexOf("cy") : indexOf("en"));
+    }
+}
+
+/* A tool may hand back storage of any kind */
+
+int freedLists = 0;
+
+void freeList(UnsignedInt* const list, std::size_t) {
+    ++freedLists;
+    delete[] list;
+}
+
+TEST_F(ImportExportPopup, ARefreshFreesAListThatAToolBroughtAndMakesOneOfItsOwn) {
+    freedLists = 0;
+    FakeTools::onImport = [](Containers::Array<UnsignedInt>& languages) {
+        languages = Containers::Array<UnsignedInt>{new UnsignedInt[1]{indexOf("cy")}, 1, freeList};
+    };
+    run([](ImGuiTestContext& user) {
+        open(user, "Import");
+        user.ItemClick("Import");
+        user.Yield(3);
+        user.SetRef("//Localization");
+        selectTab(user, "Languages");
+        IM_CHECK(rowItem(user, "languagestablebody", "##Welsh").ID);
+        IM_CHECK_EQ(freedLists, 0);
+        user.MenuClick("Edit/Refresh Languages");
+        user.Yield(3);
+        IM_CHECK_EQ(freedLists, 1);
+        IM_CHECK(!rowItem(user, "languagestablebody", "##Welsh").ID);
+        for(const char* const language: {"##German", "##English", "##French"})
+            IM_CHECK(rowItem(user, "languagestablebody", language).ID);
+    });
+    const void* deleter = nullptr;
+    FakeTools::onImport = [&](Containers::Array<UnsignedInt>& languages) {
+        deleter = reinterpret_cast<const void*>(languages.deleter());
+    };
+    run([](ImGuiTestContext& user) {
+        open(user, "Import");
+        user.ItemClick("Import");
+        user.Yield(2);
+    });
+    EXPECT_EQ(FakeTools::calls[1].languages, (std::vector<UnsignedInt>{indexOf("de"), indexOf("en"), indexOf("fr")}));
+    EXPECT_NE(deleter, nullptr);
+    EXPECT_NE(deleter, reinterpret_cast<const void*>(freeList));
+    EXPECT_EQ(freedLists, 1);
+}
+
+TEST_F(ImportExportPopup, LanguagesAreAddedToAndRemovedFromAListThatAToolBrought) {
+    for(const bool adds: {true, false}) {
+        freedLists = 0;
+        FakeTools::onImport = [](Containers::Array<UnsignedInt>& languages) {
+            languages = Containers::Array<UnsignedInt>{new UnsignedInt[2]{indexOf("cy"), indexOf("ja")}, 2, freeList};
+        };
+        run([adds](ImGuiTestContext& user) {
+            open(user, "Import");
+            user.ItemClick("Import");
+            user.Yield(3);
+            user.SetRef("//Localization");
+            if(adds) {
+                openLanguagePopup(user);
+                user.ItemClick(offeredLanguage(user, "German").ID);
+            } else {
+                selectTab(user, "Languages");
+                openContextMenu(user, "Japanese");
+                user.ItemClick("//$FOCUSED/Remove");
+            }
+            user.Yield(3);
+            IM_CHECK_EQ(bool(rowItem(user, "languagestablebody", "##German").ID), adds);
+            IM_CHECK_EQ(bool(rowItem(user, "languagestablebody", "##Japanese").ID), adds);
+            IM_CHECK(rowItem(user, "languagestablebody", "##Welsh").ID);
+        });
+        EXPECT_EQ(freedLists, 1);
+    }
 }
 
 TEST_F(ImportExportPopup, GatheringCallsTheTool) {

@@ -11,6 +11,7 @@
 #include "ChangeManager.h"
 #include "plugin/DialogProgram.h"
 #include "plugin/ViewTest.h"
+#include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine::Test {
 namespace {
@@ -155,6 +156,37 @@ TEST_F(Workflow, AnExportTakesTheViewsLanguagesAndLeavesTheProjectAlone) {
     EXPECT_FALSE(fs::exists(folder / "fr"));
     EXPECT_EQ(_test.document(), _document);
     EXPECT_EQ(filesOf(_project), _files);
+}
+
+/* Its path would not fit into the popup's field, which stays empty */
+TEST_F(Workflow, AnExportFromAFolderWithALongPathWarnsUntilAPathIsChosen) {
+    const fs::path project = _dialogs.folder() / std::string(240, 'p');
+    fs::copy(_project, project, fs::copy_options::recursive);
+    ASSERT_TRUE(_test.session.open(project.c_str()));
+    const auto exportIt = [&](const char* const path, const bool zip) {
+        const CapturedOutput output;
+        run([&](ImGuiTestContext& user) {
+            user.MenuClick("File/Export");
+            user.Yield(4);
+            user.SetRef("//Export Terms");
+            if(zip) user.ItemClick("##zip");
+            if(path) {
+                user.ItemInput("##path");
+                user.KeyCharsReplace(path);
+                user.KeyPress(ImGuiKey_Enter);
+            }
+            user.ItemClick("Export");
+            user.Yield(2);
+            IM_CHECK(user.UiContext->OpenPopupStack.empty());
+        });
+        return output.warning();
+    };
+    EXPECT_EQ(exportIt(nullptr, false), "LocalizationTools::exportTerms(): the path is empty\n");
+    EXPECT_EQ(exportIt(nullptr, true), "LocalizationTools::exportTermsCompressed(): the path is empty\n");
+    EXPECT_EQ(filesOf(project), _files);
+    const fs::path folder = _dialogs.folder() / "exported";
+    exportIt(folder.c_str(), true);
+    EXPECT_TRUE(fs::exists(folder / "de" / "translation.json"));
 }
 
 TEST_F(Workflow, ExportingAgainLeavesEveryByteAsItIs) {
