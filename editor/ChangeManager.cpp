@@ -281,7 +281,7 @@ void ChangeManager::applyRemoval(const Containers::StringView path) {
         }
         container = value;
     }
-    eraseChild(*erasedFrom, erased);
+    if(erasedFrom) eraseChild(*erasedFrom, erased);
 }
 
 void ChangeManager::applyCreation(const Change& change) {

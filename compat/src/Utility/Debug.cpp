@@ -21,7 +21,7 @@ thread_local std::ostream* outputs[]{&std::cout, &std::cerr, &std::cerr};
 class StringStream: std::stringbuf, public std::ostream {
 public:
     explicit StringStream(Containers::String& out): std::ostream(static_cast<std::stringbuf*>(this)), _out(out) {}
-    ~StringStream() override { sync(); }
+    ~StringStream() override { StringStream::sync(); }
 
 private:
     int sync() override {
