@@ -20,6 +20,12 @@ using Corrade::Containers::StringIterable;
 using Corrade::Containers::StringView;
 namespace Path = Corrade::Utility::Path;
 
+// Icons are handed on as numbers.
+static_assert(pfd::icon(NotificationIcon::Info) == pfd::icon::info);
+static_assert(pfd::icon(NotificationIcon::Warning) == pfd::icon::warning);
+static_assert(pfd::icon(NotificationIcon::Error) == pfd::icon::error);
+static_assert(pfd::icon(NotificationIcon::Question) == pfd::icon::question);
+
 /** Lets the dialog library hear how its child processes end, whatever the host does about its own. */
 class ChildSignal {
 public:

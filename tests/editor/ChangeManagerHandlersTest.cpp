@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 
 #include "QuorvaneEditor/ProjectFile.h"
 #include "support/Abort.h"
+#include "support/Allocations.h"
 #include "support/Json.h"
 
 /* Who hears about a change, and when. */
@@ -16,6 +18,7 @@
 namespace QuorvaneEngine {
 namespace {
 
+using Test::Allocations;
 using Test::load;
 
 class ChangeManagerHandlers: public testing::Test {
@@ -218,6 +221,21 @@ TEST_F(ChangeManagerHandlers, TheSeventeenthGrowsTheRoomAndAllKeepWorking) {
         ASSERT_EQ(calls.size(), 1u);
         EXPECT_EQ(calls[0].find(key(i) + " /"), 0u);
     }
+}
+
+TEST_F(ChangeManagerHandlers, TheRoomGrowsBySixteenAtATime) {
+    struct Deaf: ChangeHandler {
+        void handle(const Change&, Containers::ArrayView<Containers::StringView>) override {}
+    };
+    std::vector<int> grown;
+    for(int i = 1; i <= 49; ++i) {
+        const std::string key = "key" + std::to_string(i);
+        Containers::Pointer<ChangeHandler> handler{new Deaf};
+        const Allocations allocations;
+        changes.addChangeHandler(key.c_str(), std::move(handler));
+        if(allocations.count()) grown.push_back(i);
+    }
+    EXPECT_EQ(grown, (std::vector<int>{1, 17, 33, 49}));
 }
 
 TEST_F(ChangeManagerHandlers, OfTwoWithOneKeyOneIsCalled) {

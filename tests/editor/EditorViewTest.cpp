@@ -1,6 +1,8 @@
 #include "EditorView.h"
 
 #include <cstring>
+#include <functional>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,7 @@ public:
         const WindowGuard window{_windowOpen};
         isDrawn = _windowOpen;
         if(isDrawn) ImGui::Button("Inside");
+        if(isDrawn && contents) contents();
     }
 
     EditorData* data() const { return _editorData; }
@@ -54,6 +57,7 @@ public:
     int inits = 0;
     int deinits = 0;
     bool isDrawn = false;
+    std::function<void()> contents;
 };
 
 class EditorViewTest: public testing::Test {
@@ -215,6 +219,7 @@ protected:
             ImGui::SetNextWindowSize({size.x / 2.0f, size.y}, ImGuiCond_Once);
         }
         view.draw();
+        if(drawAlso) drawAlso();
         if(!isDocked) {
             ImGui::SetNextWindowPos({size.x / 2.0f, 0.0f}, ImGuiCond_Once);
             ImGui::SetNextWindowSize({size.x / 2.0f, size.y}, ImGuiCond_Once);
@@ -241,6 +246,9 @@ protected:
         EXPECT_FALSE(before);
         return after;
     }
+
+    std::function<void()> drawAlso;
+    static inline bool isPopupOpen = false;
 };
 
 TEST_F(EditorViewFocus, HoveringADockedViewFocusesIt) { EXPECT_TRUE(hoverBringsFocus(true)); }
@@ -258,7 +266,54 @@ TEST_F(EditorViewFocus, ClickingAFloatingViewFocusesIt) {
     EXPECT_TRUE(view.isFocused());
 }
 
-TEST_F(EditorViewFocus, APopupKeepsADockedViewFromTakingTheFocus) {
+TEST_F(EditorViewFocus, AChildThatHasTheFocusCountsForItsView) {
+    initialize();
+    view.contents = [] {
+        const ChildGuard child{ImGui::BeginChild("Child", {200.0f, 200.0f})};
+        ImGui::Button("Deep");
+    };
+    EXPECT_TRUE(gui.run(
+        "click in a child", [&] { drawBoth(false); },
+        [&](ImGuiTestContext& user) {
+            user.ItemClick("//Other/Beside");
+            user.Yield(2);
+            IM_CHECK(!view.isFocused());
+            user.ItemClick(user.GetID("Deep", user.WindowInfo("//Some View/Child").ID));
+            user.Yield(2);
+            IM_CHECK(ImGui::GetCurrentContext()->NavWindow != ImGui::FindWindowByName("Some View"));
+            IM_CHECK(view.isFocused());
+        }));
+}
+
+TEST_F(EditorViewFocus, HoveringAChildOfADockedViewFocusesTheView) {
+    view.contents = [] { const ChildGuard child{ImGui::BeginChild("Child")}; };
+    EXPECT_TRUE(hoverBringsFocus(true));
+}
+
+TEST_F(EditorViewFocus, HoveringAWindowThatIsDockedIntoADockedViewFocusesTheView) {
+    view.contents = [] {
+        const ImGuiID dock = ImGui::DockSpace(ImGui::GetID("Dock"));
+        ImGui::SetNextWindowDockID(dock);
+    };
+    drawAlso = [] { const WindowGuard inner{ImGui::Begin("Inner")}; };
+    EXPECT_TRUE(hoverBringsFocus(true));
+}
+
+TEST_F(EditorViewFocus, HoveringAPopupOfADockedViewDoesNotFocusTheView) {
+    // One that leaves the focus where it is, above all of the view.
+    view.contents = [] {
+        const ImGuiWindow& window = *ImGui::GetCurrentWindow();
+        if(ImGui::GetFrameCount() == 5) ImGui::OpenPopup("Popup");
+        ImGui::SetNextWindowPos(window.Pos);
+        ImGui::SetNextWindowSize(window.Size);
+        const PopupGuard popup{ImGui::BeginPopup("Popup", ImGuiWindowFlags_NoFocusOnAppearing)};
+        isPopupOpen = bool(popup);
+    };
+    EXPECT_FALSE(hoverBringsFocus(true));
+    EXPECT_TRUE(isPopupOpen);
+}
+
+TEST_F(EditorViewFocus, AModalPopupKeepsADockedViewFromTakingTheFocus) {
     initialize();
     bool focused = true;
     gui.run(
@@ -280,14 +335,20 @@ TEST_F(EditorViewFocus, APopupKeepsADockedViewFromTakingTheFocus) {
 using EditorViewDeathTest = EditorViewTest;
 
 TEST_F(EditorViewDeathTest, NullArgumentsAbortInTheirOrder) {
-    const auto initWith = [this](ImGuiContext* context, EditorData* data, QuorvaneEditorApplication* application) {
-        // Else the view's name stands before the message.
-        const Corrade::Utility::Debug quiet{nullptr};
-        view.init(context, data, application);
+    const auto expectAbort = [this](ImGuiContext* context, EditorData* data, QuorvaneEditorApplication* application,
+                                 const char* message) {
+        const auto init = [&] {
+            // The view says who it is before it complains, on the standard output, which is not looked at.
+            const Corrade::Utility::Debug toError{&std::cerr};
+            view.init(context, data, application);
+        };
+        QUORVANE_EXPECT_ABORT(init(), std::string{"Initializing View: SomeView\n"} + message);
     };
-    QUORVANE_EXPECT_ABORT(initWith(nullptr, nullptr, nullptr), "EditorView::init(): ImGuiContext was nullptr");
-    QUORVANE_EXPECT_ABORT(initWith(gui.context(), nullptr, nullptr), "EditorView::init(): EditorData was nullptr");
-    QUORVANE_EXPECT_ABORT(initWith(gui.context(), &data, nullptr), "EditorView::init(): QuorvaneEditor was nullptr");
+    expectAbort(nullptr, nullptr, nullptr, "EditorView::init(): ImGuiContext was nullptr");
+    expectAbort(nullptr, &data, &application, "EditorView::init(): ImGuiContext was nullptr");
+    expectAbort(gui.context(), nullptr, nullptr, "EditorView::init(): EditorData was nullptr");
+    expectAbort(gui.context(), nullptr, &application, "EditorView::init(): EditorData was nullptr");
+    expectAbort(gui.context(), &data, nullptr, "EditorView::init(): QuorvaneEditor was nullptr");
 }
 
 }

@@ -1,5 +1,6 @@
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <Corrade/Containers/GrowableArray.h>
@@ -136,13 +137,14 @@ TEST_F(UiBasic, SameLineAtGoesBehindWhatItWouldCover) {
         for(const float share: {0.5f, 1.5f}) {
             ImGui::Button("button");
             const float end = ImGui::GetItemRectMax().x;
+            const float top = ImGui::GetItemRectMin().y;
             const float start = ImGui::GetWindowPos().x;
             const float x = (end - start) * share;
             Ui::sameLineAt(x);
             EXPECT_FLOAT_EQ(
                 ImGui::GetCursorScreenPos().x, share < 1.0f ? end + ImGui::GetStyle().ItemSpacing.x : start + x);
             ImGui::Button("other");
-            EXPECT_EQ(ImGui::GetItemRectMin().y, ImGui::GetItemRectMin().y);
+            EXPECT_EQ(ImGui::GetItemRectMin().y, top);
         }
     });
 }
@@ -178,6 +180,20 @@ TEST_F(UiBasic, TextOfWhatIsNoStringIsEmpty) {
             ui.text(name);
             EXPECT_EQ(ImGui::GetItemRectSize().x, 0.0f);
         }
+    });
+}
+
+TEST_F(UiBasic, TextDoesNotShowDefaults) {
+    ProjectFile project;
+    load(project, "{}");
+    // The default is an empty text, which would not show either.
+    rapidjson::Value* const byDefault = project.getValue("/images/0/name", true);
+    ASSERT_TRUE(byDefault);
+    byDefault->SetString("by default");
+    Ui ui{&project};
+    inWindow([&] {
+        ui.text("/images/0/name");
+        EXPECT_EQ(ImGui::GetItemRectSize().x, 0.0f);
     });
 }
 
@@ -288,20 +304,77 @@ TEST_F(UiBasic, TheEndsOfAGroupAreRounded) {
     });
 }
 
+/** Around all vertices of a colour that were drawn since one; its corners stand the wrong way round where there is none. */
+ImRect drawnIn(ImU32 color, int firstVertex) {
+    ImRect drawn{1.0e6f, 1.0e6f, -1.0e6f, -1.0e6f};
+    const ImDrawList& list = *ImGui::GetWindowDrawList();
+    for(int i = firstVertex; i != list.VtxBuffer.Size; ++i)
+        if(list.VtxBuffer[i].col == color) drawn.Add(list.VtxBuffer[i].pos);
+    return drawn;
+}
+
+constexpr ImU32 Red = IM_COL32(255, 0, 0, 255);
+constexpr ImU32 Green = IM_COL32(0, 255, 0, 255);
+
 TEST_F(UiBasic, AGroupedButtonDrawsItsBorderAndItsShadow) {
-    int plain = 0;
-    int bordered = 0;
-    for(const float border: {0.0f, 1.0f}) {
-        ImGui::GetStyle().FrameBorderSize = border;
+    for(const float scale: {1.0f, 2.0f}) {
+        ImGui::GetStyle().FontScaleMain = scale;
+        ImGui::GetStyle().FrameBorderSize = 1.0f;
         inWindow([&] {
             const int first = ImGui::GetWindowDrawList()->VtxBuffer.Size;
-            ImGui::PushStyleColor(ImGuiCol_BorderShadow, {1.0f, 0.0f, 0.0f, 1.0f});
+            StyleGuard style;
+            style.color(ImGuiCol_BorderShadow, ImGui::ColorConvertU32ToFloat4(Red));
+            style.color(ImGuiCol_Border, ImGui::ColorConvertU32ToFloat4(Green));
             Ui::buttonGrouped("Label", "", {});
-            ImGui::PopStyleColor();
-            (border > 0.0f ? bordered : plain) = ImGui::GetWindowDrawList()->VtxBuffer.Size - first;
+            const ImRect shadow = drawnIn(Red, first);
+            const ImRect border = drawnIn(Green, first);
+            EXPECT_NEAR(border.Min.x, ImGui::GetItemRectMin().x, 1.5f);
+            EXPECT_NEAR(border.Max.y, ImGui::GetItemRectMax().y, 1.5f);
+            EXPECT_FLOAT_EQ(shadow.Min.x - border.Min.x, scale);
+            EXPECT_FLOAT_EQ(shadow.Min.y - border.Min.y, scale);
+            EXPECT_FLOAT_EQ(shadow.Max.x - border.Max.x, scale);
+            EXPECT_FLOAT_EQ(shadow.Max.y - border.Max.y, scale);
         });
     }
-    EXPECT_GT(bordered, plain + 4);
+}
+
+TEST_F(UiBasic, AGroupedButtonHasNoBorderWhereTheStyleHasNone) {
+    ImGui::GetStyle().FrameBorderSize = 0.0f;
+    inWindow([] {
+        const int first = ImGui::GetWindowDrawList()->VtxBuffer.Size;
+        StyleGuard style;
+        style.color(ImGuiCol_BorderShadow, ImGui::ColorConvertU32ToFloat4(Red));
+        style.color(ImGuiCol_Border, ImGui::ColorConvertU32ToFloat4(Green));
+        Ui::buttonGrouped("Label", "", {});
+        EXPECT_TRUE(drawnIn(Red, first).IsInverted());
+        EXPECT_TRUE(drawnIn(Green, first).IsInverted());
+    });
+}
+
+TEST_F(UiBasic, AGroupedButtonShowsThatTheKeyboardIsOnIt) {
+    ImGui::GetIO().ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
+    bool isMarked = false;
+    EXPECT_TRUE(gui.run(
+        "navigate",
+        [&] {
+            draw([&] {
+                StyleGuard style;
+                style.color(ImGuiCol_NavCursor, ImGui::ColorConvertU32ToFloat4(Red));
+                ImGui::Button("First");
+                const int first = ImGui::GetWindowDrawList()->VtxBuffer.Size;
+                Ui::buttonGrouped("Label", "", {});
+                isMarked = !drawnIn(Red, first).IsInverted();
+            });
+        },
+        [&](ImGuiTestContext& user) {
+            user.SetRef("Window");
+            user.NavMoveTo("First");
+            user.Yield(2);
+            IM_CHECK(!isMarked);
+            user.KeyPress(ImGuiKey_DownArrow);
+            user.Yield(2);
+            IM_CHECK(isMarked);
+        }));
 }
 
 TEST_F(UiBasic, AGroupedButtonShowsItsState) {
@@ -402,6 +475,20 @@ TEST_F(UiSearchBar, WithoutAStartTheInputFollowsTheIcon) {
     EXPECT_FLOAT_EQ(input.Min.x, start.x + iconWidth() + ImGui::GetStyle().ItemSpacing.x);
 }
 
+TEST_F(UiSearchBar, TheOffsetMovesItAllInBothDirections) {
+    gui.frames(
+        [this] {
+            draw([this] {
+                start = ImGui::GetCursorScreenPos();
+                Ui::searchBar("search", buffer, 200.0f, {7.0f, 3.0f}, 0.0f, false);
+                input = {ImGui::GetItemRectMin(), ImGui::GetItemRectMax()};
+            });
+        },
+        2);
+    EXPECT_FLOAT_EQ(input.Min.x, start.x + 7.0f + iconWidth() + ImGui::GetStyle().ItemSpacing.x);
+    EXPECT_FLOAT_EQ(input.Min.y, start.y + 3.0f);
+}
+
 TEST_F(UiSearchBar, TypingChangesTheText) {
     EXPECT_TRUE(gui.run(
         "type", [this] { drawBar(false); },
@@ -425,8 +512,7 @@ TEST_F(UiSearchBar, ItsCapacityDoesNotGrow) {
             user.Yield();
         }));
     EXPECT_EQ(buffer.size(), 8u);
-    EXPECT_LE(text().size(), 7u);
-    EXPECT_EQ(text(), std::string{"abcdefghijkl"}.substr(0, text().size()));
+    EXPECT_EQ(text(), "abcdefg");
 }
 
 TEST_F(UiSearchBar, WithFocusItEmptiesTheTextAndTakesTheKeyboard) {
@@ -459,18 +545,39 @@ TEST_F(UiSearchBar, WithFocusTheTextIsEmptiedInEveryFrameWithoutAnActiveItem) {
     }
 }
 
+/** Where in the font's texture the last glyphs stand that were drawn. */
+std::vector<std::pair<float, float>> lastGlyphs(std::size_t count) {
+    const ImDrawList& list = *ImGui::FindWindowByName("Window")->DrawList;
+    std::vector<std::pair<float, float>> places;
+    for(int i = list.VtxBuffer.Size - 4 * int(count); i < list.VtxBuffer.Size; ++i)
+        places.emplace_back(list.VtxBuffer[i].uv.x, list.VtxBuffer[i].uv.y);
+    return places;
+}
+
 TEST_F(UiSearchBar, TheHintIsShownWhileThereIsNoText) {
-    int empty = 0;
-    int filled = 0;
-    const auto vertices = [this] {
-        drawBar(false);
-        return ImGui::FindWindowByName("Window")->DrawList->VtxBuffer.Size;
-    };
-    gui.frames([&] { empty = vertices(); }, 2);
-    std::strcpy(buffer.data(), " ");
-    gui.frames([&] { filled = vertices(); }, 2);
-    // Six glyphs of "Search".
-    EXPECT_EQ(empty - filled, 6 * 4);
+    constexpr std::size_t letters = 6;
+    std::vector<std::pair<float, float>> search, empty, filled;
+    // Twice, for the font is rendered as it is used.
+    for(int i = 0; i != 2; ++i) {
+        gui.frames([&] {
+            draw([&] {
+                ImGui::TextUnformatted("Search");
+                search = lastGlyphs(letters);
+            });
+        });
+        buffer[0] = '\0';
+        gui.frames([&] {
+            drawBar(false);
+            empty = lastGlyphs(letters);
+        });
+        std::strcpy(buffer.data(), "Sea");
+        gui.frames([&] {
+            drawBar(false);
+            filled = lastGlyphs(letters);
+        });
+    }
+    EXPECT_EQ(empty, search);
+    EXPECT_NE(filled, search);
 }
 
 TEST_F(UiSearchBar, AnIdleFrameAllocatesNothing) {
@@ -582,6 +689,41 @@ TEST_F(UiBasic, ACheckboxHasAWhiteMark) {
         EXPECT_TRUE(isWhite);
         ImGui::PopStyleColor();
     });
+}
+
+TEST_F(UiBasic, ACheckedCheckboxIsBrightWhileItIsHeld) {
+    bool value = true;
+    ImU32 color = 0;
+    EXPECT_TRUE(gui.run(
+        "hold", [&] { draw([&] { color = boxColor(&value); }); },
+        [&](ImGuiTestContext& user) {
+            user.MouseMove("//Window/Box");
+            user.MouseDown();
+            user.Yield(2);
+            IM_CHECK(value);
+            IM_CHECK_EQ(color, packed(CheckedHovered));
+            user.MouseUp();
+        }));
+}
+
+TEST_F(UiBasic, ACheckboxIsRoundedByFourPixels) {
+    bool value = false;
+    for(const float scale: {1.0f, 2.0f}) {
+        ImGui::GetStyle().FontScaleMain = scale;
+        inWindow([&] {
+            const ImDrawList& list = *ImGui::GetWindowDrawList();
+            const int box = list.VtxBuffer.Size;
+            Ui::checkbox("##Box", &value);
+            const int same = list.VtxBuffer.Size;
+            ImGui::GetWindowDrawList()->AddRectFilled(
+                ImGui::GetItemRectMin(), ImGui::GetItemRectMax(), IM_COL32_WHITE, 4.0f * scale);
+            ASSERT_EQ(same - box, list.VtxBuffer.Size - same);
+            for(int i = box; i != same; ++i) {
+                EXPECT_EQ(list.VtxBuffer[i].pos.x, list.VtxBuffer[i + same - box].pos.x);
+                EXPECT_EQ(list.VtxBuffer[i].pos.y, list.VtxBuffer[i + same - box].pos.y);
+            }
+        });
+    }
 }
 
 TEST_F(UiBasic, ACheckboxHasAPaddingOfOnePixel) {

@@ -1,5 +1,8 @@
 #include "Ui/Ui.h"
 
+#include <ostream>
+#include <string>
+
 #include <gtest/gtest.h>
 #include <imgui.h>
 
@@ -57,11 +60,14 @@ TEST(Ui, FlagsOfBitsThatNobodyReadsAreKept) {
 }
 
 struct KeyCase {
+    const char* name;
     bool behavesLikeMacOs;
     ImGuiKey key;
     bool isShortcut;
     bool isPath;
 };
+
+void PrintTo(const KeyCase& given, std::ostream* stream) { *stream << given.name; }
 
 class UiKeys: public testing::TestWithParam<KeyCase> {};
 
@@ -89,15 +95,16 @@ TEST_P(UiKeys, FollowThePhysicalKey) {
 }
 
 constexpr KeyCase KeyCases[]{
-    {false, ImGuiMod_Super, true, false},
-    {false, ImGuiMod_Ctrl, false, true},
-    {false, ImGuiMod_Shift, false, false},
-    {true, ImGuiMod_Super, true, false},
-    {true, ImGuiMod_Ctrl, false, true},
-    {true, ImGuiMod_Alt, false, false},
+    {"Super", false, ImGuiMod_Super, true, false},
+    {"Ctrl", false, ImGuiMod_Ctrl, false, true},
+    {"Shift", false, ImGuiMod_Shift, false, false},
+    {"CmdOnMacOs", true, ImGuiMod_Super, true, false},
+    {"CtrlOnMacOs", true, ImGuiMod_Ctrl, false, true},
+    {"AltOnMacOs", true, ImGuiMod_Alt, false, false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Keys, UiKeys, testing::ValuesIn(KeyCases));
+INSTANTIATE_TEST_SUITE_P(
+    Keys, UiKeys, testing::ValuesIn(KeyCases), [](const auto& info) { return std::string{info.param.name}; });
 
 }
 }

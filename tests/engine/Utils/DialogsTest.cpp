@@ -51,11 +51,13 @@ protected:
         fs::remove_all(_folder);
     }
 
-    /** Makes the program that shows dialogs. What it prints is what the user chose; it fails when the user cancels. */
-    void answer(const std::string& chosen, int exitCode = 0) {
+    /** Makes the program that shows dialogs. What it prints is what the user chose; it fails when the user cancels.
+        @param first    a command that it runs first */
+    void answer(const std::string& chosen, int exitCode = 0, const std::string& first = ":") {
         std::ofstream{_folder / "answer"} << chosen;
         const fs::path program = _folder / "bin/zenity";
-        std::ofstream{program} << "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" << (_folder / "arguments").string()
+        std::ofstream{program} << "#!/bin/sh\n"
+                               << first << "\nprintf '%s\\n' \"$@\" > '" << (_folder / "arguments").string()
                                << "'\ncat '" << (_folder / "answer").string() << "'\nexit " << exitCode << "\n";
         fs::permissions(program, fs::perms::owner_all);
     }
@@ -209,7 +211,7 @@ TEST_F(Dialogs, HostileTextsArriveAsTheyAre) {
 }
 
 TEST_F(Dialogs, NotificationIsOverWhenTheCallReturns) {
-    answer("");
+    answer("", 0, "sleep 0.5");
     notification("Export", "Done", NotificationIcon::Warning);
     EXPECT_TRUE(wasShownWith("--notification"));
     EXPECT_TRUE(wasShownWith("--window-icon"));
