@@ -127,7 +127,10 @@ ModuleLoader::Loaded* ModuleLoader::find(Containers::StringView name) const {
 bool ModuleLoader::discard(Loaded& loaded) {
     const Containers::String name = std::move(loaded.name);
     std::erase_if(_state->loaded, [&loaded](const std::unique_ptr<Loaded>& other) { return other.get() == &loaded; });
-    return _state->manager.unload(name) == PluginManager::LoadState::NotLoaded;
+    const PluginManager::LoadState state = _state->manager.unload(name);
+    if(state == PluginManager::LoadState::NotLoaded) return true;
+    Utility::Warning{} << "ModuleLoader::unload():" << name << "is still in the process, with what it knows:" << state;
+    return false;
 }
 
 }

@@ -37,7 +37,8 @@ public:
     AbstractModule* module(Containers::StringView name) const;
 
     /** Stops a module for good, destroys its object and takes its library out of the process, with all state that it kept in
-        variables of its own. A name that is not loaded is left alone.
+        variables of its own; a library that stays is a warning with the plug-in manager's state. A name that is not loaded is left
+        alone.
         @return whether the library is gone */
     bool unload(Containers::StringView name);
 

@@ -273,5 +273,26 @@ TEST(ModuleLoader, OtherModulesLoadAfterOneThatIsRefused) {
     EXPECT_TRUE(other.load("Counter"));
 }
 
+TEST(ModuleLoader, ALibraryThatCannotBeTakenOutIsAWarningWithTheManagersState) {
+    ModuleLoader loader{QUORVANE_FIXTURES "/clinging"};
+    ASSERT_TRUE(loader.load("Clinging"));
+    std::ostringstream out;
+    {
+        Corrade::Utility::Warning redirected{&out};
+        EXPECT_FALSE(loader.unload("Clinging"));
+    }
+    EXPECT_EQ(out.str(),
+        "ModuleLoader::unload(): Clinging is still in the process, with what it knows: "
+        "PluginManager::LoadState::Used\n");
+
+    void* const handle = dlopen(QUORVANE_FIXTURES "/clinging/Clinging.so", RTLD_LAZY | RTLD_NOLOAD);
+    ASSERT_TRUE(handle);
+    reinterpret_cast<void (*)()>(dlsym(handle, "letGo"))();
+    dlclose(handle);
+    ASSERT_TRUE(loader.load("Clinging"));
+    EXPECT_TRUE(loader.unload("Clinging"));
+    EXPECT_FALSE(isInProcess(QUORVANE_FIXTURES "/clinging/Clinging.so"));
+}
+
 }
 }
