@@ -1,5 +1,6 @@
 #include "app/EditorFrame.h"
 
+#include <Corrade/Utility/Debug.h>
 #include <imgui.h>
 
 #include "ChangeManager.h"
@@ -11,6 +12,7 @@
 #include "app/StartPage.h"
 #include "app/StatusBar.h"
 #include "document/EditorSession.h"
+#include "localization/ProjectReview.h"
 #include "modules/ModuleLoader.h"
 
 namespace QuorvaneEngine {
@@ -43,6 +45,7 @@ bool EditorFrame::open(Containers::StringView folder) {
     }
     restartViews();
     _log->note("Opened " + Containers::String{_session->folder()});
+    for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
 }
 

@@ -38,7 +38,8 @@ public:
     EditorFrame& operator=(const EditorFrame&) = delete;
 
     /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
-        before, and the reason is shown. Between two frames. */
+        before, and the reason is shown. What is wrong with a project that can be worked with all the same is printed as
+        warnings. Between two frames. */
     bool open(Containers::StringView folder);
 
     /** What happens between two frames, in this order: jobs of the GUI thread, what the user asked for in the last frame, the
@@ -48,7 +49,7 @@ public:
     /** Draws the frame, between its begin and its end. */
     void draw();
 
-    /** Ends the editor, after asking for unsaved changes. */
+    /** Ends the editor, after asking for unsaved changes, which waits until no popup of a view is open. */
     void requestQuit() { _command = Command::Quit; }
 
     bool isFinished() const { return _finished; }

@@ -24,13 +24,16 @@ struct Entry {
     bool Available::*available;
     Command command;
     bool endsGroup;
+
+    /** Whether its keys work while a popup is open. */
+    bool duringPopup = false;
 };
 
 constexpr Entry Entries[]{
     {"File", ICON_FA_FOLDER_OPEN, "Open project...", "Ctrl+O", ImGuiMod_Ctrl | ImGuiKey_O, 0, nullptr,
         Command::OpenProject, false},
     {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
-        true},
+        true, true},
     {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
         false},
     {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,
@@ -75,9 +78,11 @@ Command draw(EditorState& state, const Available& available) {
                 if(entry.endsGroup) ImGui::Separator();
             }
         }
-    if(!ImGui::GetIO().WantTextInput)
-        for(const Entry& entry: Entries)
-            if(isAvailable(entry, available) && isPressed(entry)) chosen = entry.command;
+    if(ImGui::GetIO().WantTextInput) return chosen;
+    const bool hasPopup = ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup);
+    for(const Entry& entry: Entries)
+        if((entry.duringPopup || !hasPopup) && isAvailable(entry, available) && isPressed(entry))
+            chosen = entry.command;
     return chosen;
 }
 

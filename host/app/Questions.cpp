@@ -13,9 +13,10 @@ namespace {
 
 constexpr float TextWidth = 520.0f;
 
-/** Opens the dialog in the middle of the main window when it is not open yet. */
+/** Opens the dialog in the middle of the main window when it is not open yet. It would take the place of any popup that is open,
+    and so waits until there is none. */
 void prepare(const char* name) {
-    if(!ImGui::IsPopupOpen(name)) ImGui::OpenPopup(name);
+    if(!ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup)) ImGui::OpenPopup(name);
     ImGui::SetNextWindowPos(ImGui::GetMainViewport()->GetWorkCenter(), ImGuiCond_Appearing, {0.5f, 0.5f});
 }
 

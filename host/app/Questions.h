@@ -11,7 +11,8 @@ namespace QuorvaneEngine {
 /** What the user wants done with unsaved changes. */
 enum class Answer : std::uint8_t { None, Save, Discard, Cancel };
 
-/** The host's own dialogs, which stand before everything else until they are answered. */
+/** The host's own dialogs, which stand before everything else until they are answered. A dialog waits for
+    the end of any other popup. */
 class QUORVANE_API Questions {
 public:
     /** Asks what to do with unsaved changes. */

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Utility/Debug.h>
 #include <imgui.h>
 
 #include <icons_font_awesome_6.h>
@@ -19,18 +21,20 @@ namespace {
 
 constexpr Int ModuleTypeView = 1;
 
+void warn(Containers::StringView reason) {
+    for(Containers::StringView line: reason.splitWithoutEmptyParts('\n'))
+        Corrade::Utility::Warning{} << "project.json:" << line;
+}
+
 }
 
 ViewSet::ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, EditorData& data,
     Containers::ArrayView<const ViewCondition> conditions)
     : _modules{&modules}, _application{&application}, _data{&data}, _conditions{conditions} {
     for(const Containers::String& name: modules.names()) {
-        AbstractModule* const module = modules.load(name);
-        if(!module) continue;
-        module->load();
-        if(module->moduleType() == ModuleTypeView) _entries.push_back(Entry{name, nullptr, nullptr, {}});
+        AbstractModule* const module = load(name);
+        if(module && module->moduleType() == ModuleTypeView) _entries.push_back(Entry{name, nullptr, nullptr, {}});
     }
-    start();
 }
 
 ViewSet::~ViewSet() {
@@ -38,26 +42,44 @@ ViewSet::~ViewSet() {
         if(entry.view) entry.view->deinit();
 }
 
-void ViewSet::start() {
-    for(Entry& entry: _entries) {
-        // A view's module has no other kind of object.
-        entry.view = static_cast<EditorView*>(_modules->load(entry.module));
-        if(entry.view) entry.view->init(ImGui::GetCurrentContext(), _data, _application);
-    }
-    _checkedRevision = -1;
+AbstractModule* ViewSet::load(Containers::StringView name) {
+    if(AbstractModule* const module = _modules->module(name)) return module;
+    AbstractModule* const module = _modules->load(name);
+    if(module) module->load();
+    return module;
+}
+
+void ViewSet::start(Entry& entry) {
+    // A view's module has no other kind of object.
+    entry.view = static_cast<EditorView*>(load(entry.module));
+    if(entry.view) entry.view->init(ImGui::GetCurrentContext(), _data, _application);
 }
 
 void ViewSet::restart() {
     for(Entry& entry: _entries) {
-        if(entry.view) entry.view->deinit();
+        entry.reason = {};
+        if(!entry.view) continue;
+        entry.view->deinit();
         entry.view = nullptr;
         _modules->unload(entry.module);
     }
-    start();
+    for(Entry& entry: _entries) start(entry);
+    _started = true;
+    _checkedRevision = -1;
 }
 
 void ViewSet::reload() {
-    for(Entry& entry: _entries) entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
+    for(Entry& entry: _entries) {
+        if(entry.view) {
+            entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
+        } else if(_started) {
+            start(entry);
+        } else {
+            // A view that is bound to nothing has no state to hand over.
+            _modules->unload(entry.module);
+            load(entry.module);
+        }
+    }
     _checkedRevision = -1;
 }
 
@@ -66,14 +88,15 @@ void ViewSet::checkConditions() {
     if(revision == _checkedRevision) return;
     _checkedRevision = revision;
     for(Entry& entry: _entries) {
+        const Containers::String before = std::exchange(entry.reason, {});
         entry.failed = nullptr;
-        entry.reason = {};
         if(!entry.view) continue;
         for(const ViewCondition& condition: _conditions) {
             if(condition.view != entry.view->title()) continue;
             entry.reason = condition.reason(_application->editor());
             if(entry.reason.isEmpty()) continue;
             entry.failed = &condition;
+            if(entry.reason != before) warn(entry.reason);
             break;
         }
     }

@@ -10,13 +10,14 @@
 
 namespace QuorvaneEngine {
 
+class AbstractModule;
 class EditorView;
 class ModuleLoader;
 
 /** The views that modules contribute, for the open project. */
 class QUORVANE_API ViewSet {
 public:
-    /** Loads all modules and binds their views to the current GUI context.
+    /** Loads all modules. Their views are made by the first @ref restart() .
         @param modules      must outlive this object, as must the others
         @param conditions   not copied */
     explicit ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, EditorData& data,
@@ -28,14 +29,17 @@ public:
     ViewSet(const ViewSet&) = delete;
     ViewSet& operator=(const ViewSet&) = delete;
 
-    /** Destroys every view and loads its module anew, so that nothing of the project that they have seen so far is left in
-        them. Nothing of the modules may be in use: no job, no handler of changes. Identifiers and open flags stay. */
+    /** Makes a fresh view of every module, bound to the current GUI context. Views that are there are destroyed and their modules
+        loaded anew, so that nothing of the project that they have seen so far is left in them; a library that cannot be taken
+        out of the process is a warning of the loader's. Nothing of the modules may be in use: no job, no handler of changes.
+        Identifiers and open flags stay. */
     void restart();
 
     /** Loads every module anew as its file is now; the views take their state over. */
     void reload();
 
-    /** Looks whether the views' conditions hold, if the published revision has changed. */
+    /** Looks whether the views' conditions hold, if the published revision has changed. A reason that was not there before is
+        printed as warnings, one for each of its lines: `project.json: <line>`. */
     void checkConditions();
 
     /** Draws the open views, each of which gets its reason and a button to repair it drawn in its place while its condition does
@@ -58,7 +62,8 @@ private:
         Containers::String reason;
     };
 
-    void start();
+    AbstractModule* load(Containers::StringView name);
+    void start(Entry& entry);
     void drawReason(Entry& entry);
 
     ModuleLoader* _modules;
@@ -68,6 +73,7 @@ private:
     std::vector<Entry> _entries;
     const ViewCondition* _repair = nullptr;
     Int _checkedRevision = -1;
+    bool _started = false;
 };
 
 }

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <unistd.h>
@@ -141,12 +142,43 @@ TEST_F(EditorProgram, ABrokenLanguageFileIsNamed) {
     EXPECT_NE(result.error.find("localization/ru.json:1:"), std::string::npos) << result.error;
 }
 
+TEST_F(EditorProgram, AProjectIsOpenedBeforeItsViewsAreMade) {
+    const ProgramResult result = draw();
+    const std::string line = "Initializing View: Localization\n";
+    const std::size_t at = result.out.find(line);
+    ASSERT_NE(at, std::string::npos) << result.out;
+    EXPECT_EQ(result.out.find(line, at + 1), std::string::npos) << result.out;
+}
+
+TEST_F(EditorProgram, WrongTypesLostSourcesAndMissingFilesAreToldAndTheProjectIsDrawn) {
+    std::string text = read(project / "project.json");
+    for(const auto& [from, to]: {std::pair{R"("sourceText": "/objects/title_screen/startText")", R"("sourceText": 7)"},
+            std::pair{"/objects/title_screen/continueText", "/objects/nowhere/text"}}) {
+        const std::size_t found = text.find(from);
+        ASSERT_NE(found, std::string::npos) << from;
+        text.replace(found, std::string{from}.size(), to);
+    }
+    write(project / "project.json", text);
+    fs::remove(project / "localization" / "de.json");
+    const std::map<std::string, std::string> before = files();
+    const ProgramResult result = draw();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error,
+        "project.json: /localization/terms/menu.start/sourceText: is a number, but must be a string\n"
+        "project.json: /localization/terms/menu.continue/sourceText: leads to /objects/nowhere/text, which is not "
+        "there\n"
+        "localization/de.json: missing, no texts of de\n");
+    EXPECT_EQ(files(), before);
+    EXPECT_GT(Picture{picture.string()}.colors(), 100u);
+}
+
 TEST_F(EditorProgram, AProjectThatTheViewCannotWorkWithIsDrawnWithTheReason) {
     write(project / "project.json", R"({"languages": {"tlh-unknown": {"isDefault": true}}})");
     for(const char* code: {"ar", "de", "fr", "ja", "pt-BR", "ru"})
         fs::remove(project / "localization" / (std::string{code} + ".json"));
     const ProgramResult result = draw();
-    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "project.json: /languages marks no language that the editor knows as default.\n");
     EXPECT_GT(Picture{picture.string()}.colors(), 50u);
 }
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+#include <imgui_internal.h>
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -127,6 +128,58 @@ TEST_F(HostedView, ATermIsUntickedUndoneRedoneAndSavedByMouseAndKeys) {
         IM_CHECK(!session.hasUnsavedChanges());
     }));
     EXPECT_EQ(file("first"), expectedFile);
+}
+
+TEST_F(HostedView, APopupOfTheViewStaysWhateverTheHostsKeysAsk) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    const std::string before = document();
+    EXPECT_TRUE(play("popup", [&](ImGuiTestContext& user) {
+        const auto isShown = [](const char* name) {
+            const ImGuiWindow* const window = ImGui::FindWindowByName(name);
+            return window && window->Active;
+        };
+        search(user, "menu.start");
+        user.ItemClick("**/##translatable");
+        user.Yield(2);
+        const std::string changed = document();
+        IM_CHECK(changed != before);
+        user.MenuClick("File/Export");
+        user.Yield(4);
+        IM_CHECK(isShown("Export Terms"));
+        IM_CHECK(!ImGui::GetIO().WantTextInput);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(3);
+        IM_CHECK(document() == changed);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Q);
+        user.Yield(3);
+        IM_CHECK(isShown("Export Terms"));
+        IM_CHECK(!isShown("Unsaved changes"));
+
+        // The window's close button is none of the keys: its question comes when the popup has gone.
+        frame.requestQuit();
+        user.Yield(3);
+        IM_CHECK(isShown("Export Terms"));
+        IM_CHECK(!isShown("Unsaved changes"));
+        user.WindowClose("//Export Terms");
+        user.Yield(3);
+        IM_CHECK(isShown("Unsaved changes"));
+        user.ItemClick("//Unsaved changes/Cancel");
+        user.Yield(3);
+        IM_CHECK(!frame.isFinished());
+
+        user.SetRef("Localization");
+        user.MenuClick("File/Export");
+        user.Yield(4);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.Yield(3);
+        IM_CHECK(!session.hasUnsavedChanges());
+        IM_CHECK(isShown("Export Terms"));
+        user.WindowClose("//Export Terms");
+        user.Yield(3);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(3);
+        IM_CHECK(document() == before);
+    }));
 }
 
 TEST_F(HostedView, NothingOfTheOldProjectIsLeftInTheView) {

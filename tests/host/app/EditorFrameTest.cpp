@@ -53,7 +53,7 @@ int checks = 0;
 Containers::String counterReason(QuorvaneEditor& editor) {
     ++checks;
     const rapidjson::Value* const counted = editor.project().root()["/counted"].value();
-    return !counted || (counted->IsInt() && counted->GetInt() < 3) ? "" : "project.json: /counted is out of hand.";
+    return !counted || (counted->IsInt() && counted->GetInt() < 3) ? "" : "/counted is out of hand.";
 }
 
 void repairCounter(QuorvaneEditor& editor) {
@@ -111,7 +111,14 @@ protected:
         return value ? value->GetInt() : 0;
     }
 
-    /** A counter of the module that is in the process: draws, inits, deinits. */
+    /** How often a message was printed. */
+    int messages(Containers::StringView text) const {
+        int count = 0;
+        for(const MessageLog::Message& message: log.messages()) count += message.text == text;
+        return count;
+    }
+
+    /** A counter of the module that is in the process: draws, inits, deinits, loads without a state. */
     static int moduleCounter(int which) {
         void* const handle = dlopen(ModuleFile, RTLD_LAZY | RTLD_NOLOAD);
         if(!handle) return -1;
@@ -195,6 +202,7 @@ TEST_F(EditorFrameTest, AnotherProjectGetsAFreshViewWithTheSameIdAndOpenFlag) {
     ASSERT_TRUE(open("second"));
     EXPECT_EQ(moduleCounter(0), 0);
     EXPECT_EQ(moduleCounter(1), 1);
+    EXPECT_EQ(moduleCounter(3), 1);
     EXPECT_EQ(viewId("Counter"), id);
     EXPECT_EQ(session.state().viewCount(), count);
 
@@ -359,8 +367,62 @@ TEST_F(EditorFrameTest, AViewWhoseConditionFailsShowsItsReasonAndIsNotDrawn) {
     ASSERT_TRUE(open("first"));
     draw(5);
     EXPECT_EQ(moduleCounter(0), 0);
-    EXPECT_EQ(frame.views().reason(viewId("Counter")), "project.json: /counted is out of hand.");
+    EXPECT_EQ(frame.views().reason(viewId("Counter")), "/counted is out of hand.");
     EXPECT_TRUE(play("reason", [](ImGuiTestContext& user) { IM_CHECK(user.ItemExists("//Counter/**/Repair")); }));
+}
+
+TEST_F(EditorFrameTest, AConditionThatBeginsToFailIsAWarningOnce) {
+    constexpr Containers::StringView Text = "project.json: /counted is out of hand."_s;
+    write("first", R"({"counted": 7})");
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    EXPECT_EQ(messages(Text), 1);
+    ASSERT_TRUE(log.last());
+    EXPECT_EQ(log.last()->severity, MessageLog::Severity::Warning);
+    session.changes().pushChange("/counted", rapidjson::Value{8}, false);
+    draw(5);
+    EXPECT_EQ(messages(Text), 1);
+    session.changes().pushChange("/counted", rapidjson::Value{1}, false);
+    draw(5);
+    session.undo();
+    draw(5);
+    EXPECT_EQ(messages(Text), 2);
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    EXPECT_EQ(messages(Text), 3);
+}
+
+TEST_F(EditorFrameTest, WhatIsWrongWithAProjectThatOpensIsAWarningEach) {
+    write("first", R"({"languages": {"de": {}}, "objects": {"door": {"name": 7}}})");
+    const std::string before = read("first");
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    EXPECT_EQ(messages("project.json: /objects/door/name: is a number, but must be a string"), 1);
+    EXPECT_EQ(messages("localization/de.json: missing, no texts of de"), 1);
+    ASSERT_TRUE(log.last());
+    EXPECT_EQ(log.last()->severity, MessageLog::Severity::Warning);
+    EXPECT_FALSE(session.hasUnsavedChanges());
+    EXPECT_EQ(read("first"), before);
+    EXPECT_GT(moduleCounter(0), 0);
+}
+
+TEST_F(EditorFrameTest, ViewsAreMadeOncePerProject) {
+    draw(3);
+    EXPECT_EQ(messages("Initializing View: Counter"), 0);
+    ASSERT_TRUE(open("first"));
+    EXPECT_EQ(messages("Initializing View: Counter"), 1);
+    ASSERT_TRUE(open("second"));
+    EXPECT_EQ(messages("Initializing View: Counter"), 2);
+}
+
+TEST_F(EditorFrameTest, ModulesReloadedBeforeTheFirstProjectGetTheirViewsWithIt) {
+    EXPECT_TRUE(play("reload", [](ImGuiTestContext& user) { choose(user, "View/Reload modules"); }));
+    draw(3);
+    EXPECT_EQ(moduleCounter(1), 0);
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_EQ(moduleCounter(1), 1);
+    EXPECT_GT(moduleCounter(0), 0);
 }
 
 TEST_F(EditorFrameTest, RepairIsOneStepThatCanBeUndoneAndRedone) {
