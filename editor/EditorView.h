@@ -16,8 +16,8 @@ class EditorView: public AbstractModule {
 public:
     explicit EditorView(Corrade::PluginManager::AbstractManager& manager, const Containers::StringView& plugin);
 
-    /** Re-runs @ref init() with the three pointers of a record from @ref unload() ; does nothing with an empty view. The size of
-        the record is not checked. */
+    /** Re-runs @ref init() with the three pointers of a record from @ref unload() ; does nothing with a view whose data pointer is
+        null. The size of the record is not checked. */
     void load(Containers::ArrayView<char> state) override;
     using AbstractModule::load;
 
@@ -62,7 +62,8 @@ public:
     bool isFocused() const { return _focused; }
 
 protected:
-    /** Begins the view's window. A docked window takes the focus as soon as the mouse is over it.
+    /** Begins the view's window, with @ref open() for its close button, and sets @ref _windowOpen and what @ref isFocused() tells.
+        A docked window takes the focus as soon as the mouse is over it, which is told from the next frame on.
         @param flags    window flags of the GUI library */
     void beginWindow(int flags);
 
@@ -70,6 +71,8 @@ protected:
     QuorvaneEditorApplication* _application = nullptr;
     UnsignedInt _viewId = 0;
     bool _focused = false;
+
+    /** Whether there is something to draw: false while the window is collapsed or hidden. Set by @ref beginWindow() . */
     bool _windowOpen = false;
 };
 

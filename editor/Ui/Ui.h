@@ -48,7 +48,7 @@ public:
     /** @{ @name Scopes, flags and value binding */
 
     /** Opens a scope level for each non-empty part of @p name between "/", of which there must be one. Keys of the document that
-        hold "/" or "~" are escaped by the caller.
+        hold "/" or "~" are escaped by the caller. One that holds a zero byte cannot be reached: the scope path ends there.
         @param id   receives the GUI id of the last part; may be null */
     void pushScope(Containers::StringView name, unsigned* id);
 
@@ -63,6 +63,8 @@ public:
 
     /** Adds flags until the matching @ref popFlags() . An inner push cannot clear what an outer one set. */
     void pushFlags(Flags added);
+
+    /** Takes the flags of the matching @ref pushFlags() back. An empty stack is a broken precondition that is not checked. */
     void popFlags();
 
     /** Whether the command modifier, the physical Cmd or Super key, is held: the GUI library swaps it with Ctrl on macOS. */
@@ -89,18 +91,19 @@ public:
     /** Goes on with the line at @p x from its start, in pixels, or behind the last item where that would cover it. */
     static void sameLineAt(float x);
 
-    /** Shows the string that the project holds at the scope path and @p name . */
+    /** Shows the string that the project holds at the scope path and @p name , without defaults: what is missing and what is no
+        string shows nothing. */
     void text(Containers::StringView name);
 
-    /** A button with an icon. An empty @p id pushes no ID. */
+    /** A button with an icon. An empty @p id pushes no ID. Returns whether it was pressed. */
     static bool iconButton(Containers::StringView icon, Containers::StringView id);
 
-    /** A button that joins its neighbours into one group. An empty @p id pushes no ID. */
+    /** A button that joins its neighbours into one group. An empty @p id pushes no ID. Returns whether it was pressed. */
     static bool buttonGrouped(Containers::StringView label, Containers::StringView id, ButtonFlags flags);
 
     /** A text input behind a magnifying glass.
         @param id           what tells it from others, NUL-terminated
-        @param buffer       the text, NUL-terminated; its size is the capacity, which does not grow
+        @param buffer       the text, NUL-terminated; its size is the capacity, at least 1, which does not grow
         @param width        of icon and input, in pixels
         @param offset       added to the cursor position, in pixels
         @param inputStart   where the input begins, in pixels from the line's start; 0 is right behind the icon

@@ -9,7 +9,7 @@
 /** @file
     The desktop's own file dialogs and notifications. Each call blocks until the user has answered and the process behind the
     dialog has ended. A cancelled dialog, a closed one and one that could not be shown all give an empty answer. Paths are handed
-    over and returned with forward slashes.
+    on as they are given, and returned with forward slashes.
 
     The dialog is a program of its own (zenity, matedialog, qarma or kdialog, found on PATH when the first dialog is wanted). While it
     runs, the process takes SIGCHLD by default. */

@@ -26,7 +26,8 @@ public:
 
     ~AbstractModule() override;
 
-    /** Starts the module from a state that @ref unload() returned; an empty view means that there is none. */
+    /** Starts the module from a state that @ref unload() returned; one whose data pointer is null means that
+        there is none. */
     virtual void load(Containers::ArrayView<char> state) = 0;
 
     /** Starts the module without saved state. */
