@@ -15,6 +15,7 @@
 #include "app/DesktopWindow.h"
 #include "app/EditorFrame.h"
 #include "app/Fonts.h"
+#include "app/KeyOrder.h"
 #include "app/MessageLog.h"
 #include "app/Renderer.h"
 #include "app/Theme.h"
@@ -122,7 +123,10 @@ private:
         _frame.prepare();
         _title.update(_window, _session);
         _renderer.beginFrame();
-        ImGui::NewFrame();
+        {
+            const KeyOrder order;
+            ImGui::NewFrame();
+        }
         _frame.draw();
         ImGui::Render();
         _renderer.render();

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** Around the begin of a GUI frame: lets a key or mouse button that is pressed keep the modifiers that it was pressed with.
+
+    The GUI library takes all events of a frame at once and looks at the modifiers afterwards, so of Ctrl and S pressed and released
+    within one slow frame it would see S alone. While this object lives, what comes from a change of modifiers after a press on is
+    out of the current context's queue; then it comes next. */
+class QUORVANE_API KeyOrder {
+public:
+    KeyOrder();
+    ~KeyOrder();
+    KeyOrder(const KeyOrder&) = delete;
+    KeyOrder& operator=(const KeyOrder&) = delete;
+
+private:
+    ImVector<ImGuiInputEvent> _later;
+};
+
+}
