@@ -114,7 +114,7 @@ std::vector<PopupFrame> framesOfOpening(ViewTest& test, ImGuiTestContext& user, 
 TEST_F(ImportExportPopup, InEveryFrameItIsAsHighAsItsContentInTheFrameBeforeAnd4More) {
     run([&](ImGuiTestContext& user) {
         const std::vector<PopupFrame> frames = framesOfOpening(_test, user, "Import");
-        IM_CHECK_GT(frames.size(), 4);
+        IM_CHECK_GT(frames.size(), 4u);
         for(std::size_t i = 1; i != frames.size(); ++i)
             IM_CHECK_EQ(frames[i].height, frames[i - 1].contentHeight + 4.0f);
         IM_CHECK_EQ(frames.back().height, frames[1].height);
@@ -135,7 +135,7 @@ TEST_F(ImportExportPopup, BeginsWithTheHeightOfThePreviousOpening) {
         /* What comes now is higher */
         ImGui::GetStyle().ItemSpacing.y += 10.0f;
         const std::vector<PopupFrame> frames = framesOfOpening(_test, user, "Import");
-        IM_CHECK_GT(frames.size(), 2);
+        IM_CHECK_GT(frames.size(), 2u);
         IM_CHECK_EQ(frames[0].height, height);
         IM_CHECK_GT(frames[1].height, height);
         IM_CHECK_EQ(frames.back().height, frames[1].height);
