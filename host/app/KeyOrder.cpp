@@ -10,7 +10,6 @@ bool isModifier(const ImGuiInputEvent& event) {
 }
 
 bool isPress(const ImGuiInputEvent& event) {
-    if(event.Type == ImGuiInputEventType_MouseButton) return event.MouseButton.Down;
     return event.Type == ImGuiInputEventType_Key && event.Key.Down && !isModifier(event);
 }
 
