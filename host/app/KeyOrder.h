@@ -9,9 +9,9 @@ namespace QuorvaneEngine {
 
 /** Around the begin of a GUI frame: lets a key keep the modifiers that it was pressed with.
 
-    The GUI library takes all events of a frame at once and looks at the modifiers afterwards, so of Ctrl and S pressed and released
-    within one slow frame it would see S alone. (Mouse buttons it keeps apart itself.) While this object lives, what comes from a change of modifiers after a press on is
-    out of the current context's queue; then it comes next. */
+    The GUI library takes all events of a frame at once and looks at the modifiers afterwards, so where Ctrl is released in the
+    slow frame in which S was pressed, it would see S alone. (It keeps mouse buttons and keys apart by itself.) While this object
+    lives, what comes from a change of modifiers after a press on is out of the current context's queue; then it comes next. */
 class QUORVANE_API KeyOrder {
 public:
     KeyOrder();
