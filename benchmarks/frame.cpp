@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -50,16 +51,16 @@ constexpr int FramesPerSample = 5;
 constexpr double MaxRatio = 1.5;
 
 rapidjson::Document project(const int terms) {
-    std::string members, texts;
+    std::ostringstream members, texts;
     for(int i = 0; i != terms; ++i) {
-        const std::string key = "term." + std::to_string(i);
-        const std::string separator = i ? "," : "";
-        members += separator + "\"" + key + "\":{\"sourceText\":\"/texts/" + key + "\",\"translatable\":true}";
-        texts += separator + "\"" + key +
-            "\":\"The text of a term that is long enough to be broken over lines: " + std::to_string(i) + ".\"";
+        const char* const separator = i ? "," : "";
+        members << separator << "\"term." << i << R"(":{"sourceText":"/texts/term.)" << i
+                << R"(","translatable":true})";
+        texts << separator << "\"term." << i << R"(":"The text of a term that is long enough to be broken over lines: )"
+              << i << ".\"";
     }
-    const std::string json = "{\"languages\":{\"en\":{\"isDefault\":true}},\"texts\":{" + texts +
-        "},\"localization\":{\"terms\":{" + members + "}}}";
+    const std::string json = "{\"languages\":{\"en\":{\"isDefault\":true}},\"texts\":{" + texts.str() +
+        "},\"localization\":{\"terms\":{" + members.str() + "}}}";
     rapidjson::Document document;
     document.Parse(json.data(), json.size());
     return document;
@@ -227,6 +228,7 @@ int main(const int argc, char** const argv) {
     if(argc == 3 && !std::strcmp(argv[1], "--instructions")) return measureInstructions(manager, std::atoi(argv[2]));
 
     std::vector<std::unique_ptr<Frame>> frames;
+    frames.reserve(Counts.size());
     for(const int terms: Counts) frames.push_back(std::make_unique<Frame>(manager, terms));
     bool met = true;
     for(const std::unique_ptr<Frame>& frame: frames) met &= frame->showsRows();
