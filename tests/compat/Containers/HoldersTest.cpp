@@ -36,11 +36,19 @@ struct Derived: Base {
     using Base::Base;
 };
 
+} // namespace
+
+// Not in the nameless namespace, where Clang warns of those of the operators that no case uses.
+namespace HoldersTest {
+
 enum class Flag : unsigned { A = 1 << 0, B = 1 << 1, C = 1 << 2 };
 using Flags = EnumSet<Flag>;
 CORRADE_ENUMSET_OPERATORS(Flags)
 
-} // namespace
+} // namespace HoldersTest
+
+using HoldersTest::Flag;
+using HoldersTest::Flags;
 
 TEST(Pointer, OwnsOneObject) {
     {
