@@ -108,8 +108,7 @@ void LocalizationView::drawFormatRow() {
 void LocalizationView::drawZipRow() {
     rowLabel("Compress to .zip"_s);
     // The box is lower than a framed row: it stands in the middle of it, as the label does.
-    const float boxHeight = ImGui::GetFontSize() + 2.0f * Ui::scaled(1.0f);
-    ImGui::SetCursorPosY(ImGui::GetCursorPosY() + 0.5f * (ImGui::GetFrameHeight() - boxHeight));
+    ImGui::SetCursorPosY(ImGui::GetCursorPosY() + 0.5f * (ImGui::GetFrameHeight() - Ui::checkboxHeight()));
     Ui::checkbox("##zip"_s, &enableZipCompression);
 }
 

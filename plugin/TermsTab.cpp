@@ -26,9 +26,6 @@ namespace {
 constexpr ImGuiSelectableFlags RowFlags =
     ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowOverlap | ImGuiSelectableFlags_SpanAvailWidth;
 
-/* The height of the toolkit's check box */
-float boxHeight() { return ImGui::GetFontSize() + 2.0f * Ui::scaled(1.0f); }
-
 /* Shows a line of a key. NULs are spelled, because the library takes one at the beginning of a text for its end. */
 void drawKeyLine(ImVec2 position, const float right, Containers::StringView line) {
     while(!line.isEmpty() && position.x < right) {
@@ -80,8 +77,8 @@ void LocalizationView::drawTermTable() {
     /* The header row has fixed the columns, so the width at which texts wrap is known before the first of them is drawn */
     ImGui::TableSetColumnIndex(1);
     const ImGuiStyle& style = ImGui::GetStyle();
-    _filteredTerms.layOut(
-        {std::max(ImGui::GetContentRegionAvail().x, 1.0f), style.CellPadding.y, style.ItemSpacing.y, boxHeight()});
+    _filteredTerms.layOut({std::max(ImGui::GetContentRegionAvail().x, 1.0f), style.CellPadding.y, style.ItemSpacing.y,
+        Ui::checkboxHeight()});
     ImGui::TableEndRow(ImGui::GetCurrentTable());
 
     std::size_t next = 0;

@@ -164,6 +164,8 @@ int Ui::textResizeCallback(ImGuiInputTextCallbackData* const data) {
     return 0;
 }
 
+float Ui::checkboxHeight() { return ImGui::GetFontSize() + 2.0f * scaled(1.0f); }
+
 bool Ui::checkbox(const Containers::StringView label, bool* const value) {
     StyleGuard style;
     const auto push = [&style](const auto& colors) {

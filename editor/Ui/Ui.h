@@ -118,6 +118,9 @@ public:
     /** A check box in the editor's colours. Returns whether it was toggled. */
     static bool checkbox(Containers::StringView label, bool* value);
 
+    /** Height of @ref checkbox() in pixels. */
+    static float checkboxHeight();
+
     /** Returns whether it was clicked. */
     static bool radioButton(Containers::StringView label, bool active);
 
