@@ -93,6 +93,8 @@ JobSystem::~JobSystem() {
     for(std::thread& thread: _state->threads) thread.join();
 }
 
+UnsignedInt JobSystem::threadCount() const { return UnsignedInt(_state->threads.size()); }
+
 int JobSystem::dispatchFunc(Job&& job, Containers::ArrayView<const int> dependencies, JobFlags flags) {
     std::lock_guard lock{_state->mutex};
     const int id = _state->next++;

@@ -40,6 +40,9 @@ public:
     JobSystem(const JobSystem&) = delete;
     JobSystem& operator=(const JobSystem&) = delete;
 
+    /** The number of worker threads. */
+    UnsignedInt threadCount() const;
+
     /** Queues a job.
         @param job              is called with this object and the job's id
         @param dependencies     ids of jobs that must have ended before; an id that was never given out has ended

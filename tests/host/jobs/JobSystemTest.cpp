@@ -17,6 +17,8 @@ class JobSystemTest: public testing::TestWithParam<UnsignedInt> {};
 INSTANTIATE_TEST_SUITE_P(
     Threads, JobSystemTest, testing::Values(0u, 1u, 4u), [](const auto& info) { return std::to_string(info.param); });
 
+TEST_P(JobSystemTest, TellsHowManyWorkersThereAre) { EXPECT_EQ(JobSystem{GetParam()}.threadCount(), GetParam()); }
+
 TEST_P(JobSystemTest, IdsAreCountedFromZero) {
     JobSystem jobs{GetParam()};
     EXPECT_EQ(jobs.dispatch([] {}, {}, {}), 0);
