@@ -10,8 +10,9 @@ namespace QuorvaneEngine {
 
 /** One entry of the change log: a value of the project document before and after an edit.
 
-    Both values are deep copies of their own, made with the document's allocator, so an entry can be applied any number of times.
-    Movable, not copyable. */
+    Both values are copies of their own, made with the document's allocator, so an entry can be applied any number of times. They
+    may share texts with the document, which never change in place: who keeps a value for longer than the document lives copies it
+    with @ref deepCopy() . Movable, not copyable. */
 struct Change {
     Change();
     ~Change();

@@ -77,7 +77,17 @@ void ChangeManager::pushChange(Containers::String&& path, const rapidjson::Value
     if(!isPointer(path)) fail("ChangeManager::pushChange(): \"", path, "\" is no JSON Pointer");
 
     // The value may belong to the redo history, or to the very entry that it is merged into.
-    Containers::Pointer<rapidjson::Value> newValue = copy(value);
+    rapidjson::Value copied;
+    if(value) deepCopy(copied, *value, allocator());
+    push(std::move(path), value ? &copied : nullptr, merge);
+}
+
+void ChangeManager::pushChange(Containers::String&& path, rapidjson::Value&& value) {
+    if(!isPointer(path)) fail("ChangeManager::pushChange(): \"", path, "\" is no JSON Pointer");
+    push(std::move(path), &value, false);
+}
+
+void ChangeManager::push(Containers::String&& path, rapidjson::Value* const value, const bool merge) {
     const Int match = merge ? mergeTarget(path) : -1;
     if(match != -1) {
         if(match != _lastChange) std::swap(_changes[match], _changes[_lastChange]);
@@ -90,12 +100,17 @@ void ChangeManager::pushChange(Containers::String&& path, const rapidjson::Value
         assertLastChange();
         Change& change = _changes[_lastChange];
         change.path = std::move(path);
-        change.oldValue = copy(project().getValue(change.path, false));
+        rapidjson::Value* const old = project().getValue(change.path, false);
+        // What is set anew would be lost; what is removed is still to be found.
+        if(old && value) change.oldValue = Containers::Pointer<rapidjson::Value>{Corrade::InPlaceInit, std::move(*old)};
+        else change.oldValue = copy(old);
     }
     Change& change = _changes[_lastChange];
-    change.newValue = std::move(newValue);
+    change.newValue = {};
+    if(value) sharingCopy(change.newValue.emplace(), *value, allocator());
     change.group = _group;
-    applyChange(change);
+    apply(change.path, bool(change.oldValue), value);
+    if(_group < 0) notify(change);
 }
 
 void ChangeManager::pushChange(const Containers::StringView path, const rapidjson::Value& value, const bool merge) {
@@ -172,21 +187,27 @@ void ChangeManager::undoLast() {
 void ChangeManager::redoLastUndo() {
     if(_group != -1) fail("ChangeManager::redoLastUndo(): Can't undo/redo changes in group. Forgot commit()?");
     if(!canRedo()) return;
+    redoNext();
+    const Int group = std::max(_changes[_lastChange].group, 0);
+    while(canRedo() && _changes[_lastChange + 1].group == group) redoNext();
+}
+
+void ChangeManager::redoNext() {
     ++_lastChange;
     assertLastChange();
-    applyChange(_changes[_lastChange]);
-    const Int group = std::max(_changes[_lastChange].group, 0);
-    while(canRedo() && _changes[_lastChange + 1].group == group) {
-        ++_lastChange;
-        assertLastChange();
-        applyChange(_changes[_lastChange]);
-    }
+    const Change& change = _changes[_lastChange];
+    Containers::Pointer<rapidjson::Value> value = copy(change.newValue.get());
+    apply(change.path, bool(change.oldValue), value.get());
+    if(_group < 0) notify(change);
 }
 
 void ChangeManager::undo(const Change& change) {
     if(!isPointer(change.path)) fail("ChangeManager::undo(): \"", change.path, "\" is no JSON Pointer");
     assertLastChange();
-    applyChange(reverse(change));
+    Containers::Pointer<rapidjson::Value> value = copy(change.oldValue.get());
+    apply(change.path, bool(change.newValue), value.get());
+    // Copies of both values, which nobody needs where nobody listens.
+    if(_group < 0 && isHeard(change.path)) notify(reverse(change));
     --_lastChange;
 }
 
@@ -243,12 +264,11 @@ Containers::Pointer<rapidjson::Value> ChangeManager::copy(const rapidjson::Value
     return copied;
 }
 
-void ChangeManager::applyChange(const Change& change) {
-    if(!change.newValue) applyRemoval(change.path);
-    else if(change.oldValue) set(change.path, *change.newValue);
-    else applyCreation(change);
-    _project->noteChange(change.path);
-    if(_group < 0) notify(change);
+void ChangeManager::apply(const Containers::String& path, const bool exists, rapidjson::Value* const value) {
+    if(!value) applyRemoval(path);
+    else if(exists) create(path, nullptr) = std::move(*value);
+    else applyCreation(path, *value);
+    _project->noteChange(path);
 }
 
 rapidjson::Value* ChangeManager::find(const Containers::StringView path) {
@@ -284,24 +304,20 @@ void ChangeManager::applyRemoval(const Containers::StringView path) {
     if(erasedFrom) eraseChild(*erasedFrom, erased);
 }
 
-void ChangeManager::applyCreation(const Change& change) {
-    const Containers::StringView path = change.path;
-    const std::size_t slash = lastSlash(path);
-    const Containers::StringView parentPath = path.prefix(slash);
-    const bool isIndex = tokenIndex(path.exceptPrefix(slash + 1)).valid;
+void ChangeManager::applyCreation(const Containers::String& path, rapidjson::Value& value) {
+    const Containers::StringView pathView = path;
+    const std::size_t slash = lastSlash(pathView);
+    const Containers::StringView parentPath = pathView.prefix(slash);
+    const bool isIndex = tokenIndex(pathView.exceptPrefix(slash + 1)).valid;
     const rapidjson::Value* const parent = find(parentPath);
-    if(parent) {
-        if(isIndex && !parent->IsObject()) return insert(change);
-        return set(path, *change.newValue);
+    bool isInserted = isIndex && parent && !parent->IsObject();
+    if(!parent) {
+        const rapidjson::Value* const preset = _project->getValue(path, true);
+        if(preset && !preset->IsObject() && !preset->IsArray()) create(parentPath, nullptr).SetObject();
+        else isInserted = isIndex;
     }
-    const rapidjson::Value* const preset = _project->getValue(path, true);
-    if(preset && !preset->IsObject() && !preset->IsArray()) create(parentPath, nullptr).SetObject();
-    else if(isIndex) return insert(change);
-    set(path, *change.newValue);
-}
-
-void ChangeManager::set(const Containers::StringView path, const rapidjson::Value& value) {
-    deepCopy(create(path, nullptr), value, allocator());
+    if(isInserted) insert(path, value);
+    else create(path, nullptr) = std::move(value);
 }
 
 rapidjson::Value& ChangeManager::create(const Containers::StringView path, bool* const existed) {
@@ -345,27 +361,36 @@ void ChangeManager::assertPadding(const Containers::StringView path) {
     }
 }
 
-void ChangeManager::insert(const Change& change) {
-    const Containers::StringView path = change.path;
-    const TokenIndex position = tokenIndex(path.exceptPrefix(lastSlash(path) + 1));
+void ChangeManager::insert(const Containers::String& path, rapidjson::Value& value) {
+    const Containers::StringView pathView = path;
+    const TokenIndex position = tokenIndex(pathView.exceptPrefix(lastSlash(pathView) + 1));
     if(position.negative) fail("ChangeManager::applyChange(): negative index in \"", path, "\"");
 
     // The container is the value at the full path, not its parent.
     bool existed;
-    rapidjson::Value& container = create(Containers::StringView{change.path.data()}, &existed);
+    rapidjson::Value& container = create(Containers::StringView{path.data()}, &existed);
     if(!existed) container.SetArray();
     if(!container.IsArray()) fail("Assertion value.IsArray() failed at ChangeManager:281");
-    if(container.Size() <= position.value) return set(path, *change.newValue);
+    if(container.Size() <= position.value) {
+        create(path, nullptr) = std::move(value);
+        return;
+    }
 
-    rapidjson::Value element;
-    deepCopy(element, *change.newValue, allocator());
-    container.PushBack(element, allocator());
+    container.PushBack(value, allocator());
     for(rapidjson::SizeType i = container.Size() - 1; i != position.value; --i) container[i].Swap(container[i - 1]);
 }
 
+bool ChangeManager::isHeard(const Containers::StringView path) {
+    for(std::size_t begin = 0, end; _handlers.size() && begin <= path.size(); begin = end + 1) {
+        end = std::find(path.begin() + begin, path.end(), '/') - path.begin();
+        if(_handlers.find(path.slice(begin, end))) return true;
+    }
+    return false;
+}
+
 void ChangeManager::notify(const Change& change) {
-    if(!_handlers.size()) return;
     // Splitting allocates, and most changes concern nobody.
+    if(!isHeard(change.path)) return;
     Containers::Array<Containers::StringView> pieces;
     const Containers::StringView path = change.path;
     std::size_t begin = 0;

@@ -56,6 +56,10 @@ public:
 
     void pushChange(Containers::StringView path, const rapidjson::Value& value, bool merge);
 
+    /** Records and applies a change without merging, and without a copy for the document.
+        @param value    taken over; all of it must lie in @ref allocator() */
+    void pushChange(Containers::String&& path, rapidjson::Value&& value);
+
     /** Sets a JSON string. */
     void pushChange(Containers::StringView path, Containers::StringView value, bool merge);
 
@@ -130,12 +134,21 @@ private:
     void assertLastChange() const;
     Containers::Pointer<rapidjson::Value> copy(const rapidjson::Value* value);
 
-    void applyChange(const Change& change);
+    void push(Containers::String&& path, rapidjson::Value* value, bool merge);
+    void redoNext();
+
+    /** Writes a change into the document.
+        @param exists   whether it sets what was there before
+        @param value    moved into the document; null removes */
+    void apply(const Containers::String& path, bool exists, rapidjson::Value* value);
     void applyRemoval(Containers::StringView path);
-    void applyCreation(const Change& change);
-    void insert(const Change& change);
-    void set(Containers::StringView path, const rapidjson::Value& value);
+    void applyCreation(const Containers::String& path, rapidjson::Value& value);
+    void insert(const Containers::String& path, rapidjson::Value& value);
+
     void notify(const Change& change);
+
+    /** Whether a handler listens to a component of a path. */
+    bool isHeard(Containers::StringView path);
 
     /** The value at a pointer, the root for the empty one, or null. */
     rapidjson::Value* find(Containers::StringView path);

@@ -1,5 +1,7 @@
 #include "DeepCopy.h"
 
+#include <cstdint>
+
 #include <rapidjson/document.h>
 
 namespace QuorvaneEngine {
@@ -26,12 +28,53 @@ void ownStrings(rapidjson::Value& copy, const rapidjson::Value& source, Allocato
     }
 }
 
+/** Hands on what a value holds. */
+struct Sharing {
+    /** Texts that are shorter may lie in their values, which move. */
+    static constexpr rapidjson::SizeType LongText = 24;
+
+    rapidjson::Document& out;
+
+    bool Null() { return out.Null(); }
+    bool Bool(const bool value) { return out.Bool(value); }
+    bool Int(const int value) { return out.Int(value); }
+    bool Uint(const unsigned value) { return out.Uint(value); }
+    bool Int64(const std::int64_t value) { return out.Int64(value); }
+    bool Uint64(const std::uint64_t value) { return out.Uint64(value); }
+    bool Double(const double value) { return out.Double(value); }
+    bool RawNumber(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
+    bool String(const char* const text, const rapidjson::SizeType size, bool) {
+        return out.String(text, size, size < LongText);
+    }
+    bool Key(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
+    bool StartObject() { return out.StartObject(); }
+    bool EndObject(const rapidjson::SizeType count) { return out.EndObject(count); }
+    bool StartArray() { return out.StartArray(); }
+    bool EndArray(const rapidjson::SizeType count) { return out.EndArray(count); }
+};
+
 }
 
 void deepCopy(rapidjson::Value& target, const rapidjson::Value& source, Allocator& allocator) {
     target.CopyFrom(source, allocator);
     // Copied texts lie elsewhere than their source, referenced ones do not.
     ownStrings(target, source, allocator);
+}
+
+void sharingCopy(rapidjson::Value& target, const rapidjson::Value& source, Allocator& allocator) {
+    if(!source.IsObject() && !source.IsArray()) {
+        if(source.IsString() && source.GetStringLength() >= Sharing::LongText)
+            target = rapidjson::Value{rapidjson::StringRef(source.GetString(), source.GetStringLength())};
+        else target.CopyFrom(source, allocator);
+        return;
+    }
+    rapidjson::Document copy{&allocator};
+    auto share = [&source](rapidjson::Document& out) {
+        Sharing sharing{out};
+        return source.Accept(sharing);
+    };
+    copy.Populate(share);
+    target = static_cast<rapidjson::Value&&>(copy);
 }
 
 }

@@ -10,4 +10,10 @@ namespace QuorvaneEngine {
 void deepCopy(rapidjson::Value& target, const rapidjson::Value& source,
     rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator);
 
+/** Makes @p target a copy of @p source that shares its longer texts with it. They never change in place, and the allocator gives
+    nothing back while it lives, so neither value notices what becomes of the other.
+    @param allocator    owner of everything in both */
+void sharingCopy(rapidjson::Value& target, const rapidjson::Value& source,
+    rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator);
+
 }

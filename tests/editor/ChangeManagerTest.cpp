@@ -106,6 +106,41 @@ TEST_F(ChangeManagerLog, AValueOfTheLogCanBePushed) {
     EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/b 0 -> 2, -1"}));
 }
 
+TEST_F(ChangeManagerLog, AValueCanBeTakenOver) {
+    const Containers::StringView text = "a text that is longer than a few bytes";
+    Value value{rapidjson::kArrayType};
+    value.PushBack(Value{text.data(), rapidjson::SizeType(text.size()), changes.allocator()}, changes.allocator());
+    const char* const characters = value[0].GetString();
+    const std::string before = toText(project);
+    changes.pushChange(Containers::String{"/a"}, std::move(value));
+    EXPECT_EQ(log(), (Log{"/a 0 -> [\"a text that is longer than a few bytes\"], -1"}));
+    EXPECT_EQ((*project.getValue("/a", false))[0].GetString(), characters);
+
+    // What the log has is its own.
+    (*project.getValue("/a", false))[0].SetInt(1);
+    EXPECT_EQ(entry(0), "/a 0 -> [\"a text that is longer than a few bytes\"], -1");
+    changes.undoLast();
+    EXPECT_EQ(toText(project), before);
+    changes.redoLastUndo();
+    EXPECT_EQ(toText(*project.getValue("/a", false)), "[\"a text that is longer than a few bytes\"]");
+}
+
+TEST_F(ChangeManagerLog, AValueThatIsTakenOverNeverMerges) {
+    push("/a", 1);
+    push("/a", 2);
+    changes.pushChange(Containers::String{"/a"}, Value{3});
+    EXPECT_EQ(log(), (Log{"/a 0 -> 1, -1", "/a 1 -> 2, -1", "/a 2 -> 3, -1"}));
+}
+
+TEST_F(ChangeManagerLog, WhatASetReplacesStaysInTheLogAsItWas) {
+    push("/list", 1);
+    changes.undoLast();
+    EXPECT_EQ(toText(*project.getValue("/list", false)), "[1,2]");
+    // The document has a copy again.
+    (*project.getValue("/list", false))[0].SetInt(5);
+    EXPECT_EQ(entry(0), "/list [1,2] -> 1, -1");
+}
+
 TEST_F(ChangeManagerLog, StringsArePushedAsJsonStrings) {
     changes.pushChange("/text", Containers::StringView{"hello"}, false);
     changes.pushChange("/text", "world", false);
@@ -562,6 +597,8 @@ TEST_F(ChangeManagerLogDeathTest, WhatIsNoPointerAborts) {
         QUORVANE_EXPECT_ABORT(
             push(path, 1), std::string{"ChangeManager::pushChange(): \""} + path + "\" is no JSON Pointer");
     QUORVANE_EXPECT_ABORT(changes.pushRemoval(""), "ChangeManager::pushChange(): \"\" is no JSON Pointer");
+    QUORVANE_EXPECT_ABORT(
+        changes.pushChange(Containers::String{"a"}, Value{1}), "ChangeManager::pushChange(): \"a\" is no JSON Pointer");
 }
 
 TEST_F(ChangeManagerLogDeathTest, AppendingToNothingAborts) {

@@ -52,5 +52,31 @@ TEST(DeepCopy, KeepsZeroBytes) {
     EXPECT_EQ(toText(target), R"(["a\u0000b"])");
 }
 
+TEST(SharingCopy, CopiesEveryKindOfValue) {
+    for(const std::string json:
+        {"null", "true", "-2", "3.5", R"("text")", R"("a text that is longer than a few bytes")",
+            R"({"a":null,"b":[true,false,1,-2,3.5,4294967296,-4294967296,"text"],"c":{"d":{},"e":[]},"":"a text that is longer"})"}) {
+        rapidjson::Document source = parsed(json);
+        rapidjson::Value target;
+        sharingCopy(target, source, source.GetAllocator());
+        EXPECT_EQ(toText(target), json);
+    }
+}
+
+TEST(SharingCopy, SharesLongTextsButNothingThatChanges) {
+    rapidjson::Document source =
+        parsed(R"({"a name that is longer than a few bytes":["a text that is longer than a few bytes","ab"]})");
+    rapidjson::Value target;
+    sharingCopy(target, source, source.GetAllocator());
+    EXPECT_EQ(target.MemberBegin()->name.GetString(), source.MemberBegin()->name.GetString());
+    EXPECT_EQ(target.MemberBegin()->value[0].GetString(), source.MemberBegin()->value[0].GetString());
+
+    source.MemberBegin()->value[1].SetString("cd");
+    source.MemberBegin()->value[0].SetInt(1);
+    source.RemoveMember(source.MemberBegin());
+    EXPECT_EQ(toText(target),
+        R"({"a name that is longer than a few bytes":["a text that is longer than a few bytes","ab"]})");
+}
+
 }
 }
