@@ -10,6 +10,9 @@
 #include <rapidjson/error/error.h>
 #include <rapidjson/memorystream.h>
 
+#include "JsonScanner.h"
+#include "Utf8.h"
+
 namespace QuorvaneEngine::JsonReader {
 
 namespace {
@@ -25,34 +28,6 @@ struct Problem {
 bool isBlank(char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; }
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
-
-/** The size of the well-formed UTF-8 sequence at @p at, 0 where there is none (Unicode 15, table 3-7). */
-std::size_t sequenceSize(const char* at, const char* end) {
-    struct Form {
-        unsigned char firstMin, firstMax, secondMin, secondMax, size;
-    };
-    static constexpr Form Forms[]{
-        {0xc2, 0xdf, 0x80, 0xbf, 2},
-        {0xe0, 0xe0, 0xa0, 0xbf, 3},
-        {0xe1, 0xec, 0x80, 0xbf, 3},
-        {0xed, 0xed, 0x80, 0x9f, 3},
-        {0xee, 0xef, 0x80, 0xbf, 3},
-        {0xf0, 0xf0, 0x90, 0xbf, 4},
-        {0xf1, 0xf3, 0x80, 0xbf, 4},
-        {0xf4, 0xf4, 0x80, 0x8f, 4},
-    };
-    const auto byte = [at](std::size_t i) { return static_cast<unsigned char>(at[i]); };
-    if(byte(0) < 0x80) return 1;
-    for(const Form& form: Forms) {
-        if(byte(0) < form.firstMin || byte(0) > form.firstMax) continue;
-        if(std::size_t(end - at) < form.size) return 0;
-        if(byte(1) < form.secondMin || byte(1) > form.secondMax) return 0;
-        for(std::size_t i = 2; i < form.size; ++i)
-            if((byte(i) & 0xc0) != 0x80) return 0;
-        return form.size;
-    }
-    return 0;
-}
 
 /** Looks at the text token by token and refuses what the parser would take, or would not survive. What else is wrong with the
     grammar is left to the parser, which sees the same tokens as far as it gets. */
@@ -88,7 +63,7 @@ private:
     bool character(bool mayBeControl) {
         const auto first = static_cast<unsigned char>(*_at);
         if(first >= 0x80) {
-            const std::size_t size = sequenceSize(_at, _end);
+            const std::size_t size = utf8SequenceSize(_at, _end);
             if(!size) return refuse(_at, "not valid UTF-8");
             _at += size;
             return true;
@@ -156,7 +131,9 @@ private:
             } else if(*_at != '.' && *_at != '-' && *_at != '+') break;
             if(std::size_t(_at - begin) >= MaxNumberSize) return refuse(begin, "a number has more than 100 characters");
         }
-        return true;
+        const Containers::StringView number{begin, std::size_t(_at - begin)};
+        return exponentDigits < MaxExponentDigits || JsonScanner::isInRange(number) ||
+            refuse(begin, "a number is too large");
     }
 
     const char* _at;
@@ -251,51 +228,82 @@ const char* placeOfName(Containers::StringView text, std::size_t names) {
     return end;
 }
 
-JsonError errorAt(Containers::StringView text, const Problem& problem) {
-    JsonError error{1, 1, problem.reason};
-    for(const char* at = text.begin(); at != problem.at; ++at) {
-        if(*at == '\n') {
-            ++error.line;
-            error.column = 1;
-        } else if((static_cast<unsigned char>(*at) & 0xc0) != 0x80) ++error.column;
+/** Tells a document, which is being made, what a text holds; false where the text is not right. */
+bool scan(JsonScanner& scanner, rapidjson::Document& document) {
+    for(;;) {
+        const auto text = [&scanner] { return scanner.text().data(); };
+        const auto size = [&scanner] { return rapidjson::SizeType(scanner.text().size()); };
+        switch(scanner.next()) {
+        case JsonToken::ObjectBegin: document.StartObject(); break;
+        case JsonToken::ObjectEnd: document.EndObject(scanner.count()); break;
+        case JsonToken::ArrayBegin: document.StartArray(); break;
+        case JsonToken::ArrayEnd: document.EndArray(scanner.count()); break;
+        case JsonToken::Name: document.Key(text(), size(), true); break;
+        case JsonToken::Text: document.String(text(), size(), true); break;
+        case JsonToken::Number: scanner.number().Accept(document); break;
+        case JsonToken::True: document.Bool(true); break;
+        case JsonToken::False: document.Bool(false); break;
+        case JsonToken::Null: document.Null(); break;
+        case JsonToken::End: return true;
+        case JsonToken::Wrong: return false;
+        }
     }
-    return error;
 }
 
-Containers::StringView withoutMark(Containers::StringView bytes) {
-    return bytes.hasPrefix("\xef\xbb\xbf") ? bytes.exceptPrefix(3) : bytes;
+/** What a byte order mark says that is none of UTF-8. */
+Containers::StringView otherEncoding(Containers::StringView text) {
+    using namespace Containers::Literals;
+    if(text.hasPrefix("\xff\xfe\0\0"_s) || text.hasPrefix("\0\0\xfe\xff"_s)) return "this is UTF-32, not UTF-8"_s;
+    if(text.hasPrefix("\xff\xfe"_s) || text.hasPrefix("\xfe\xff"_s)) return "this is UTF-16, not UTF-8"_s;
+    return {};
 }
 
 const char* placeOfRoot(Containers::StringView text) { return std::find_if_not(text.begin(), text.end(), isBlank); }
 
 }
 
-bool read(const Containers::StringView bytes, rapidjson::Document& document, JsonError& error) {
-    const Containers::StringView text = withoutMark(bytes);
+Containers::StringView withoutMark(const Containers::StringView bytes) {
+    return bytes.hasPrefix("\xef\xbb\xbf") ? bytes.exceptPrefix(3) : bytes;
+}
 
+bool check(const Containers::StringView text, JsonError& error) {
     Check check{text};
-    if(!check.run()) {
-        error = errorAt(text, check.problem);
+    if(check.run()) return true;
+    if(const Containers::StringView encoding = otherEncoding(text); !encoding.isEmpty()) {
+        error = errorAt(text, 0, encoding);
         return false;
     }
+    error = errorAt(text, std::size_t(check.problem.at - text.begin()), check.problem.reason);
+    return false;
+}
 
+JsonError errorAt(const Containers::StringView text, const std::size_t offset, const Containers::StringView reason) {
+    JsonError error{1, 1, reason};
+    for(const char character: text.prefix(offset)) {
+        if(character == '\n') {
+            ++error.line;
+            error.column = 1;
+        } else if((static_cast<unsigned char>(character) & 0xc0) != 0x80) ++error.column;
+    }
+    return error;
+}
+
+JsonError errorOf(const Containers::StringView text, const rapidjson::ParseResult& result) {
+    const std::size_t offset = std::min(result.Offset(), text.size());
+    return errorAt(text, offset, reasonOf(result.Code(), offset == text.size()));
+}
+
+bool read(const Containers::StringView bytes, rapidjson::Document& document, JsonError& error) {
     rapidjson::Document parsed{&document.GetAllocator()};
-    rapidjson::MemoryStream stream{text.data(), text.size()};
-    parsed.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(stream);
-    if(parsed.HasParseError()) {
-        const std::size_t offset = std::min(parsed.GetErrorOffset(), text.size());
-        error = errorAt(text, {text.begin() + offset, reasonOf(parsed.GetParseError(), offset == text.size())});
-        return false;
-    }
-
-    std::size_t names = 0;
-    if(findDuplicate(parsed, names)) {
-        error = errorAt(text, {placeOfName(text, names), "a name stands twice in one object"});
-        return false;
-    }
-
-    static_cast<rapidjson::Value&>(document).Swap(parsed);
-    return true;
+    bool isRight = false;
+    const auto fill = [bytes, &isRight](rapidjson::Document& made) {
+        JsonScanner scanner{bytes};
+        return isRight = scan(scanner, made);
+    };
+    parsed.Populate(fill);
+    if(isRight) static_cast<rapidjson::Value&>(document).Swap(parsed);
+    else findError(bytes, error);
+    return isRight;
 }
 
 bool readObject(const Containers::StringView text, rapidjson::Document& document, JsonError& error) {
@@ -303,18 +311,37 @@ bool readObject(const Containers::StringView text, rapidjson::Document& document
     if(!read(text, parsed, error)) return false;
     if(!parsed.IsObject()) {
         const Containers::StringView content = withoutMark(text);
-        error = errorAt(content, {placeOfRoot(content), "an object is expected here"});
+        error = errorAt(content, std::size_t(placeOfRoot(content) - content.begin()), "an object is expected here");
         return false;
     }
     static_cast<rapidjson::Value&>(document).Swap(parsed);
     return true;
 }
 
+bool findError(const Containers::StringView bytes, JsonError& error) {
+    const Containers::StringView text = withoutMark(bytes);
+    if(!check(text, error)) return true;
+
+    rapidjson::Document parsed;
+    rapidjson::MemoryStream stream{text.data(), text.size()};
+    // What numbers are is of no interest, and a zero with an exponent makes the library count the bits of nothing.
+    parsed.ParseStream<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(stream);
+    if(parsed.HasParseError()) {
+        error = errorOf(text, parsed);
+        return true;
+    }
+
+    std::size_t names = 0;
+    if(!findDuplicate(parsed, names)) return false;
+    error = errorAt(text, std::size_t(placeOfName(text, names) - text.begin()), "a name stands twice in one object");
+    return true;
+}
+
 bool isUtf8(const Containers::StringView text) {
-    for(const char* at = text.begin(); at != text.end();) {
-        const std::size_t size = sequenceSize(at, text.end());
-        if(!size) return false;
-        at += size;
+    const char* at = text.begin();
+    while((at = skipPlainText(at, text.end())) != text.end()) {
+        if(static_cast<unsigned char>(*at) >= 0x80) return false;
+        ++at;
     }
     return true;
 }

@@ -7,6 +7,10 @@
 
 #include "QuorvaneEditor/Host.h"
 
+namespace rapidjson {
+struct ParseResult;
+}
+
 namespace QuorvaneEngine {
 
 /** Why a text is not taken for JSON, and where. */
@@ -45,6 +49,30 @@ QUORVANE_API bool read(Containers::StringView text, rapidjson::Document& documen
 
 /** Reads an object; any other value is an error, too. */
 QUORVANE_API bool readObject(Containers::StringView text, rapidjson::Document& document, JsonError& error);
+
+/** A file's text without the UTF-8 byte order mark in front, where there is one. */
+QUORVANE_API Containers::StringView withoutMark(Containers::StringView bytes);
+
+/** Refuses what @ref read() refuses beyond the grammar, but for keys that an object holds twice. What is left is safe to be parsed
+    by RapidJSON with any handler. Nothing is said of the grammar.
+    @param text     without byte order mark
+    @param error    set on failure */
+QUORVANE_API bool check(Containers::StringView text, JsonError& error);
+
+/** An error at a place of a text.
+    @param text     without byte order mark
+    @param offset   in bytes, up to the size of the text */
+QUORVANE_API JsonError errorAt(Containers::StringView text, std::size_t offset, Containers::StringView reason);
+
+/** Why the parser stopped, and where.
+    @param text     without byte order mark
+    @param result   must be an error */
+QUORVANE_API JsonError errorOf(Containers::StringView text, const rapidjson::ParseResult& result);
+
+/** Looks for what @ref read() refuses, without speed: to say what is wrong with a text that is known to be.
+    @param error    set where there is something
+    @return whether there is something wrong */
+QUORVANE_API bool findError(Containers::StringView text, JsonError& error);
 
 /** Whether a text is well-formed UTF-8 throughout. */
 QUORVANE_API bool isUtf8(Containers::StringView text);

@@ -15,14 +15,17 @@
 namespace QuorvaneEngine {
 namespace {
 
+std::string said(const JsonError& error) {
+    return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.reason.data();
+}
+
 /** The document as compact text, or "line:column: reason". */
 std::string result(const std::string& text) {
     // Its end is the end of the memory, so that a sanitizer sees a read behind it.
     const std::vector<char> exact{text.begin(), text.end()};
     rapidjson::Document document;
     JsonError error;
-    if(!JsonReader::read({exact.data(), exact.size()}, document, error))
-        return std::to_string(error.line) + ":" + std::to_string(error.column) + ": " + error.reason.data();
+    if(!JsonReader::read({exact.data(), exact.size()}, document, error)) return said(error);
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
     document.Accept(writer);
@@ -64,6 +67,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonReaderTakes,
         Case{"TheLongestExponent", "[1e-999]", "[0.0]"},
         Case{"ADoubleToTheLastBit", "[0.1, 2.2250738585072011e-308, 179769313486231570e291]",
             "[0.1,2.225073858507201e-308,1.7976931348623157e308]"},
+        Case{"ZerosWithExponents", "[0e-40, -0e5, 0.0e0, 0E+99]", "[0.0,-0.0,0.0,0.0]"},
+        Case{"LargeExponentsThatFit", "[9e307, 0.0009e+311, 1e-400, -9e-323]", "[9e307,9e307,0.0,-9e-323]"},
         Case{"TheLargestIntegers", "[18446744073709551615, -9223372036854775808]",
             "[18446744073709551615,-9223372036854775808]"},
         Case{"APairOfSurrogates", "\"\\ud83d\\uDE00\"", "\"\xf0\x9f\x98\x80\""},
@@ -100,6 +105,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonReaderRefuses,
         Case{"ALowSurrogateAlone", "\"\\udc00\"", "1:2: a surrogate without its other half"},
         Case{"TwoHighSurrogates", "\"\\ud800\\ud800\"", "1:2: a surrogate without its other half"},
         Case{"ANumberTooLarge", "[1e400]", "1:2: a number is too large"},
+        Case{"ANumberALittleTooLarge", "[1.8e308]", "1:2: a number is too large"},
+        Case{"ManyDigitsBeforeALargeExponent", "[-99999e305]", "1:2: a number is too large"},
         Case{"ALongExponent", "[1, -2.5e-0001]", "1:5: a number's exponent has more than 3 digits"},
         Case{"ACraftedExponent", "0.1e-2147483648", "1:1: a number's exponent has more than 3 digits"},
         Case{"ALongNumber", "[" + std::string(101, '1') + "]", "1:2: a number has more than 100 characters"},
@@ -123,7 +130,10 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonReaderRefuses,
         Case{"AnEncodedSurrogate", "\"\xed\xa0\x80\"", "1:2: not valid UTF-8"},
         Case{"ACharacterBehindTheLast", "\"\xf4\x90\x80\x80\"", "1:2: not valid UTF-8"},
         Case{"ASequenceCutByTheEnd", "\"\xe2\x82", "1:2: not valid UTF-8"},
-        Case{"Utf16", std::string{"\xff\xfe{\0}\0", 6}, "1:1: not valid UTF-8"},
+        Case{"Utf16", std::string{"\xff\xfe{\0}\0", 6}, "1:1: this is UTF-16, not UTF-8"},
+        Case{"Utf16OfTheOtherOrder", std::string{"\xfe\xff\0{\0}", 6}, "1:1: this is UTF-16, not UTF-8"},
+        Case{"Utf32", std::string{"\xff\xfe\0\0{\0\0\0", 8}, "1:1: this is UTF-32, not UTF-8"},
+        Case{"Utf32OfTheOtherOrder", std::string{"\0\0\xfe\xff\0\0\0{", 8}, "1:1: this is UTF-32, not UTF-8"},
         Case{"ADuplicateName", R"({"a":1,"b":2,"a":3})", "1:14: a name stands twice in one object"},
         Case{"ADuplicateNameByEscape", "{\"x\": [{\"a\": {\"k\": 1},\n  \"k\": \"\\\"\", \"\\u0061\": 3}]}",
             "2:14: a name stands twice in one object"}),
@@ -192,6 +202,20 @@ TEST(JsonReader, SamplesCutAnywhereAreRefused) {
         EXPECT_TRUE(isTaken(text));
         for(int i = 0; i != 200; ++i) EXPECT_FALSE(isTaken(text.substr(0, random() % (text.size() - 1))));
     }
+}
+
+TEST(JsonReader, OtherReadersCanRefuseTheSame) {
+    JsonError error;
+    EXPECT_EQ(JsonReader::withoutMark("\xef\xbb\xbf{}"), "{}");
+    EXPECT_EQ(JsonReader::withoutMark("{}"), "{}");
+    EXPECT_TRUE(JsonReader::check("{\"a\": nothing of the grammar", error));
+    EXPECT_FALSE(JsonReader::check("\n [1e999]", error));
+    EXPECT_EQ(said(error), "2:3: a number is too large");
+    EXPECT_EQ(said(JsonReader::errorAt("\xc3\xa4\n\xc3\xa4x", 5, "reason")), "2:2: reason");
+    EXPECT_EQ(said(JsonReader::errorOf("[\nx", rapidjson::ParseResult{rapidjson::kParseErrorValueInvalid, 2})),
+        "2:1: this is no value");
+    EXPECT_EQ(said(JsonReader::errorOf("[\nx", rapidjson::ParseResult{rapidjson::kParseErrorValueInvalid, 3})),
+        "2:2: the text ends too early");
 }
 
 TEST(JsonReader, SamplesWithAnyBytesChangedAreReadOrRefusedButNeverWorse) {

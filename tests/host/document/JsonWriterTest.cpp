@@ -125,7 +125,8 @@ TEST(JsonWriter, RefusesWhatNoFileCanHoldAndNamesItsPlace) {
 TEST(JsonWriter, PrintsEveryFileOfTheSampleAsItStands) {
     std::size_t count = 0;
     for(const auto& entry: std::filesystem::recursive_directory_iterator{QUORVANE_SOURCE_DIR "/samples/lighthouse"}) {
-        if(entry.path().extension() != ".json") continue;
+        // An export lies beside the project's own files.
+        if(entry.path().extension() != ".json" || entry.path().string().find("/i18n/") != std::string::npos) continue;
         std::ifstream file{entry.path(), std::ios::binary};
         const std::string bytes{std::istreambuf_iterator<char>{file}, std::istreambuf_iterator<char>{}};
         const bool isProject = entry.path().filename() == "project.json";
