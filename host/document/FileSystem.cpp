@@ -1,21 +1,30 @@
 #include "FileSystem.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "LargeText.h"
 
 namespace QuorvaneEngine {
 
 namespace {
+
+/** They wait for the disk, and do not compute. */
+constexpr std::size_t SyncThreads = 8;
 
 /** A path as the C library takes it. */
 class Name {
@@ -39,7 +48,10 @@ public:
     operator int() const { return _descriptor; }
 
     /** Closes, which on some disks is what tells that a write failed. */
-    int close() { return ::close(std::exchange(_descriptor, -1)) ? errno : 0; }
+    int close() { return ::close(release()) ? errno : 0; }
+
+    /** @return what the caller has to close */
+    int release() { return std::exchange(_descriptor, -1); }
 
 private:
     int _descriptor;
@@ -65,29 +77,36 @@ int sync(const char* path, int flags) {
 
 class Disk: public FileSystem {
 public:
-    int readFile(Containers::StringView path, Containers::String& bytes) override {
+    bool canReadAtOnce() const override { return true; }
+
+    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override {
         // A pipe that nobody writes to would block without this flag.
         Descriptor file{Name{path}, O_RDONLY | O_NONBLOCK};
-        if(file == -1) return errno;
+        // A socket cannot be opened.
+        if(file == -1) return errno == ENXIO ? EINVAL : errno;
         struct stat status {};
         if(::fstat(file, &status)) return errno;
         if(S_ISDIR(status.st_mode)) return EISDIR;
         if(!S_ISREG(status.st_mode)) return EINVAL;
-        if(std::size_t(status.st_size) > MaxFileSize) return EFBIG;
+        if(std::size_t(status.st_size) > maxSize) return EFBIG;
 
         // The file may change its size meanwhile; what was read is what counts.
-        std::string read;
-        read.resize(std::size_t(status.st_size) + 1);
+        Containers::String read = largeText(std::size_t(status.st_size), true);
+        std::string more;
         std::size_t size = 0;
-        for(;;) {
-            if(size == read.size()) read.resize(size * 2);
-            const ssize_t count = ::read(file, read.data() + size, read.size() - size);
+        for(char surplus[4096];;) {
+            const bool isFull = size == read.size();
+            const ssize_t count =
+                isFull ? ::read(file, surplus, sizeof(surplus)) : ::read(file, read.data() + size, read.size() - size);
             if(count < 0 && errno != EINTR) return errno;
             if(count == 0) break;
-            if(count > 0) size += std::size_t(count);
-            if(size > MaxFileSize) return EFBIG;
+            if(count < 0) continue;
+            if(isFull) more.append(surplus, std::size_t(count));
+            else size += std::size_t(count);
+            if(size + more.size() > maxSize) return EFBIG;
         }
-        bytes = Containers::String{read.data(), size};
+        if(size == read.size() && more.empty()) bytes = std::move(read);
+        else bytes = read.prefix(size) + Containers::StringView{more.data(), more.size()};
         return 0;
     }
 
@@ -103,6 +122,22 @@ public:
 
     int syncFile(Containers::StringView path) override { return sync(Name{path}, 0); }
     int syncFolder(Containers::StringView path) override { return sync(Name{path}, O_DIRECTORY); }
+
+    void syncAll(Containers::ArrayView<const Containers::String> files,
+        Containers::ArrayView<const Containers::String> folders, Containers::ArrayView<int> results) override {
+        std::atomic<std::size_t> next{0};
+        const auto work = [&] {
+            for(std::size_t i; (i = next++) < results.size();)
+                results[i] = i < files.size() ? syncFile(files[i]) : syncFolder(folders[i - files.size()]);
+        };
+        std::vector<std::jthread> threads;
+        // A system that is short of threads does the work with those that it has.
+        try {
+            while(threads.size() + 1 < std::min(SyncThreads, results.size())) threads.emplace_back(work);
+        } catch(const std::system_error&) {
+        }
+        work();
+    }
 
     int linkFile(Containers::StringView path, Containers::StringView name) override {
         return resultOf(::link(Name{path}, Name{name}));
@@ -131,6 +166,22 @@ public:
         for(std::size_t i = 0; i != found.size(); ++i) names[i] = Containers::String{found[i].data(), found[i].size()};
         return 0;
     }
+
+    bool isLink(Containers::StringView path) override {
+        struct stat status {};
+        return ::lstat(Name{path}, &status) == 0 && S_ISLNK(status.st_mode);
+    }
+
+    int lockFolder(Containers::StringView path, int& lock) override {
+        Descriptor folder{Name{path}, O_RDONLY | O_DIRECTORY};
+        if(folder == -1) return errno;
+        // Disks of a network may know no locks, or none of folders.
+        if(::flock(folder, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) return EWOULDBLOCK;
+        lock = folder.release();
+        return 0;
+    }
+
+    void unlockFolder(int lock) override { ::close(lock); }
 };
 
 }
@@ -142,7 +193,17 @@ FileSystem& FileSystem::disk() {
 
 FileSystem::~FileSystem() = default;
 
+int FileSystem::lockFolder(Containers::StringView, int&) { return 0; }
+void FileSystem::unlockFolder(int) {}
+
+void FileSystem::syncAll(const Containers::ArrayView<const Containers::String> files,
+    const Containers::ArrayView<const Containers::String> folders, const Containers::ArrayView<int> results) {
+    for(std::size_t i = 0; i != results.size(); ++i)
+        results[i] = i < files.size() ? syncFile(files[i]) : syncFolder(folders[i - files.size()]);
+}
+
 Containers::String systemReason(const Containers::StringView what, const int error) {
+    if(error == EINVAL && what == "read") return "is no file";
     const std::string reason =
         "cannot be " + std::string{what.data(), what.size()} + ": " + std::string{std::strerror(error)};
     return Containers::String{reason.data(), reason.size()};

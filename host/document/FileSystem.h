@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
@@ -20,8 +21,13 @@ public:
 
     virtual ~FileSystem();
 
-    /** Reads a regular file of at most @ref MaxFileSize ; a folder is `EISDIR`. */
-    virtual int readFile(Containers::StringView path, Containers::String& bytes) = 0;
+    /** Whether several threads may read files at once. */
+    virtual bool canReadAtOnce() const { return false; }
+
+    /** Reads a regular file; a folder is `EISDIR`, and a pipe, a device or a socket `EINVAL`.
+        @param maxSize  in bytes, up to @ref MaxFileSize ; a larger file is `EFBIG`, and not read */
+    virtual int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) = 0;
+    int readFile(Containers::StringView path, Containers::String& bytes) { return readFile(path, bytes, MaxFileSize); }
 
     /** Makes a file, or empties it first.
         @param modeOf   file whose permissions it gets; empty, or one that is missing, for the usual ones */
@@ -32,6 +38,12 @@ public:
 
     /** Returns when the names in a folder have reached the disk. */
     virtual int syncFolder(Containers::StringView path) = 0;
+
+    /** Returns when the contents of some files and the names in some folders have reached the disk. In which order is left open: asked
+        for all at once, a disk takes much less time than for one after the other.
+        @param results  receives a result for each, of files first */
+    virtual void syncAll(Containers::ArrayView<const Containers::String> files,
+        Containers::ArrayView<const Containers::String> folders, Containers::ArrayView<int> results);
 
     /** Gives a file a second name. */
     virtual int linkFile(Containers::StringView path, Containers::StringView name) = 0;
@@ -48,7 +60,18 @@ public:
     /** All names in a folder but "." and "..", in byte order. */
     virtual int listFolder(Containers::StringView path, Containers::Array<Containers::String>& names) = 0;
 
-    /** In bytes; a larger file is `EFBIG`. */
+    /** Whether a name stands for another place; the other functions follow it there. */
+    virtual bool isLink(Containers::StringView path) = 0;
+
+    /** Locks a folder for this program and, within it, for who called; see @ref FolderLock . Locks nothing where the file system knows no
+        such locks.
+        @param lock     receives what unlocks it
+        @return `EWOULDBLOCK` where it is locked already */
+    virtual int lockFolder(Containers::StringView path, int& lock);
+
+    virtual void unlockFolder(int lock);
+
+    /** In bytes. */
     static constexpr std::size_t MaxFileSize = std::size_t(1) << 30;
 };
 
@@ -60,7 +83,7 @@ struct FileError {
     Containers::String reason;
 };
 
-/** The reason for an error number.
+/** The reason for an error number of a @ref FileSystem .
     @param what     what cannot be done, such as "written" */
 QUORVANE_API Containers::String systemReason(Containers::StringView what, int error);
 

@@ -6,8 +6,11 @@
 #include <fstream>
 #include <string>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace QuorvaneEngine {
@@ -61,11 +64,25 @@ TEST_F(FileSystemTest, WhatIsNoFileIsNotRead) {
     EXPECT_EQ(disk.readFile(at(""), bytes), EISDIR);
     ASSERT_EQ(mkfifo(at("pipe").data(), 0600), 0);
     EXPECT_EQ(disk.readFile(at("pipe"), bytes), EINVAL);
+    EXPECT_EQ(disk.readFile("/dev/null", bytes), EINVAL);
+    const int server = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    (folder + "/socket").copy(address.sun_path, sizeof(address.sun_path) - 1);
+    ASSERT_EQ(bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    close(server);
+    EXPECT_EQ(disk.readFile(at("socket"), bytes), EINVAL);
     EXPECT_EQ(disk.writeFile(at("f"), "x", {}), 0);
     EXPECT_EQ(disk.readFile(at("f/g"), bytes), ENOTDIR);
     std::ofstream{folder + "/huge"};
     std::filesystem::resize_file(folder + "/huge", FileSystem::MaxFileSize + 1);
     EXPECT_EQ(disk.readFile(at("huge"), bytes), EFBIG);
+}
+
+TEST_F(FileSystemTest, ReasonsAreSaidInTheSystemsWordsButForWhatIsNoFile) {
+    EXPECT_EQ(systemReason("read", EINVAL), "is no file");
+    EXPECT_EQ(systemReason("written", EINVAL), "cannot be written: Invalid argument");
+    EXPECT_EQ(systemReason("read", EACCES), "cannot be read: Permission denied");
 }
 
 TEST_F(FileSystemTest, AFullDiskIsToldOf) {
@@ -88,6 +105,34 @@ TEST_F(FileSystemTest, ALinkIsNotFollowedToBeWritten) {
     ASSERT_EQ(symlink(at("f").data(), at("link").data()), 0);
     EXPECT_EQ(disk.writeFile(at("link"), "x", {}), ELOOP);
     EXPECT_EQ(read("f"), "kept");
+}
+
+TEST_F(FileSystemTest, LinksAreToldFromWhatTheyStandFor) {
+    EXPECT_EQ(disk.makeFolder(at("d")), 0);
+    ASSERT_EQ(symlink(at("d").data(), at("link").data()), 0);
+    ASSERT_EQ(symlink(at("gone").data(), at("dangling").data()), 0);
+    EXPECT_TRUE(disk.isLink(at("link")));
+    EXPECT_TRUE(disk.isLink(at("dangling")));
+    EXPECT_FALSE(disk.isLink(at("d")));
+    EXPECT_FALSE(disk.isLink(at("gone")));
+}
+
+TEST_F(FileSystemTest, ManyAreSynchronizedAtOnceEachWithItsResult) {
+    Containers::Array<Containers::String> files, folders;
+    for(int i = 0; i != 30; ++i) {
+        arrayAppend(files, at("f" + std::to_string(i)));
+        EXPECT_EQ(i % 3 ? disk.writeFile(files[std::size_t(i)], "x", {}) : 0, 0);
+        arrayAppend(folders, at("d" + std::to_string(i)));
+        EXPECT_EQ(i % 5 ? disk.makeFolder(folders[std::size_t(i)]) : 0, 0);
+    }
+    // The disk does it on several threads, others one after the other.
+    for(const bool isAtOnce: {true, false}) {
+        Containers::Array<int> results{Corrade::DirectInit, 60, -1};
+        if(isAtOnce) disk.syncAll(files, folders, results);
+        else disk.FileSystem::syncAll(files, folders, results);
+        for(int i = 0; i != 60; ++i) EXPECT_EQ(results[std::size_t(i)], (i < 30 ? i % 3 : i % 5) ? 0 : ENOENT) << i;
+    }
+    disk.syncAll({}, {}, {});
 }
 
 TEST_F(FileSystemTest, ARenamedFileTakesThePlaceOfAnotherAndASecondNameKeepsTheOld) {

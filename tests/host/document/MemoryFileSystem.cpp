@@ -103,12 +103,13 @@ int MemoryFileSystem::parentError(const std::string& path) const {
     return node->isFolder ? 0 : ENOTDIR;
 }
 
-int MemoryFileSystem::readFile(Containers::StringView path, Containers::String& bytes) {
+int MemoryFileSystem::readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) {
     if(const int error = begin()) return error;
     if(const int error = parentError(text(path))) return error;
     const Node* const node = find(text(path));
     if(!node) return ENOENT;
     if(node->isFolder) return EISDIR;
+    if(node->bytes.size() > maxSize) return EFBIG;
     bytes = string(node->bytes);
     return 0;
 }
@@ -211,5 +212,7 @@ int MemoryFileSystem::listFolder(Containers::StringView path, Containers::Array<
     for(std::size_t i = 0; i != found.size(); ++i) names[i] = string(found[i]);
     return 0;
 }
+
+bool MemoryFileSystem::isLink(Containers::StringView path) { return links.contains(text(path)); }
 
 }

@@ -49,10 +49,14 @@ public:
     /** What giving a file a second name answers, 0 for doing it. */
     int linkError = 0;
 
+    /** Paths that are said to be links. */
+    std::set<std::string> links;
+
     /** How often files were written or renamed. */
     std::size_t changes = 0;
 
-    int readFile(Containers::StringView path, Containers::String& bytes) override;
+    using FileSystem::readFile;
+    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override;
     int writeFile(Containers::StringView path, Containers::StringView bytes, Containers::StringView modeOf) override;
     int syncFile(Containers::StringView path) override;
     int syncFolder(Containers::StringView path) override;
@@ -62,6 +66,7 @@ public:
     int makeFolder(Containers::StringView path) override;
     int removeFolder(Containers::StringView path) override;
     int listFolder(Containers::StringView path, Containers::Array<Containers::String>& names) override;
+    bool isLink(Containers::StringView path) override;
 
 private:
     struct Node {
