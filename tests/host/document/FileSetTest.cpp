@@ -195,6 +195,26 @@ TEST(FileSet, WhenEvenTheWayBackFailsARecoveryLeadsToOneState) {
     EXPECT_GT(stuck, 5);
 }
 
+TEST(FileSet, AStagedFileThatAnotherProgramTakesAwayFailsTheSave) {
+    struct Meddler: MemoryFileSystem {
+        int renameFile(Containers::StringView from, Containers::StringView to) override {
+            const int error = MemoryFileSystem::renameFile(from, to);
+            if(to.hasSuffix("/journal") && from.hasSuffix("/journal.new")) removeFile("/p/.editor/save/0.new");
+            return error;
+        }
+    } disk;
+    disk.put("/p/project.json", "old project");
+    disk.put("/p/localization/de.json", "old de");
+    const Files before = disk.files();
+    FileSet set{disk, "/p"};
+    set.write("project.json", "new project");
+    set.write("localization/de.json", "new de");
+    FileError error;
+    EXPECT_FALSE(set.commit(error));
+    EXPECT_EQ(error.path, "/p/project.json");
+    EXPECT_EQ(disk.files(), before);
+}
+
 TEST(FileSet, AFailedSaveCanBeRepeated) {
     const std::size_t steps = stepsOfASave(true);
     for(std::size_t step = 0; step != steps; ++step)
@@ -249,6 +269,49 @@ TEST(FileSet, AJournalThatIsNoneStopsTheRecovery) {
         EXPECT_EQ(project.disk.changes, 0);
         EXPECT_FALSE(project.save());
     }
+}
+
+TEST(FileSet, NothingIsRemovedOrRecoveredThroughALink) {
+    // A project may come from a stranger: these would empty a folder elsewhere, or put a file there.
+    for(const char* const link: {"/p/.editor", "/p/.editor/save"}) {
+        Project project;
+        project.disk.put("/p/.editor/save/kept", "kept");
+        project.disk.links = {link};
+        EXPECT_FALSE(project.recover());
+        EXPECT_EQ(project.error.path, link);
+        EXPECT_EQ(project.error.reason, "is a link where a folder is needed");
+        EXPECT_FALSE(project.save());
+        EXPECT_TRUE(project.disk.exists("/p/.editor/save/kept"));
+        EXPECT_EQ(project.disk.changes, 0);
+    }
+    for(const char* const path: {"localization/x.json", "a/b/x.json"}) {
+        Project project;
+        project.disk.put("/p/.editor/save/0.new", "new");
+        project.disk.put(
+            "/p/.editor/save/journal", "quorvane-journal 1\ncomplete\ncreate " + std::string{path} + "\nend\n");
+        project.disk.links = {"/p/localization", "/p/a/b"};
+        EXPECT_FALSE(project.recover());
+        EXPECT_EQ(project.error.reason, "is a link, through which nothing is put in order that was cut short");
+        EXPECT_EQ(project.disk.files(), project.old);
+    }
+    // A folder of translations that lies elsewhere is the user's own affair.
+    Project project;
+    project.disk.links = {"/p/localization"};
+    EXPECT_TRUE(project.save());
+    EXPECT_EQ(project.disk.files(), project.after);
+}
+
+TEST(FileSet, AFileThatCannotBeWrittenIsNamedByItsPlace) {
+    const std::size_t steps = stepsOfASave(true);
+    std::size_t named = 0;
+    for(std::size_t step = 0; step != steps; ++step) {
+        Project project;
+        project.disk.failAt(step, ENOSPC);
+        if(project.save()) continue;
+        EXPECT_FALSE(project.error.path.hasSuffix("0.new")) << project.error.path.data();
+        if(project.error.path == "/p/localization/de.json") ++named;
+    }
+    EXPECT_GE(named, 3);
 }
 
 }
