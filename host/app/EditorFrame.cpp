@@ -43,6 +43,7 @@ bool EditorFrame::open(Containers::StringView folder) {
         _questions.showFailure(problems.isEmpty() ? Containers::String{folder} : problems);
         return false;
     }
+    _session->makeEditorFolder();
     restartViews();
     _log->note("Opened " + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;

@@ -45,15 +45,18 @@ EditorSession::EditorSession(JobSystem* const jobs, FileSystem* const fileSystem
 
 EditorSession::~EditorSession() = default;
 
+bool EditorSession::lock(const Containers::StringView folder) { return _storage->lock(folder); }
+
 bool EditorSession::open(const Containers::StringView folder) {
     rapidjson::Document document;
     if(!_storage->open(folder, document)) return false;
     _folder = Containers::String{_storage->folder()};
     takeOver(std::move(document));
     _editor.layoutLoadScheduled = false;
-    _storage->makeEditorFolder();
     return true;
 }
+
+void EditorSession::makeEditorFolder() { _storage->makeEditorFolder(); }
 
 bool EditorSession::save() {
     if(!_storage->save(_project.document())) return false;

@@ -37,8 +37,17 @@ public:
         change log is emptied, handlers of others are forgotten. What a save that was cut short left behind is completed or
         rolled back first.
 
-        A project that cannot be read prints a warning with file, place and reason; then everything is as before. */
+        A project that cannot be read prints a warning with file, place and reason; then everything is as before. In the folder
+        nothing changes but what was left behind. */
     bool open(Containers::StringView folder);
+
+    /** Keeps other programs from saving the project in a folder, as long as the session lasts: to be called before @ref open() by who is
+        about to change the project and to save it. Prints a warning and fails where another program does so. */
+    bool lock(Containers::StringView folder);
+
+    /** Makes the open project's folder `.editor` for layouts and the like, which version control is told to ignore, where it can
+        be made. */
+    void makeEditorFolder();
 
     /** Writes the files of the project whose content changed, all or none. On failure prints a warning with file and reason; then
         the files on disk and the document are as before, and changes are still unsaved. An open group stays open. */

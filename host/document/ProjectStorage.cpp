@@ -47,6 +47,23 @@ bool warn(const char* function, const FileError& error) {
 constexpr const char* Open = "ProjectStorage::open(): ";
 constexpr const char* Save = "ProjectStorage::save(): ";
 
+/** A project's folder by its absolute path, without "/" at the end. */
+bool absoluteFolder(const Containers::StringView folder, Containers::String& path, FileError& error) {
+    std::error_code failure;
+    std::filesystem::path absolute;
+    // The system would take the name up to the NUL for the whole.
+    if(view(folder).find('\0') == std::string_view::npos)
+        absolute = std::filesystem::absolute(view(folder), failure).lexically_normal();
+    if(failure || absolute.empty()) {
+        error = {folder, "is no folder's name"};
+        return false;
+    }
+    std::string name = absolute.generic_string();
+    if(name.size() > 1 && name.ends_with('/')) name.pop_back();
+    path = string(name);
+    return true;
+}
+
 bool readObject(FileSystem& files, const Containers::String& path, rapidjson::Document& document, FileError& error) {
     Containers::String bytes;
     if(const int failure = files.readFile(path, bytes)) {
@@ -149,23 +166,35 @@ bool ProjectStorage::isLanguageCode(const Containers::StringView text) {
     return subtagSize >= (isFirst ? 2 : 1);
 }
 
-bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Document& document) {
-    std::error_code failure;
-    std::filesystem::path path;
-    // The system would take the name up to the NUL for the whole.
-    if(view(folder).find('\0') == std::string_view::npos)
-        path = std::filesystem::absolute(view(folder), failure).lexically_normal();
-    if(failure || path.empty()) return warn(Open, {folder, "is no folder's name"});
-    std::string absolute = path.generic_string();
-    if(absolute.size() > 1 && absolute.ends_with('/')) absolute.pop_back();
-    const Containers::String newFolder = string(absolute);
+bool ProjectStorage::lock(const Containers::StringView folder, FolderLock& taken, FileError& error) const {
+    return _lock.isTaken(folder) ||
+        taken.take(*_files, folder, "another program has the project open for writing", error);
+}
 
+bool ProjectStorage::lock(const Containers::StringView folder) {
+    Containers::String path;
     FileError error;
+    return absoluteFolder(folder, path, error) && lock(path, _lock, error) ? true : warn(Open, error);
+}
+
+/** Who only reads waits for nobody, but does not meddle with what another program is about to save. */
+bool ProjectStorage::recover(const Containers::StringView folder, FileError& error) const {
+    Containers::Array<Containers::String> names;
+    const Containers::String stage = joined(view(folder), "/", FileSet::ProjectStage.folder);
+    FolderLock taken;
+    return (_files->listFolder(stage, names) == ENOENT || lock(folder, taken, error)) &&
+        FileSet::recover(*_files, folder, error);
+}
+
+bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Document& document) {
+    FileError error;
+    Containers::String newFolder;
+    if(!absoluteFolder(folder, newFolder, error)) return warn(Open, error);
+
     rapidjson::Document read{&document.GetAllocator()};
     std::size_t translationCount = 0;
     std::vector<File> files;
-    if(!FileSet::recover(*_files, newFolder, error) ||
-        !readObject(*_files, joined(absolute, "/", ProjectName), read, error) ||
+    if(!recover(newFolder, error) || !readObject(*_files, joined(view(newFolder), "/", ProjectName), read, error) ||
         !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error))
         return warn(Open, error);
 
@@ -191,6 +220,8 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
     }
 
     std::vector<Fingerprint> current = fingerprints(files);
+    FolderLock taken;
+    if(!lock(_folder, taken, error)) return warn(Save, error);
     FileSet set{*_files, _folder};
     for(std::size_t i = 0; i != files.size(); ++i)
         if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end())

@@ -7,6 +7,7 @@
 #include <Corrade/Containers/StringView.h>
 
 #include "FileSystem.h"
+#include "FolderLock.h"
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
@@ -25,6 +26,13 @@ public:
     ProjectStorage(const ProjectStorage&) = delete;
     ProjectStorage& operator=(const ProjectStorage&) = delete;
 
+    /** Keeps other programs from saving the project in a folder, and from opening it where something of a save is left to be done, until
+        the storage goes: for who is about to open the project, change it and save it, so that no change of another program in
+        between is lost. Warns as @ref open() does.
+        @param folder   as for @ref open()
+        @return false where another program does so, or saves at this moment */
+    bool lock(Containers::StringView folder);
+
     /** Reads the project in a folder, after completing or rolling back a save that was cut short, and remembers what its files
         hold.
         @param folder       absolute, or relative to the current folder
@@ -33,7 +41,7 @@ public:
     bool open(Containers::StringView folder, rapidjson::Document& document);
 
     /** Writes those files whose content is not as it was when they were last read or written, and removes those whose translations
-        are gone; all or none. Formatting alone is no reason to write a file. */
+        are gone; all or none. Formatting alone is no reason to write a file. Fails where another program has the project locked. */
     bool save(const rapidjson::Document& document);
 
     /** Whether @ref save() would have nothing to do. Writes out the whole document in memory. */
@@ -65,7 +73,13 @@ private:
     static bool write(const rapidjson::Document& document, std::vector<File>& files, FileError& error);
     static std::vector<Fingerprint> fingerprints(const std::vector<File>& files);
 
+    /** @param taken    receives the lock, unless the storage has it already */
+    bool lock(Containers::StringView folder, FolderLock& taken, FileError& error) const;
+
+    bool recover(Containers::StringView folder, FileError& error) const;
+
     FileSystem* _files;
+    FolderLock _lock;
     Containers::String _folder;
     std::vector<Fingerprint> _saved;
 };

@@ -102,6 +102,12 @@ TEST_F(EditorSessionTest, OpeningMakesAFreshProjectOfAllFiles) {
     EXPECT_NE(content().find("Hallo"), std::string::npos);
     EXPECT_FALSE(session.hasUnsavedChanges());
     EXPECT_FALSE(session.changes().canUndo());
+}
+
+TEST_F(EditorSessionTest, TheEditorsFolderIsMadeOnlyWhenAskedFor) {
+    ASSERT_TRUE(open());
+    EXPECT_FALSE(disk.exists("/p/.editor"));
+    session.makeEditorFolder();
     EXPECT_TRUE(disk.exists("/p/.editor/.gitignore"));
 }
 
@@ -155,6 +161,7 @@ TEST_F(EditorSessionTest, AProjectThatCannotBeOpenedLeavesEverythingAsItWas) {
 TEST_F(EditorSessionTest, AFolderThatCannotBeWrittenToCanBeOpened) {
     disk.failAt(5, EROFS, true);
     ASSERT_TRUE(open("/q"));
+    session.makeEditorFolder();
     EXPECT_EQ(warning, "");
     push("/x", 1);
     EXPECT_FALSE(save());
