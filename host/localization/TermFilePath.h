@@ -3,11 +3,9 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "TermKey.h"
 
 namespace QuorvaneEngine {
-
-/** The namespace of terms whose key names none. */
-constexpr const char* DefaultNamespace = "translation";
 
 /** Which texts a file of an exchange holds, by its place: `<code>/<namespace>.json` or `<code>.json`. */
 struct TermFilePath {

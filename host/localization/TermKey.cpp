@@ -1,15 +1,27 @@
 #include "TermKey.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
-#include <string>
 
 namespace QuorvaneEngine::TermKey {
 
+using namespace Containers::Literals;
+
 namespace {
 
+/** Whether a character is written as an escape wherever it stands. */
+constexpr auto EscapedEverywhere = [] {
+    std::array<bool, 256> escaped{};
+    for(int c = 0; c != 0x20; ++c) escaped[std::size_t(c)] = true;
+    for(const char c: {'.', ':', '%', '#', '\x7f'}) escaped[static_cast<unsigned char>(c)] = true;
+    return escaped;
+}();
+
+bool isControl(const char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+
 bool isEscaped(const char c, const bool first) {
-    return c == '.' || c == ':' || c == '%' || c == '#' || (c == '[' && first) ||
-        static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+    return EscapedEverywhere[static_cast<unsigned char>(c)] || (first && c == '[');
 }
 
 int hexadecimalDigit(const char c) {
@@ -29,18 +41,14 @@ int escapeAt(const Containers::StringView segment, const std::size_t position) {
     return c < 0x80 && isEscaped(char(c), position == 0) ? c : -1;
 }
 
+/** Whether a path has its leading blank written as an escape, which it needs behind a namespace. */
+bool hasEscapedBlank(const Containers::StringView path) { return path.hasPrefix("%20"_s); }
+
 void appendEscape(std::string& out, const char c) {
     constexpr const char* digits = "0123456789ABCDEF";
     out += '%';
     out += digits[static_cast<unsigned char>(c) >> 4];
     out += digits[static_cast<unsigned char>(c) & 15];
-}
-
-void appendMember(std::string& out, const Containers::StringView name) {
-    for(std::size_t i = 0; i != name.size(); ++i) {
-        if(isEscaped(name[i], i == 0)) appendEscape(out, name[i]);
-        else out += name[i];
-    }
 }
 
 std::string decoded(const Containers::StringView segment) {
@@ -71,9 +79,20 @@ bool isCanonicalSegment(const Containers::StringView segment) {
 
 }
 
+void appendSegment(std::string& key, const Containers::StringView name) {
+    std::size_t plain = 0;
+    for(std::size_t i = 0; i != name.size(); ++i) {
+        if(!isEscaped(name[i], i == 0)) continue;
+        key.append(name.data() + plain, i - plain);
+        appendEscape(key, name[i]);
+        plain = i + 1;
+    }
+    key.append(name.data() + plain, name.size() - plain);
+}
+
 Containers::String memberSegment(const Containers::StringView name) {
     std::string out;
-    appendMember(out, name);
+    appendSegment(out, name);
     return Containers::String{out.data(), out.size()};
 }
 
@@ -110,24 +129,25 @@ Containers::StringView takeSegment(const Containers::StringView key, Containers:
     return key.prefix(size);
 }
 
-Containers::String canonical(const Containers::StringView key) {
+Containers::String canonical(const Containers::StringView path) {
+    if(hasEscapedBlank(path)) return canonical(" "_s + path.exceptPrefix(3));
     std::string out;
-    out.reserve(key.size());
-    Containers::StringView rest = key;
+    out.reserve(path.size());
+    Containers::StringView rest = path;
     do {
         const Containers::StringView segment = takeSegment(rest, rest);
         if(elementIndex(segment) >= 0) out.append(segment.data(), segment.size());
         else {
             const std::string name = decoded(segment);
-            appendMember(out, {name.data(), name.size()});
+            appendSegment(out, {name.data(), name.size()});
         }
         if(rest.data()) out += '.';
     } while(rest.data());
     return Containers::String{out.data(), out.size()};
 }
 
-bool isCanonical(const Containers::StringView key) {
-    Containers::StringView rest = key;
+bool isCanonical(const Containers::StringView path) {
+    Containers::StringView rest = path;
     do {
         if(!isCanonicalSegment(takeSegment(rest, rest))) return false;
     } while(rest.data());
@@ -138,6 +158,67 @@ std::size_t segmentCount(const Containers::StringView key) {
     std::size_t count = 1;
     for(const char c: key) count += c == '.';
     return count;
+}
+
+Containers::StringView takeNamespace(const Containers::StringView key, Containers::StringView& path) {
+    path = key;
+    const void* const colon = key.isEmpty() ? nullptr : std::memchr(key.data(), ':', key.size());
+    if(!colon) return nullptr;
+    const std::size_t size = std::size_t(static_cast<const char*>(colon) - key.data());
+    const Containers::StringView written = key.prefix(size);
+    const Containers::StringView rest = key.exceptPrefix(size + 1);
+    if(written.isEmpty() || written.contains(' ') || written.contains('/') || rest.hasPrefix(' ')) return nullptr;
+    if(!canTakeNamespace(namespaceName(written))) return nullptr;
+    path = rest;
+    return written == DefaultNamespace ? Containers::StringView{} : written;
+}
+
+Containers::String namespaceName(const Containers::StringView written) {
+    if(written.isEmpty()) return DefaultNamespace;
+    std::string name;
+    for(std::size_t i = 0; i != written.size(); ++i) {
+        const int c = written.exceptPrefix(i).hasPrefix("%20"_s) ? ' ' : escapeAt(written, i);
+        if(c >= 0) {
+            name += char(c);
+            i += 2;
+        } else name += written[i];
+    }
+    return Containers::String{name.data(), name.size()};
+}
+
+bool canTakeNamespace(const Containers::StringView name) {
+    return !name.isEmpty() && name.size() <= MaxNamespaceSize && !name.hasPrefix('.') && !name.contains('/') &&
+        !name.contains('\\') && std::none_of(name.begin(), name.end(), isControl);
+}
+
+Containers::String withNamespace(const Containers::StringView name, const Containers::StringView path) {
+    if(name == DefaultNamespace) return path;
+    std::string key;
+    for(std::size_t i = 0; i != name.size(); ++i) {
+        if(name[i] == ' ' || isEscaped(name[i], i == 0)) appendEscape(key, name[i]);
+        else key += name[i];
+    }
+    key += ':';
+    const bool isBlank = path.hasPrefix(' ');
+    if(isBlank) appendEscape(key, ' ');
+    key.append(path.data() + isBlank, path.size() - isBlank);
+    return Containers::String{key.data(), key.size()};
+}
+
+Containers::String flatKey(const Containers::StringView key) {
+    std::string path;
+    for(std::size_t i = 0; i != key.size(); ++i) {
+        if(key.exceptPrefix(i).hasPrefix("%2E"_s)) {
+            path += '.';
+            i += 2;
+        } else path += key[i];
+    }
+    return Containers::String{path.data(), path.size()};
+}
+
+Containers::String flatPath(const Containers::StringView path) {
+    if(hasEscapedBlank(path)) return memberSegment(memberName(" "_s + path.exceptPrefix(3)));
+    return memberSegment(memberName(path));
 }
 
 }

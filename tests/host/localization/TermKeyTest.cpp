@@ -94,4 +94,73 @@ TEST(TermKey, TenKilobytesAreAKeyLikeAnyOther) {
     EXPECT_TRUE(TermKey::isCanonical(viewed(dots)));
 }
 
+namespace {
+
+/** "namespace|path", "|path" for the default namespace. */
+std::string split(const Containers::StringView key) {
+    Containers::StringView path;
+    const Containers::StringView written = TermKey::takeNamespace(key, path);
+    return (written.data() ? copied(TermKey::namespaceName(written)) : "") + '|' + copied(path);
+}
+
+}
+
+TEST(TermKey, NamespaceStandsBeforeTheFirstColon) {
+    EXPECT_EQ(split("menu:file.open"), "menu|file.open");
+    EXPECT_EQ(split("menu:a:b"), "menu|a:b");
+    EXPECT_EQ(split("menu:"), "menu|");
+    EXPECT_EQ(split("in%20game%2Etexts:x"), "in game.texts|x");
+    EXPECT_EQ(split("file.open"), "|file.open");
+    EXPECT_EQ(split("a%3Ab"), "|a%3Ab");
+    EXPECT_EQ(split(""), "|");
+}
+
+TEST(TermKey, DefaultNamespaceHasNoNameInAKey) {
+    EXPECT_EQ(split("translation:x"), "|x");
+    EXPECT_EQ(TermKey::withNamespace(DefaultNamespace, "x"), "x");
+    EXPECT_EQ(TermKey::namespaceName({}), "translation");
+}
+
+TEST(TermKey, WhatNamesNoFileIsNoNamespace) {
+    for(const char* const key: {"Status: Loading...", ":x", "a b:x", "http/a:x", ".hidden:x", "%2Ehidden:x", "..:x",
+            "a%00:x", "a%0Ab:x", "a\\b:x", "translation: x"})
+        EXPECT_EQ(split(key), std::string{"|"} + key);
+}
+
+TEST(TermKey, NamespaceAndPathComeBackFromTheirKey) {
+    for(const Containers::StringView name: {"menu"_s, "in game"_s, "a:b.c%d"_s, "[0]"_s, "日本"_s, "%20"_s, " x"_s})
+        for(const Containers::StringView path:
+            {"a.b"_s, ""_s, " x"_s, "%2520x"_s, " "_s, "[0]"_s, " [0]"_s, "a. b"_s}) {
+            EXPECT_TRUE(TermKey::canTakeNamespace(name));
+            const Containers::String key = TermKey::withNamespace(name, path);
+            Containers::StringView rest;
+            EXPECT_EQ(TermKey::namespaceName(TermKey::takeNamespace(key, rest)), name) << copied(key);
+            EXPECT_EQ(TermKey::canonical(rest), path) << copied(key);
+        }
+    EXPECT_EQ(TermKey::withNamespace("menu", " x"), "menu:%20x");
+    for(const Containers::StringView name: {""_s, ".x"_s, "a/b"_s, "a\\b"_s, "a\n"_s})
+        EXPECT_FALSE(TermKey::canTakeNamespace(name));
+    const std::string longest(TermKey::MaxNamespaceSize, 'n');
+    EXPECT_TRUE(TermKey::canTakeNamespace(viewed(longest)));
+    EXPECT_FALSE(TermKey::canTakeNamespace(viewed(longest + 'n')));
+}
+
+TEST(TermKey, FlatPathIsOneNameWithItsDots) {
+    EXPECT_EQ(TermKey::flatKey("menu%2Efile"), "menu.file");
+    EXPECT_EQ(TermKey::flatKey("Status%3A Loading%2E%2E%2E"), "Status%3A Loading...");
+    EXPECT_EQ(TermKey::flatPath("menu.file"), "menu%2Efile");
+    EXPECT_EQ(TermKey::flatPath("menu%2Efile"), "menu%2Efile");
+    EXPECT_EQ(TermKey::flatPath("[0]"), "%5B0]");
+    EXPECT_EQ(TermKey::flatPath("%20x"), " x");
+    for(const Containers::StringView name:
+        {""_s, "."_s, "a.b"_s, "%2E"_s, "[0]"_s, " x"_s, "100% of: #1\n"_s, "%20"_s}) {
+        const Containers::String key = TermKey::memberSegment(name);
+        EXPECT_EQ(TermKey::flatPath(TermKey::flatKey(key)), key);
+        const Containers::String term = TermKey::withNamespace("flat", TermKey::flatKey(key));
+        Containers::StringView path;
+        TermKey::takeNamespace(term, path);
+        EXPECT_EQ(TermKey::flatPath(path), key);
+    }
+}
+
 }
