@@ -1,12 +1,13 @@
 #pragma once
 
-#include <unordered_map>
+#include <map>
+#include <utility>
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringView.h>
 
+#include "../document/HashIndex.h"
 #include "QuorvaneEditor/Host.h"
-#include "Utils/StrHash.h"
 
 namespace QuorvaneEngine {
 
@@ -25,7 +26,7 @@ enum class TermConflict {
     TooDeep
 };
 
-/** Keys as the nested members that a file holds them in. */
+/** Keys as the nested members that a file holds them in. While nobody inserts, any number of threads may read it. */
 class QUORVANE_API TermTree {
 public:
     static constexpr UnsignedInt None = ~UnsignedInt{};
@@ -34,6 +35,10 @@ public:
     struct Node {
         /** The segment; views the key that made the node. */
         Containers::StringView segment;
+        /** How much of that key is before the segment. */
+        UnsignedInt offset = 0;
+        /** @ref None of the root. */
+        UnsignedInt parent = None;
         UnsignedInt firstChild = None;
         UnsignedInt lastChild = None;
         UnsignedInt next = None;
@@ -41,6 +46,8 @@ public:
         Int term = -1;
         /** Whether the children are elements. */
         bool isArray = false;
+        /** Whether the segment is the name that it stands for. */
+        bool isPlain = true;
     };
 
     TermTree();
@@ -54,28 +61,55 @@ public:
         @param other    receives one of the terms that the key is in conflict with, where there is any */
     TermConflict insert(Containers::StringView key, Int term, Int& other);
 
+    /** What @ref insert() would say of a key, which changes nothing. */
+    TermConflict check(Containers::StringView key, Int& other) const;
+
     const Node& node(UnsignedInt index) const { return _nodes[index]; }
+
+    /** One more than the highest index of a node. */
+    UnsignedInt nodeCount() const { return UnsignedInt(_nodes.size()); }
+
+    /** The key of a node's place, the root's being empty; views the key that made the node. */
+    Containers::StringView path(UnsignedInt index) const {
+        const Node& node = _nodes[index];
+        return {node.segment.data() - node.offset, node.offset + node.segment.size()};
+    }
 
     /** The child with this segment, @ref None where there is none. */
     UnsignedInt child(UnsignedInt parent, Containers::StringView segment) const;
 
+    /** Where the search for a key begins that is likely to be near another one. */
+    struct Start {
+        /** The last node on the way to the other one that is on the way to the key, too. */
+        UnsignedInt node;
+        /** The next one on the way to the other one; @ref None where the node is that itself. */
+        UnsignedInt below;
+        /** What follows of the key, never null data. */
+        Containers::StringView rest;
+    };
+    Start startNear(UnsignedInt other, Containers::StringView key) const;
+
 private:
-    struct Place {
+    using Place = std::pair<UnsignedInt, Containers::StringView>;
+
+    /** As far as a key's path exists: its last node there, the first segment that is not there, and what follows that. */
+    struct Gap {
         UnsignedInt parent;
         Containers::StringView segment;
-        bool operator==(const Place& other) const { return parent == other.parent && segment == other.segment; }
+        Containers::StringView rest;
     };
-    struct PlaceHash {
-        std::size_t operator()(const Place& place) const {
-            return StrHash{}(place.segment) ^ (place.parent * std::size_t{0x9e3779b97f4a7c15u});
-        }
-    };
+    TermConflict locate(Containers::StringView key, Int& other, Gap& gap) const;
 
-    UnsignedInt append(UnsignedInt parent, Containers::StringView segment);
+    UnsignedInt append(UnsignedInt parent, Containers::StringView key, Containers::StringView segment);
     Int anyTermBelow(UnsignedInt index) const;
 
     Containers::Array<Node> _nodes;
-    std::unordered_map<Place, UnsignedInt, PlaceHash> _places;
+    /** The last one that was inserted: the next key is likely to be like it. */
+    UnsignedInt _last = Root;
+    /** Nodes by the hash of @ref Place . */
+    HashIndex _places;
+    /** Those for which the index has no room, by malice. */
+    std::map<Place, UnsignedInt> _crowded;
 };
 
 }
