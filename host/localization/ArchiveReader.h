@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Corrade/Containers/Pointer.h>
+#include <atomic>
+
 #include <Corrade/Containers/String.h>
 
 #include "ArchiveDirectory.h"
@@ -14,14 +15,14 @@ public:
     /** Limits on what comes out, counted in the bytes that really do. */
     static constexpr std::size_t MaxFileSize = std::size_t{64} << 20;
     static constexpr std::size_t MaxTotalSize = std::size_t{512} << 20;
-    /** From @ref MinRatioSize bytes on, an entry may be no more than this many times as large as its packed bytes. */
+    /** Above @ref MinRatioSize bytes, an entry may be no more than this many times as large as its packed bytes. */
     static constexpr std::size_t MaxRatio = 100;
     static constexpr std::size_t MinRatioSize = 100'000;
 
-    ArchiveReader();
-    ~ArchiveReader();
-    ArchiveReader(const ArchiveReader&) = delete;
-    ArchiveReader& operator=(const ArchiveReader&) = delete;
+    /** Whether so many bytes come of so few that it takes a bomb. */
+    static constexpr bool isPackedTooWell(const std::size_t packedSize, const std::size_t size) {
+        return size > MinRatioSize && size > MaxRatio * packedSize;
+    }
 
     /** Opens an archive; see @ref ArchiveDirectory::read() for what is refused.
         @param bytes    must outlive the reader
@@ -31,18 +32,25 @@ public:
     /** The names of folders are empty. */
     Containers::ArrayView<const ArchiveDirectory::Entry> entries() const { return _directory.entries; }
 
-    /** Reads an entry. Refused are entries that are damaged, packed in a way that is not read, or beyond the limits.
+    /** Reads an entry. Refused are entries that are damaged, packed in another way than by deflate, or beyond the limits. Several
+        threads may read at once; which entry is one too many for @ref MaxTotalSize then depends on who comes first, unless
+        @ref countWithin() says that none is.
         @param entry    index into @ref entries()
         @param bytes    receives the whole entry
         @param refusal  set on failure */
     bool read(std::size_t entry, Containers::String& bytes, ArchiveRefusal& refusal);
 
-private:
-    struct Archive;
+    /** How many of some entries, from the first on, are not too many for @ref MaxTotalSize by the sizes that the archive tells. An
+        entry whose size is a lie is refused by itself, and takes no more of the limit than it said.
+        @param entries  indices into @ref entries() */
+    std::size_t countWithin(Containers::ArrayView<const std::size_t> entries) const;
 
+    static constexpr const char* TotalReason = "makes more than 512 MiB with those before it";
+
+private:
+    Containers::StringView _bytes;
     ArchiveDirectory _directory;
-    Containers::Pointer<Archive> _archive;
-    std::size_t _totalSize = 0;
+    std::atomic<std::size_t> _totalSize = 0;
 };
 
 }

@@ -1,6 +1,12 @@
 #include "ArchiveWriter.h"
 
+#include <vector>
+
+#include <Corrade/Utility/Format.h>
+
 #include <zip.h>
+
+#include "ArchiveReader.h"
 
 namespace QuorvaneEngine {
 
@@ -13,7 +19,7 @@ constexpr zip_uint16_t FirstDate = (1 << 5) | 1;
 constexpr zip_uint32_t Permissions = 0100644u << 16;
 constexpr zip_uint32_t Level = 6;
 
-bool add(zip_t* const archive, const StagedFile& file) {
+bool add(zip_t* const archive, const StagedFile& file, const bool isStored) {
     zip_source_t* const source = zip_source_buffer(archive, file.bytes.data(), file.bytes.size(), 0);
     if(!source) return false;
     const zip_int64_t index = zip_file_add(archive, file.path.data(), source, ZIP_FL_ENC_UTF_8);
@@ -24,7 +30,7 @@ bool add(zip_t* const archive, const StagedFile& file) {
     const zip_uint64_t entry = zip_uint64_t(index);
     return zip_file_set_dostime(archive, entry, 0, FirstDate, 0) == 0 &&
         zip_file_set_external_attributes(archive, entry, 0, ZIP_OPSYS_UNIX, Permissions) == 0 &&
-        zip_set_file_compression(archive, entry, ZIP_CM_DEFLATE, Level) == 0;
+        zip_set_file_compression(archive, entry, isStored ? ZIP_CM_STORE : ZIP_CM_DEFLATE, Level) == 0;
 }
 
 bool readBack(zip_source_t* const source, Containers::String& bytes) {
@@ -36,14 +42,8 @@ bool readBack(zip_source_t* const source, Containers::String& bytes) {
     return size >= 0 && zip_uint64_t(size) == status.size;
 }
 
-}
-
-bool writeArchive(
-    const Containers::ArrayView<const StagedFile> files, Containers::String& bytes, Containers::String& reason) {
-    if(files.isEmpty()) {
-        reason = "there is nothing to put into the archive"_s;
-        return false;
-    }
+bool make(const Containers::ArrayView<const StagedFile> files, const std::vector<bool>& isStored,
+    Containers::String& bytes, Containers::String& reason) {
     zip_error_t error;
     zip_error_init(&error);
     const auto fail = [&](zip_error_t& why) {
@@ -63,7 +63,7 @@ bool writeArchive(
         return fail(error);
     }
     bool isDone = true;
-    for(const StagedFile& file: files) isDone = isDone && add(archive, file);
+    for(std::size_t i = 0; i != files.size(); ++i) isDone = isDone && add(archive, files[i], isStored[i]);
     if(!isDone || zip_close(archive) != 0) {
         fail(*zip_get_error(archive));
         zip_discard(archive);
@@ -75,6 +75,31 @@ bool writeArchive(
     zip_source_free(source);
     zip_error_fini(&error);
     return isDone;
+}
+
+}
+
+bool writeArchive(
+    const Containers::ArrayView<const StagedFile> files, Containers::String& bytes, Containers::String& reason) {
+    if(files.isEmpty()) {
+        reason = "there is nothing to put into the archive"_s;
+        return false;
+    }
+    std::vector<bool> isStored(files.size());
+    if(!make(files, isStored, bytes, reason)) return false;
+
+    ArchiveDirectory directory;
+    ArchiveRefusal refusal;
+    if(!ArchiveDirectory::read(bytes, directory, refusal)) {
+        reason = Corrade::Utility::format("{}: {}", refusal.entry, refusal.reason);
+        return false;
+    }
+    bool isAgain = false;
+    for(std::size_t i = 0; i != files.size(); ++i) {
+        isStored[i] = ArchiveReader::isPackedTooWell(directory.entries[i].packedSize, files[i].bytes.size());
+        isAgain = isAgain || isStored[i];
+    }
+    return !isAgain || make(files, isStored, bytes, reason);
 }
 
 }

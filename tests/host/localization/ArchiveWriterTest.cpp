@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ArchiveReader.h"
 #include "TestProject.h"
 
 namespace QuorvaneEngine {
@@ -40,6 +41,28 @@ TEST(ArchiveWriter, EntriesHaveTheFirstDateUsualPermissionsAndDeflate) {
     zip_discard(opened);
     // Time 00:00:00 and date 1980-01-01 of the first header.
     EXPECT_EQ(bytes.substr(10, 4), (std::string{"\0\0\x21\0", 4}));
+}
+
+TEST(ArchiveWriter, WhatIsPackedTooWellForTheReaderIsStored) {
+    const std::string blanks(300'000, ' ');
+    const StagedFile files[]{{"de.json", "{}"}, {"fr.json", Containers::String{viewed(blanks)}}};
+    Containers::String bytes, reason;
+    ASSERT_TRUE(writeArchive(files, bytes, reason)) << copied(reason);
+    ArchiveReader reader;
+    ArchiveRefusal refusal;
+    ASSERT_TRUE(reader.open(bytes, refusal));
+    Containers::String read;
+    EXPECT_TRUE(reader.read(1, read, refusal)) << copied(refusal.reason);
+    EXPECT_EQ(read, files[1].bytes);
+    EXPECT_EQ(reader.entries()[1].method, ArchiveDirectory::Stored);
+    EXPECT_EQ(reader.entries()[0].method, ArchiveDirectory::Deflated);
+}
+
+TEST(ArchiveWriter, NamesThatSomeSystemsTakeForOneAreAnError) {
+    const StagedFile files[]{{"de/menu.json", "{}"}, {"de/Menu.json", "{}"}};
+    Containers::String bytes, reason;
+    EXPECT_FALSE(writeArchive(files, bytes, reason));
+    EXPECT_EQ(reason, "de/Menu.json: has the name of another entry");
 }
 
 TEST(ArchiveWriter, NothingIsNoArchive) {
