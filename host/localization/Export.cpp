@@ -11,6 +11,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "../document/FileSystem.h"
+#include "../document/FolderLock.h"
 #include "../document/JsonReader.h"
 #include "ArchiveReader.h"
 #include "ArchiveWriter.h"
@@ -159,6 +160,9 @@ bool fail(FileError& error, const Containers::StringView path, const Containers:
 }
 
 bool Export::toFolder(const Containers::StringView path, LocalizationReport& report, FileError& error) const {
+    FolderLock lock;
+    if(!lockExport(fileSystem, folderName(path), lock, error) || !finishStaged(fileSystem, folderName(path), error))
+        return false;
     Exporting exporting{*this, report};
     const bool isMade = exporting.make([&](const Containers::String& name, Containers::String& bytes) {
         const Containers::String file = Path::join(path, name);
@@ -173,7 +177,7 @@ bool Export::toFolder(const Containers::StringView path, LocalizationReport& rep
     Containers::Array<StagedFile> changed;
     for(std::size_t i = 0; i != exporting.files.size(); ++i)
         if(exporting.isChanged[i]) Containers::arrayAppend(changed, std::move(exporting.files[i]));
-    return putInPlace(fileSystem, path, changed, error);
+    return putInPlace(fileSystem, folderName(path), changed, lock, error);
 }
 
 bool Export::toArchive(const Containers::StringView path, LocalizationReport& report, FileError& error) const {
@@ -208,7 +212,8 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
     if(!writeArchive(exporting.files, file.bytes, reason)) return fail(error, target, reason);
     if(file.bytes == existing) return true;
     file.path = Path::filename(target);
-    return putInPlace(fileSystem, Path::path(target), Containers::arrayView(&file, 1), error);
+    FolderLock lock;
+    return putInPlace(fileSystem, Path::path(target), Containers::arrayView(&file, 1), lock, error);
 }
 
 }
