@@ -1,63 +1,152 @@
 #include "LocalizationReport.h"
 
-#include <Corrade/Containers/GrowableArray.h>
+#include <algorithm>
+#include <utility>
+
 #include <Corrade/Utility/Debug.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 namespace QuorvaneEngine {
 
-using namespace Containers::Literals;
-
 namespace {
 
-std::size_t slot(const UnsignedInt language) { return language < LanguageCount ? language : LanguageCount; }
+struct Outcome {
+    const char* name;
+    UnsignedInt LocalizationReport::Counts::*count;
+    const char* countName;
+};
+
+/* By TermOutcome */
+constexpr Outcome Outcomes[]{
+    {"added", &LocalizationReport::Counts::added, "added"},
+    {"changed", &LocalizationReport::Counts::changed, "changed"},
+    {"unchanged", &LocalizationReport::Counts::unchanged, "unchanged"},
+    {"empty", &LocalizationReport::Counts::empty, "empty"},
+    {"skipped", &LocalizationReport::Counts::skipped, "skipped"},
+    {"notice", &LocalizationReport::Counts::notices, "notices"},
+};
+
+std::size_t slotOf(const UnsignedInt language) { return std::min(language, LanguageCount); }
+
+bool hasLine(const TermOutcome outcome) { return outcome != TermOutcome::Unchanged && outcome != TermOutcome::Empty; }
+
+bool isPrinted(const TermOutcome outcome) { return outcome == TermOutcome::Skipped || outcome == TermOutcome::Notice; }
+
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void writeMember(Writer& writer, const char* const name, const Containers::StringView text) {
+    if(text.isEmpty()) return;
+    writer.Key(name);
+    writer.String(text.data(), rapidjson::SizeType(text.size()));
+}
 
 }
 
+LocalizationReport::LocalizationReport() = default;
+LocalizationReport::~LocalizationReport() = default;
+LocalizationReport::LocalizationReport(LocalizationReport&&) noexcept = default;
+LocalizationReport& LocalizationReport::operator=(LocalizationReport&&) noexcept = default;
+
 void LocalizationReport::add(const UnsignedInt language, const TermOutcome outcome, const Containers::StringView term,
-    const Containers::StringView reason) {
-    Counts& counts = _counts[slot(language)];
-    switch(outcome) {
-    case TermOutcome::Added: ++counts.added; break;
-    case TermOutcome::Changed: ++counts.changed; break;
-    case TermOutcome::Unchanged: ++counts.unchanged; return;
-    case TermOutcome::Empty: ++counts.empty; return;
-    case TermOutcome::Skipped: ++counts.skipped; break;
-    }
-    Containers::arrayAppend(_lines, Line{language, outcome, Containers::String{term}, Containers::String{reason}});
+    const Containers::StringView reason, const Containers::StringView file) {
+    add(language, outcome, hasLine(outcome) ? keep(term) : KeptTerm{{}}, reason, file);
+}
+
+void LocalizationReport::add(const UnsignedInt language, const TermOutcome outcome, const KeptTerm term,
+    const Containers::StringView reason, const Containers::StringView file) {
+    ++(slot(language).*Outcomes[std::size_t(outcome)].count);
+    if(hasLine(outcome))
+        _lines.push_back({language, outcome, term._key, asBefore(reason, &Line::reason), asBefore(file, &Line::file)});
 }
 
 void LocalizationReport::addLanguage(const UnsignedInt language) {
-    for(const UnsignedInt known: _languages)
-        if(known == language) return;
-    Containers::arrayAppend(_languages, language);
+    if(std::find(_languages.begin(), _languages.end(), language) == _languages.end()) _languages.push_back(language);
+}
+
+void LocalizationReport::append(LocalizationReport&& other) {
+    _texts.append(std::move(other._texts));
+    if(_lines.empty()) _lines = std::move(other._lines);
+    else _lines.insert(_lines.end(), other._lines.begin(), other._lines.end());
+    for(const UnsignedInt language: other._languages) addLanguage(language);
+    for(std::size_t i = 0; i != other._counts.size(); ++i)
+        for(const Outcome& outcome: Outcomes) slot(UnsignedInt(i)).*outcome.count += other._counts[i].*outcome.count;
+    other = LocalizationReport{};
 }
 
 LocalizationReport::Counts LocalizationReport::counts(const UnsignedInt language) const {
-    return _counts[slot(language)];
+    return _counts.empty() ? Counts{} : _counts[slotOf(language)];
 }
 
 void LocalizationReport::print(const Containers::StringView function, const std::size_t maxLines) const {
     using Corrade::Utility::Debug;
     using Corrade::Utility::Warning;
 
-    std::size_t skipped = 0;
+    std::size_t count = 0;
     for(const Line& line: _lines) {
-        if(line.outcome != TermOutcome::Skipped || ++skipped > maxLines) continue;
+        if(!isPrinted(line.outcome) || ++count > maxLines) continue;
         Warning warning;
         warning << function << Debug::nospace << ":";
-        if(line.language < LanguageCount) warning << AllLanguages[line.language].code << Debug::nospace << ":";
+        if(!line.file.isEmpty()) warning << line.file << Debug::nospace << ":";
+        else if(line.language < LanguageCount) warning << AllLanguages[line.language].code << Debug::nospace << ":";
         if(!line.term.isEmpty()) warning << line.term << Debug::nospace << ":";
         warning << line.reason;
     }
-    if(skipped > maxLines)
-        Warning{} << function << Debug::nospace << ":" << skipped - maxLines << "more texts were skipped";
+    if(count > maxLines)
+        Warning{} << function << Debug::nospace << ":" << count - maxLines << "more lines are left out";
 
     for(const UnsignedInt language: _languages) {
-        const Counts& counts = _counts[slot(language)];
+        const Counts counts = this->counts(language);
         Debug{} << function << Debug::nospace << ":" << AllLanguages[language].code << Debug::nospace << ":"
                 << counts.added << "added," << counts.changed << "changed," << counts.unchanged << "unchanged,"
                 << counts.empty << "without text," << counts.skipped << "skipped";
     }
+}
+
+Containers::String LocalizationReport::json() const {
+    rapidjson::StringBuffer buffer;
+    Writer writer{buffer};
+    writer.StartObject();
+    writer.Key("languages");
+    writer.StartArray();
+    for(const UnsignedInt language: _languages) {
+        const Counts counts = this->counts(language);
+        writer.StartObject();
+        writeMember(writer, "language", AllLanguages[language].code);
+        writeMember(writer, "name", AllLanguages[language].name);
+        for(const Outcome& outcome: Outcomes) {
+            writer.Key(outcome.countName);
+            writer.Uint(counts.*outcome.count);
+        }
+        writer.EndObject();
+    }
+    writer.EndArray();
+    writer.Key("lines");
+    writer.StartArray();
+    for(const Line& line: _lines) {
+        writer.StartObject();
+        writeMember(writer, "outcome", Outcomes[std::size_t(line.outcome)].name);
+        if(line.language < LanguageCount) writeMember(writer, "language", AllLanguages[line.language].code);
+        writeMember(writer, "term", line.term);
+        writeMember(writer, "reason", line.reason);
+        writeMember(writer, "file", line.file);
+        writer.EndObject();
+    }
+    writer.EndArray();
+    writer.EndObject();
+    return Containers::String{buffer.GetString(), buffer.GetSize()};
+}
+
+Containers::StringView LocalizationReport::asBefore(
+    const Containers::StringView text, Containers::StringView Line::*const part) {
+    // Reasons and files come in runs.
+    if(text.isEmpty()) return {};
+    return !_lines.empty() && _lines.back().*part == text ? _lines.back().*part : _texts.add(text);
+}
+
+LocalizationReport::Counts& LocalizationReport::slot(const UnsignedInt language) {
+    if(_counts.empty()) _counts.resize(LanguageCount + 1);
+    return _counts[slotOf(language)];
 }
 
 }

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/Host.h"
+#include "TextArena.h"
 
 namespace QuorvaneEngine {
 
@@ -16,10 +19,12 @@ enum class TermOutcome {
     /** A term that is not translated yet: changes nothing. */
     Empty,
     /** Not taken over; the line has the reason. */
-    Skipped
+    Skipped,
+    /** Nothing became of it; the line tells what is worth knowing. */
+    Notice
 };
 
-/** What an exchange of terms did, text by text. */
+/** What an exchange of terms did, text by text. Movable; made to be filled with a million lines. */
 class QUORVANE_API LocalizationReport {
 public:
     struct Counts {
@@ -28,43 +33,87 @@ public:
         UnsignedInt unchanged = 0;
         UnsignedInt empty = 0;
         UnsignedInt skipped = 0;
+        UnsignedInt notices = 0;
     };
 
+    /** Views live as long as the report, also where it is moved. */
     struct Line {
         /** Index into @ref AllLanguages , or @ref NoLanguage . */
         UnsignedInt language;
         TermOutcome outcome;
-        /** Empty for a line that is about a file or a language. */
-        Containers::String term;
+        /** As the project has its key; empty for a line that is about a file or a language. */
+        Containers::StringView term;
         /** The end of a sentence; empty where nothing needs a reason. */
-        Containers::String reason;
+        Containers::StringView reason;
+        /** Where it stands, for people; empty where that is no file, or follows from the language alone. */
+        Containers::StringView file;
     };
 
     static constexpr UnsignedInt NoLanguage = ~UnsignedInt{};
 
-    /** Counts a text; unchanged and empty ones get no line. */
-    void add(
-        UnsignedInt language, TermOutcome outcome, Containers::StringView term, Containers::StringView reason = {});
+    LocalizationReport();
+    ~LocalizationReport();
+    LocalizationReport(const LocalizationReport&) = delete;
+    LocalizationReport& operator=(const LocalizationReport&) = delete;
+    LocalizationReport(LocalizationReport&&) noexcept;
+    LocalizationReport& operator=(LocalizationReport&&) noexcept;
+
+    /** Counts a text; unchanged and empty ones get no line. All texts are copied. */
+    void add(UnsignedInt language, TermOutcome outcome, Containers::StringView term, Containers::StringView reason = {},
+        Containers::StringView file = {});
+
+    /** A term that @ref keep() has kept. */
+    class KeptTerm {
+    private:
+        friend class LocalizationReport;
+
+        explicit KeptTerm(const Containers::StringView key): _key{key} {}
+
+        Containers::StringView _key;
+    };
+
+    /** Keeps the key of a term that many lines have, of this report or of others that are appended to it. */
+    KeptTerm keep(Containers::StringView term) { return KeptTerm{_texts.add(term)}; }
+
+    /** Counts a text of such a term. */
+    void add(UnsignedInt language, TermOutcome outcome, KeptTerm term, Containers::StringView reason = {},
+        Containers::StringView file = {});
 
     /** Counts for a language, from which on it is one of @ref languages() . */
     void addLanguage(UnsignedInt language);
 
-    Containers::ArrayView<const Line> lines() const { return _lines; }
+    /** Makes room for so many lines in all. */
+    void reserve(const std::size_t lines) { _lines.reserve(lines); }
+
+    /** Adds what another report has, behind what this one has. The other one is empty then. */
+    void append(LocalizationReport&& other);
+
+    Containers::ArrayView<const Line> lines() const { return {_lines.data(), _lines.size()}; }
 
     /** In the order in which they came. */
-    Containers::ArrayView<const UnsignedInt> languages() const { return _languages; }
+    Containers::ArrayView<const UnsignedInt> languages() const { return {_languages.data(), _languages.size()}; }
 
     Counts counts(UnsignedInt language) const;
 
-    /** Prints a warning for every text that was skipped, no more than @p maxLines of them, and one line per language.
+    /** Prints a warning for every text that was skipped and every notice, no more than @p maxLines of them, and one line per
+        language.
         @param function     what the messages begin with, as "Class::function()" */
     void print(Containers::StringView function, std::size_t maxLines = 100) const;
 
+    /** As one line of JSON: an object with "languages", an array of objects with "language" (BCP 47), "name", "added",
+        "changed", "unchanged", "empty", "skipped" and "notices"; and "lines", an array of objects with "outcome" (one of the
+        names of the counts, "notice" for the last) and, where the line has it, "language", "term", "reason" and "file". */
+    Containers::String json() const;
+
 private:
-    Containers::Array<Line> _lines;
-    Containers::Array<UnsignedInt> _languages;
-    /** One more than there are languages: the last one counts what belongs to none. */
-    Counts _counts[LanguageCount + 1];
+    Containers::StringView asBefore(Containers::StringView text, Containers::StringView Line::*part);
+    Counts& slot(UnsignedInt language);
+
+    TextArena _texts;
+    std::vector<Line> _lines;
+    std::vector<UnsignedInt> _languages;
+    /** Empty until something is counted; one more than there are languages then: the last one is of what belongs to none. */
+    std::vector<Counts> _counts;
 };
 
 }

@@ -1,6 +1,7 @@
 #include "LocalizationReport.h"
 
-#include <memory>
+#include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -12,42 +13,98 @@ namespace QuorvaneEngine {
 using Test::CapturedOutput;
 
 TEST(LocalizationReport, CountsPerLanguageAndKeepsLinesOfWhatIsWorthOne) {
-    const auto report = std::make_unique<LocalizationReport>();
+    LocalizationReport report;
     const UnsignedInt german = UnsignedInt(findLanguage("de"));
-    report->addLanguage(german);
-    report->addLanguage(german);
-    report->add(german, TermOutcome::Added, "a");
-    report->add(german, TermOutcome::Changed, "b");
-    report->add(german, TermOutcome::Unchanged, "c");
-    report->add(german, TermOutcome::Empty, "d");
-    report->add(german, TermOutcome::Skipped, "e", "why");
-    EXPECT_EQ(report->languages().size(), 1u);
-    EXPECT_EQ(report->lines().size(), 3u);
-    const LocalizationReport::Counts counts = report->counts(german);
+    report.addLanguage(german);
+    report.addLanguage(german);
+    report.add(german, TermOutcome::Added, "a");
+    report.add(german, TermOutcome::Changed, "b");
+    report.add(german, TermOutcome::Unchanged, "c");
+    report.add(german, TermOutcome::Empty, "d");
+    report.add(german, TermOutcome::Skipped, "e", "why");
+    report.add(german, TermOutcome::Notice, {}, "by the way", "de/common.json");
+    EXPECT_EQ(report.languages().size(), 1u);
+    EXPECT_EQ(report.lines().size(), 4u);
+    const LocalizationReport::Counts counts = report.counts(german);
     EXPECT_EQ(counts.added, 1u);
     EXPECT_EQ(counts.changed, 1u);
     EXPECT_EQ(counts.unchanged, 1u);
     EXPECT_EQ(counts.empty, 1u);
     EXPECT_EQ(counts.skipped, 1u);
-    EXPECT_EQ(report->counts(0).added, 0u);
-    EXPECT_EQ(report->counts(LocalizationReport::NoLanguage).skipped, 0u);
+    EXPECT_EQ(counts.notices, 1u);
+    EXPECT_EQ(report.counts(0).added, 0u);
+    EXPECT_EQ(report.counts(LocalizationReport::NoLanguage).skipped, 0u);
 }
 
 TEST(LocalizationReport, PrintsWhatWasSkippedAndTheCounts) {
-    const auto report = std::make_unique<LocalizationReport>();
+    LocalizationReport report;
     const UnsignedInt german = UnsignedInt(findLanguage("de"));
-    report->addLanguage(german);
-    report->add(german, TermOutcome::Added, "a");
-    report->add(german, TermOutcome::Skipped, "e", "is not translatable");
-    report->add(LocalizationReport::NoLanguage, TermOutcome::Skipped, {}, "x.json: no language has the code x");
-    report->add(LocalizationReport::NoLanguage, TermOutcome::Skipped, "f", "third");
+    report.addLanguage(german);
+    report.add(german, TermOutcome::Added, "a");
+    report.add(german, TermOutcome::Skipped, "e", "is not translatable");
+    report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, {}, "x.json: no language has the code x");
+    report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, "f", "third");
+    report.add(german, TermOutcome::Notice, "g", "is of version 3", "de/common.json");
     const CapturedOutput output;
-    report->print("Tools::run()", 2);
+    report.print("Tools::run()", 2);
     EXPECT_EQ(output.warning(),
         "Tools::run(): de: e: is not translatable\n"
         "Tools::run(): x.json: no language has the code x\n"
-        "Tools::run(): 1 more texts were skipped\n");
+        "Tools::run(): 2 more lines are left out\n");
     EXPECT_EQ(output.debug(), "Tools::run(): de: 1 added, 0 changed, 0 unchanged, 0 without text, 1 skipped\n");
+}
+
+TEST(LocalizationReport, LineNamesItsFileInPlaceOfItsLanguage) {
+    LocalizationReport report;
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    report.add(german, TermOutcome::Notice, "common:a", "is of version 3", "de/common.json");
+    const CapturedOutput output;
+    report.print("Tools::run()");
+    EXPECT_EQ(output.warning(), "Tools::run(): de/common.json: common:a: is of version 3\n");
+}
+
+TEST(LocalizationReport, AppendedReportIsAsIfAllHadComeIntoOne) {
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    const UnsignedInt french = UnsignedInt(findLanguage("fr"));
+    const auto fill = [&](LocalizationReport& report, const UnsignedInt language, const std::string& prefix) {
+        report.addLanguage(language);
+        for(int i = 0; i != 1000; ++i) {
+            const std::string key = prefix + std::to_string(i);
+            report.add(language, TermOutcome(i % 6), {key.data(), key.size()}, i % 2 ? "why" : "", "a.json");
+        }
+    };
+    LocalizationReport one, other, all;
+    fill(one, german, "g");
+    fill(other, french, "f");
+    fill(all, german, "g");
+    fill(all, french, "f");
+    one.append(std::move(other));
+    LocalizationReport moved{std::move(one)};
+    LocalizationReport into;
+    into.append(std::move(moved));
+    EXPECT_EQ(into.json(), all.json());
+    EXPECT_EQ(into.lines().size(), all.lines().size());
+    // A report that was taken over begins anew.
+    EXPECT_EQ(other.lines().size(), 0u);
+    EXPECT_EQ(other.counts(french).added, 0u);
+    fill(other, french, "f");
+    EXPECT_EQ(other.counts(french).added, all.counts(french).added);
+}
+
+TEST(LocalizationReport, JsonHasCountsAndLines) {
+    LocalizationReport report;
+    EXPECT_EQ(report.json(), R"({"languages":[],"lines":[]})");
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    report.addLanguage(german);
+    report.add(german, TermOutcome::Added, "a \"b\"");
+    report.add(german, TermOutcome::Unchanged, "c");
+    report.add(german, TermOutcome::Skipped, "d", "no term has this key", "de.json");
+    report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, "is passed over", "xx.json");
+    EXPECT_EQ(report.json(),
+        R"({"languages":[{"language":"de","name":"German","added":1,"changed":0,"unchanged":1,"empty":0,"skipped":1,)"
+        R"("notices":0}],"lines":[{"outcome":"added","language":"de","term":"a \"b\""},)"
+        R"({"outcome":"skipped","language":"de","term":"d","reason":"no term has this key","file":"de.json"},)"
+        R"({"outcome":"notice","reason":"is passed over","file":"xx.json"}]})");
 }
 
 }
