@@ -98,6 +98,7 @@ void EditorSession::takeOver(rapidjson::Document&& document) {
     if(_changes.isGroupOpen()) _changes.commit();
     _changes.reset(_project);
     _project.replace(std::move(document));
+    _editor.lastRun.reset();
     markSaved();
     registerHandlers();
 }

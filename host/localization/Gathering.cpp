@@ -5,8 +5,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/StringView.h>
-#include <Corrade/Utility/Debug.h>
 #include <rapidjson/document.h>
 
 #include "JsonPath.h"
@@ -52,7 +52,7 @@ void appendWords(std::string& key, const Containers::StringView name) {
 
 class Gatherer {
 public:
-    explicit Gatherer(QuorvaneEditor& editor): _edit{editor} {
+    Gatherer(QuorvaneEditor& editor, LocalizationReport& report): _edit{editor}, _report{report} {
         const rapidjson::Value* const terms = editor.project().root()["localization"_s]["terms"_s].value();
         if(!terms || !terms->IsObject()) return;
         for(const auto& term: terms->GetObject()) {
@@ -78,7 +78,7 @@ public:
     }
 
     std::size_t count() const { return _count; }
-    void push() { _edit.push(); }
+    Int push() { return _edit.push(); }
 
 private:
     struct Level {
@@ -132,10 +132,12 @@ private:
         term.AddMember("sourceText", _edit.text({text.path.data(), text.path.size()}), _edit.allocator());
         term.AddMember("translatable", rapidjson::Value{true}, _edit.allocator());
         ++_count;
+        _report.add(LocalizationReport::NoLanguage, TermOutcome::Added, {key.data(), key.size()});
         return _edit.set({"localization"_s, "terms"_s, {key.data(), key.size()}}, std::move(term));
     }
 
     ProjectEdit _edit;
+    LocalizationReport& _report;
     std::unordered_set<std::string> _keys;
     std::unordered_set<std::string> _sources;
     std::size_t _count = 0;
@@ -143,15 +145,16 @@ private:
 
 }
 
-std::size_t gatherTerms(QuorvaneEditor& editor) {
+std::size_t gatherTerms(QuorvaneEditor& editor, LocalizationRun& run, const bool isDryRun) {
     const rapidjson::Value* const objects = editor.project().root()["objects"_s].value();
     if(!objects || !objects->IsObject()) return 0;
-    Gatherer gatherer{editor};
+    Gatherer gatherer{editor, run.report};
     if(!gatherer.gather(*objects)) {
-        Corrade::Utility::Warning{} << "LocalizationTools::gatherStrings(): /localization/terms: is no object";
+        run.report = LocalizationReport{};
+        Containers::arrayAppend(run.refusals, "project.json: /localization/terms: is no object"_s);
         return 0;
     }
-    gatherer.push();
+    if(!isDryRun) run.group = gatherer.push();
     return gatherer.count();
 }
 

@@ -264,13 +264,14 @@ bool Import::compare(LocalizationReport& report) {
     return true;
 }
 
-void Import::apply(Containers::Array<UnsignedInt>& languages) {
-    _data->edit.push();
+Int Import::apply(Containers::Array<UnsignedInt>& languages) {
+    const Int group = _data->edit.push();
     for(const LanguageTexts& one: _data->texts) {
         bool isKnown = false;
         for(const UnsignedInt language: languages) isKnown = isKnown || language == one.language;
         if(!isKnown) Containers::arrayAppend(languages, one.language);
     }
+    return group;
 }
 
 }

@@ -41,8 +41,9 @@ public:
     bool compare(LocalizationReport& report);
 
     /** Changes the project, as one group; nothing where all is as it was.
-        @param languages    those that the files brought are appended */
-    void apply(Containers::Array<UnsignedInt>& languages);
+        @param languages    those that the files brought are appended
+        @return the group of the changes, -1 where there was nothing to change */
+    Int apply(Containers::Array<UnsignedInt>& languages);
 
 private:
     struct Data;

@@ -1,5 +1,8 @@
 #include "QuorvaneEditor/LocalizationTools.h"
 
+#include <utility>
+
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
@@ -10,7 +13,7 @@
 #include "Export.h"
 #include "Gathering.h"
 #include "Import.h"
-#include "LocalizationReport.h"
+#include "LastRun.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
 
@@ -42,22 +45,33 @@ Containers::String absolutePath(const Containers::StringView function, const Con
     return {};
 }
 
+/** Tells what came of a run, and keeps it for who wants to see more. */
+void finish(const Containers::StringView function, QuorvaneEditor& editor, LocalizationRun&& run) {
+    for(const Containers::String& refusal: run.refusals) warn(function, refusal);
+    if(run.refusals.isEmpty()) run.report.print(function);
+    setLastRun(editor, std::move(run));
+}
+
 template <class Write>
 void exportWith(const Containers::StringView function, QuorvaneEditor& editor,
     const Containers::ArrayView<const UnsignedInt> languages, const UnsignedInt defaultLanguage,
     const Containers::StringView path, const LocalizationFormat format, Write&& write) {
     const Containers::String target = absolutePath(function, path, defaultLanguage, format);
     if(target.isEmpty()) return;
-    LocalizationReport report;
+    LocalizationRun run{LocalizationRun::Kind::Export, target, {}, {}};
     FileError error;
-    if(write(Export{editor.project(), FileSystem::disk(), languages, defaultLanguage}, target, report, error))
-        report.print(function);
-    else warn(function, Corrade::Utility::format("{}: {}", error.path, error.reason));
+    if(!write(Export{editor.project(), FileSystem::disk(), languages, defaultLanguage}, target, run.report, error))
+        Containers::arrayAppend(run.refusals, Corrade::Utility::format("{}: {}", error.path, error.reason));
+    finish(function, editor, std::move(run));
 }
 
 }
 
-void gatherStrings(QuorvaneEditor& editor) { gatherTerms(editor); }
+void gatherStrings(QuorvaneEditor& editor) {
+    LocalizationRun run{LocalizationRun::Kind::Gathering, {}, {}, {}};
+    gatherTerms(editor, run);
+    finish("LocalizationTools::gatherStrings()"_s, editor, std::move(run));
+}
 
 void exportTerms(QuorvaneEditor& editor, const Containers::ArrayView<const UnsignedInt> languages,
     const UnsignedInt defaultLanguage, const Containers::StringView path, const LocalizationFormat format) {
@@ -80,14 +94,11 @@ void importTerms(QuorvaneEditor& editor, Containers::Array<UnsignedInt>& languag
     constexpr Containers::StringView function = "LocalizationTools::importTerms()"_s;
     const Containers::String source = absolutePath(function, path, defaultLanguage, format);
     if(source.isEmpty()) return;
+    LocalizationRun run{LocalizationRun::Kind::Import, source, {}, {}};
     Import import{editor, defaultLanguage};
-    LocalizationReport report;
-    if(!import.read(FileSystem::disk(), source) || !import.compare(report)) {
-        for(const Containers::String& refusal: import.refusals()) warn(function, refusal);
-        return;
-    }
-    import.apply(languages);
-    report.print(function);
+    if(import.read(FileSystem::disk(), source) && import.compare(run.report)) run.group = import.apply(languages);
+    for(const Containers::String& refusal: import.refusals()) Containers::arrayAppend(run.refusals, refusal);
+    finish(function, editor, std::move(run));
 }
 
 }

@@ -44,5 +44,6 @@ class Ui;
 class ValueAccess;
 struct Change;
 struct Language;
+struct LocalizationRun;
 
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Path.h>
 
@@ -7,8 +9,8 @@
 
 namespace QuorvaneEngine {
 
-/** What belongs to the open project, gathered in one place for views and tools. Owns nothing: the host does, and what stands
-    here outlives every view. */
+/** What belongs to the open project, gathered in one place for views and tools. Of the parts it
+    owns none: the host does, and what stands here outlives every view. */
 class QuorvaneEditor {
 public:
     /** @param projectPath  the project's folder, absolute, with forward slashes; not copied
@@ -30,6 +32,9 @@ public:
 
     /** Set when a load of the window layout has been scheduled; never cleared by a view. */
     bool layoutLoadScheduled = false;
+
+    /** What the localization tools did last in the open project; null before the first run. */
+    std::shared_ptr<const LocalizationRun> lastRun;
 
 private:
     ProjectFile* _project;
