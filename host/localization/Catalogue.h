@@ -1,25 +1,40 @@
 #pragma once
 
-#include <unordered_map>
+#include <map>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
 
+#include "../document/HashIndex.h"
 #include "QuorvaneEditor/Host.h"
-#include "Utils/StrHash.h"
+#include "TextArena.h"
 
 namespace QuorvaneEngine {
 
-/** One text of a catalogue. */
+/** A text or a value of a catalogue. The views live as long as the catalogue, also where it is moved. */
 struct CatalogueEntry {
-    /** Canonical key; see @ref TermKey . */
-    Containers::String key;
+    /** Canonical key in the file, without namespace; see @ref TermKey . */
+    Containers::StringView key;
 
-    /** Empty for a term that is not translated. */
-    Containers::String text;
+    /** Empty for a term that is not translated, and beside a value. */
+    Containers::StringView text;
+
+    /** What stands in the place of a text and is none: a number, a bool, an empty object or an empty array. Null for a text. */
+    const rapidjson::Value* value = nullptr;
 };
 
-/** The texts of one language, as they stand in one exchanged file: in the file's order, each key once. */
+/** Something that people should know about a file, which is read nevertheless. */
+struct CatalogueNotice {
+    /** Canonical key in the file; empty for the file as a whole. */
+    Containers::String key;
+
+    /** The end of a sentence: no capital letter, no full stop. */
+    Containers::String reason;
+};
+
+/** What one exchanged file holds: the texts of one language in one namespace, and the values among them, in the file's order,
+    each key once. */
 class QUORVANE_API Catalogue {
 public:
     Catalogue();
@@ -34,14 +49,63 @@ public:
         @return false, with nothing changed, where the key is there already */
     bool add(Containers::StringView key, Containers::StringView text);
 
+    /** Appends a copy of a value.
+        @param key      canonical
+        @param value    of the types that @ref CatalogueEntry::value has
+        @return false, with nothing changed, where the key is there already */
+    bool addValue(Containers::StringView key, const rapidjson::Value& value);
+
     Containers::ArrayView<const CatalogueEntry> entries() const { return _entries; }
 
-    /** The index among @ref entries(), -1 where there is no such key. */
+    /** The index among @ref entries(), -1 where there is no such key. The first call takes time for all of them, and no other thread
+        may use the catalogue meanwhile. */
     Int find(Containers::StringView key) const;
 
+    /** A number as the file has it, such as "1.50"; empty for what is no number, or came without a file.
+        @param entry    index among @ref entries() */
+    Containers::StringView spelling(std::size_t entry) const;
+
+    /** Whether the file has the shape of a flat one: every value at the root is no container, and at least one key has a ".", a ":"
+        or a blank. */
+    bool isFlat() const;
+
+    /** Keeps the bytes of a file, which entries may refer to. */
+    Containers::StringView keepFile(Containers::String&& bytes);
+
+    /** What @ref readI18Next() noticed. */
+    Containers::ArrayView<const CatalogueNotice> notices() const { return _notices; }
+
+    /** @param key  canonical, or empty; both are copied */
+    void addNotice(Containers::StringView key, Containers::StringView reason);
+
 private:
+    friend class CatalogueBuilder;
+
+    struct Spelling {
+        /** Index among @ref entries() . */
+        UnsignedInt entry;
+        Containers::StringView text;
+    };
+
+    using ValueMemory = rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>;
+
+    void append(Containers::StringView key, Containers::StringView text, const rapidjson::Value* value);
+    const rapidjson::Value& copy(const rapidjson::Value& value);
+    void updateIndex() const;
+
+    /** The bytes of a file, in which texts and numbers stay where they stand; decoded ones are among the texts. */
+    Containers::String _file;
+    TextArena _texts;
+    Containers::Pointer<ValueMemory> _values;
     Containers::Array<CatalogueEntry> _entries;
-    std::unordered_map<Containers::String, Int, StrHash, StrEq> _indices;
+    /** Of numbers, by entries. */
+    Containers::Array<Spelling> _spellings;
+    Containers::Array<CatalogueNotice> _notices;
+    /** Of the first entries, as many as have been asked for. */
+    mutable HashIndex _index;
+    mutable std::size_t _indexed = 0;
+    /** Those for which the index has no room, by malice. */
+    mutable std::map<Containers::StringView, Int> _crowded;
 };
 
 }

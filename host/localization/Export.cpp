@@ -9,6 +9,7 @@
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
+#include <rapidjson/document.h>
 
 #include "../document/FileSystem.h"
 #include "../document/FolderLock.h"
@@ -32,6 +33,14 @@ using namespace Containers::Literals;
 namespace {
 
 namespace Path = Corrade::Utility::Path;
+
+/** What stands in the place of a text. */
+Containers::StringView reasonOf(const rapidjson::Value& value) {
+    return value.IsNumber() ? "is a number and no text"_s
+        : value.IsBool()    ? "is true or false and no text"_s
+        : value.IsArray()   ? "is an empty array"_s
+                            : "is an empty object"_s;
+}
 
 /** Terms as they are exported to every language. */
 struct Exported {
@@ -112,16 +121,24 @@ private:
             if(!text.isEmpty()) catalogue.add(_exported.terms.canonicalKey(i), text);
         }
         compare(language, catalogue, existing);
-        return writeI18Next(catalogue, hasOrder ? &existing : nullptr);
+
+        TermTree tree;
+        std::vector<Containers::StringView> texts;
+        for(const CatalogueEntry& entry: catalogue.entries()) {
+            Int other = -1;
+            tree.insert(entry.key, Int(texts.size()), other);
+            texts.push_back(entry.text);
+        }
+        return writeI18Next(tree, {{texts.data(), texts.size()}, {}}, hasOrder ? &existing : nullptr);
     }
 
     bool readOrder(const UnsignedInt language, const Containers::StringView bytes, Catalogue& existing) {
-        Containers::Array<LeftOut> leftOut;
         JsonError error;
-        if(readI18Next(bytes, existing, leftOut, error)) {
-            for(const LeftOut& one: leftOut)
-                _report.add(language, TermOutcome::Skipped, one.key,
-                    Corrade::Utility::format("{}, and is no longer in the file", one.reason));
+        if(readI18Next(Containers::String{bytes}, existing, error)) {
+            for(const CatalogueEntry& entry: existing.entries())
+                if(entry.value)
+                    _report.add(language, TermOutcome::Skipped, entry.key,
+                        Corrade::Utility::format("{}, and is no longer in the file", reasonOf(*entry.value)));
             return true;
         }
         _report.add(language, TermOutcome::Skipped, {},

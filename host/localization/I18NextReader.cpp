@@ -1,12 +1,18 @@
 #include "I18NextReader.h"
 
+#include <algorithm>
+#include <charconv>
 #include <string>
+#include <system_error>
+#include <utility>
 
 #include <Corrade/Containers/GrowableArray.h>
 #include <rapidjson/document.h>
 
 #include "../document/JsonReader.h"
+#include "../document/JsonScanner.h"
 #include "Catalogue.h"
+#include "I18NextVersion3.h"
 #include "TermKey.h"
 
 namespace QuorvaneEngine {
@@ -15,75 +21,179 @@ using namespace Containers::Literals;
 
 namespace {
 
-struct Walk {
-    Catalogue& catalogue;
-    Containers::Array<LeftOut>& leftOut;
-    std::string path;
-    bool isTooLong = false;
+/** Keys repeat the names that lie around them. All of them may be so many times as long as the file, and these bytes more. */
+constexpr std::size_t MaxKeyRatio = 16;
+constexpr std::size_t MinKeyRoom = 65536;
 
-    Containers::StringView key() const { return {path.data(), path.size()}; }
+bool isBlank(const char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-    // As deep as files are nested, which the JSON reader limits.
-    void members(const rapidjson::Value& object, const bool isRoot) {
-        const std::size_t size = path.size();
-        for(const auto& member: object.GetObject()) {
-            if(!isRoot) path += '.';
-            append(TermKey::memberSegment({member.name.GetString(), member.name.GetStringLength()}));
-            value(member.value);
-            path.resize(size);
+}
+
+/** Fills a catalogue with what its own file holds. */
+class CatalogueBuilder {
+public:
+    /** @param catalogue    has its file */
+    explicit CatalogueBuilder(Catalogue& catalogue)
+        : _catalogue{catalogue},
+          _file{catalogue._file},
+          _scanner{_file},
+          _keyRoom{_file.size() * MaxKeyRatio + MinKeyRoom} {}
+
+    /** @return false where the file is refused: for what it is not, with a reason, or for a text that is wrong, without */
+    bool run() {
+        for(;;) {
+            const JsonToken token = _scanner.next();
+            if(token == JsonToken::End) return true;
+            if(token == JsonToken::Wrong || !take(token)) return false;
         }
     }
 
-    void elements(const rapidjson::Value& array) {
-        if(array.Size() > rapidjson::SizeType(TermKey::MaxElements)) {
-            isTooLong = true;
-            return;
+    /** Why the file is refused, and where, in bytes from the beginning. */
+    Containers::StringView reason;
+    std::size_t offset = 0;
+
+private:
+    static constexpr int NoElements = -1;
+
+    struct Level {
+        /** Of the path to the container. */
+        std::size_t pathSize;
+        /** Index of the next element, or @ref NoElements . */
+        int element;
+    };
+
+    static bool isDropped(const Containers::StringView name) {
+        if(name.size() != 9 && name.size() != 11) return false;
+        return name == "__proto__"_s || name == "constructor"_s || name == "prototype"_s;
+    }
+
+    static rapidjson::Value numberOf(const Containers::StringView text) {
+        const bool isInteger = !text.contains('.') && !text.contains('e') && !text.contains('E');
+        std::int64_t integer;
+        std::uint64_t large;
+        // There is no integer -0.
+        if(isInteger && text != "-0"_s) {
+            if(std::from_chars(text.begin(), text.end(), integer).ec == std::errc{}) return rapidjson::Value{integer};
+            if(std::from_chars(text.begin(), text.end(), large).ec == std::errc{}) return rapidjson::Value{large};
         }
-        const std::size_t size = path.size();
-        Int index = 0;
-        for(const rapidjson::Value& element: array.GetArray()) {
-            path += '.';
-            append(TermKey::elementSegment(index++));
-            value(element);
-            path.resize(size);
+        double number = 0.0;
+        std::from_chars(text.begin(), text.end(), number);
+        return rapidjson::Value{number};
+    }
+
+    bool take(const JsonToken token) {
+        switch(token) {
+        case JsonToken::ObjectBegin: return beginObject();
+        case JsonToken::ObjectEnd: return endContainer(rapidjson::kObjectType);
+        case JsonToken::ArrayBegin: return beginArray();
+        case JsonToken::ArrayEnd: return endContainer(rapidjson::kArrayType);
+        case JsonToken::Name: return name(_scanner.text());
+        case JsonToken::Text: return begin() && append(text(), nullptr);
+        case JsonToken::Null: return begin() && append({}, nullptr);
+        case JsonToken::Number: return number(_scanner.text());
+        default: return begin() && append({}, &_catalogue.copy(rapidjson::Value{token == JsonToken::True}));
         }
     }
 
-    void value(const rapidjson::Value& value) {
-        if(value.IsString()) catalogue.add(key(), {value.GetString(), value.GetStringLength()});
-        else if(value.IsNull()) catalogue.add(key(), {});
-        else if(value.IsObject() && !value.ObjectEmpty()) members(value, false);
-        else if(value.IsArray() && !value.Empty()) elements(value);
-        else
-            skip(value.IsNumber()     ? "is a number and no text"_s
-                    : value.IsBool()  ? "is true or false and no text"_s
-                    : value.IsArray() ? "is an empty array"_s
-                                      : "is an empty object"_s);
+    bool name(const Containers::StringView name) {
+        Level& level = _levels.back();
+        _path.resize(level.pathSize);
+        if(_levels.size() > 1) _path += '.';
+        TermKey::appendSegment(_path, name);
+        if(!isDropped(name)) return true;
+        if(!takeKeyRoom()) return false;
+        _catalogue.addNotice(path(), "is dropped by the i18next library"_s);
+        return true;
     }
 
-    void append(const Containers::StringView segment) { path.append(segment.data(), segment.size()); }
-
-    void skip(const Containers::StringView reason) {
-        Containers::arrayAppend(leftOut, LeftOut{Containers::String{key()}, Containers::String{reason}});
+    bool number(const Containers::StringView text) {
+        if(!begin()) return false;
+        const Catalogue::Spelling spelling{UnsignedInt(_catalogue._entries.size()), text};
+        Containers::arrayAppend(_catalogue._spellings, spelling);
+        return append({}, &_catalogue.copy(numberOf(text)));
     }
+
+    bool beginObject() {
+        if(!_levels.isEmpty() && !begin()) return false;
+        Containers::arrayAppend(_levels, Level{_path.size(), NoElements});
+        return true;
+    }
+
+    bool beginArray() {
+        if(!begin()) return false;
+        Containers::arrayAppend(_levels, Level{_path.size(), 0});
+        return true;
+    }
+
+    bool endContainer(const rapidjson::Type type) {
+        _path.resize(_levels.back().pathSize);
+        Containers::arrayRemoveSuffix(_levels);
+        return _scanner.count() != 0 || _levels.isEmpty() || append({}, &_catalogue.copy(rapidjson::Value{type}));
+    }
+
+    /** What the scanner decoded goes with it. */
+    Containers::StringView text() {
+        return _scanner.isInPlace() ? _scanner.text() : _catalogue._texts.add(_scanner.text());
+    }
+
+    Containers::StringView path() const { return {_path.data(), _path.size()}; }
+
+    /** Makes the path that of the value which stands here, in an object by @ref name() . */
+    bool begin() {
+        if(_levels.isEmpty()) {
+            const char* const text = JsonReader::withoutMark(_file).begin();
+            const char* const value = std::find_if_not(text, _file.end(), isBlank);
+            return stop("the file holds no object"_s, std::size_t(value - _file.begin()));
+        }
+        Level& level = _levels.back();
+        if(level.element == NoElements) return true;
+        if(level.element == TermKey::MaxElements) return stop("an array has too many elements"_s, _scanner.offset());
+        char digits[16];
+        const char* const end = std::to_chars(digits, digits + sizeof(digits), level.element++).ptr;
+        _path.resize(level.pathSize);
+        _path.append(".[").append(digits, std::size_t(end - digits)) += ']';
+        return true;
+    }
+
+    bool append(const Containers::StringView text, const rapidjson::Value* const value) {
+        if(!takeKeyRoom()) return false;
+        _catalogue.append(_catalogue._texts.add(path()), text, value);
+        return true;
+    }
+
+    bool takeKeyRoom() {
+        if(_path.size() > _keyRoom) return stop("too many keys repeat long names around them"_s, _scanner.offset());
+        _keyRoom -= _path.size();
+        return true;
+    }
+
+    bool stop(const Containers::StringView why, const std::size_t where) {
+        reason = why;
+        offset = where;
+        return false;
+    }
+
+    Catalogue& _catalogue;
+    Containers::StringView _file;
+    JsonScanner _scanner;
+    /** How many bytes may still become keys. */
+    std::size_t _keyRoom;
+    std::string _path;
+    Containers::Array<Level> _levels;
 };
 
-bool refuse(JsonError& error, const Containers::StringView reason) {
-    error.line = error.column = 1;
-    error.reason = reason;
+bool readI18Next(Containers::String bytes, Catalogue& catalogue, JsonError& error) {
+    const Containers::StringView file = catalogue.keepFile(std::move(bytes));
+    CatalogueBuilder builder{catalogue};
+    if(builder.run()) {
+        noticeVersion3(catalogue);
+        return true;
+    }
+    const Containers::StringView text = JsonReader::withoutMark(file);
+    if(builder.reason.isEmpty()) JsonReader::findError(file, error);
+    else if(JsonReader::check(text, error))
+        error = JsonReader::errorAt(text, builder.offset - (file.size() - text.size()), builder.reason);
     return false;
-}
-
-}
-
-bool readI18Next(
-    const Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut, JsonError& error) {
-    rapidjson::Document document;
-    if(!JsonReader::read(bytes, document, error)) return false;
-    if(!document.IsObject()) return refuse(error, "the file holds no object"_s);
-    Walk walk{catalogue, leftOut, {}};
-    walk.members(document, true);
-    return !walk.isTooLong || refuse(error, "an array has too many elements"_s);
 }
 
 }

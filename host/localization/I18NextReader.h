@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
-#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
@@ -12,26 +9,21 @@ namespace QuorvaneEngine {
 class Catalogue;
 struct JsonError;
 
-/** A value of a file that was not taken over. */
-struct LeftOut {
-    /** Canonical key; see @ref TermKey . */
-    Containers::String key;
+/** Reads one file of i18next JSON v4 into a catalogue, in its order. A byte order mark is accepted; null counts as no text; a value
+    that is no text is kept as it is. Keys are canonical and nested as the file is: a name with a dot in it is one segment, whatever
+    the shape of the file (see @ref Catalogue::isFlat() ).
 
-    /** The end of a sentence: no capital letter, no full stop. */
-    Containers::String reason;
-};
+    Refused is what @ref JsonReader::read() refuses, a file that holds no object, one with an array of more than
+    @ref TermKey::MaxElements elements, and one whose keys, which repeat the names that lie around them, would together be more than
+    16 times as long as the file and 64 KiB more.
 
-/** Reads one file of i18next JSON v4 into a catalogue, in its order. A byte order mark is accepted; null counts as no text; values
-    that are no text are left out.
+    Noticed, and kept as they are, are names that the i18next library drops ("__proto__", "constructor", "prototype") and plural
+    forms as version 3 of the format has them, once for the whole file.
 
-    Refused is what @ref JsonReader::read() refuses, a file that holds no object, and one with an array of more than
-    @ref TermKey::MaxElements elements.
-    @param bytes        the whole file
-    @param catalogue    empty; receives the texts
-    @param leftOut      appended to
-    @param error        set on failure
-    @return whether the file was accepted; a refused one may leave part of its texts in @p catalogue */
-QUORVANE_API bool readI18Next(
-    Containers::StringView bytes, Catalogue& catalogue, Containers::Array<LeftOut>& leftOut, JsonError& error);
+    @param bytes        all of the file; the catalogue keeps them
+    @param catalogue    must be empty; is of no use on failure
+    @param error        set on failure: line and column are of the place in the file
+    @return whether the file was read */
+QUORVANE_API bool readI18Next(Containers::String bytes, Catalogue& catalogue, JsonError& error);
 
 }

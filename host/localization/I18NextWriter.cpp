@@ -1,121 +1,154 @@
 #include "I18NextWriter.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 #include <vector>
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
+#include <rapidjson/document.h>
 
+#include "../document/JsonText.h"
 #include "Catalogue.h"
+#include "FileOrder.h"
+#include "JsonOutput.h"
 #include "TermKey.h"
 #include "TermTree.h"
 
 namespace QuorvaneEngine {
 
+using namespace Containers::Literals;
+
 namespace {
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
+class Writing {
+public:
+    Writing(const TermTree& tree, const TermTexts& texts, const Catalogue* const file)
+        : _tree{tree}, _texts{texts}, _order{tree, file} {
+        if(file) findNumbers(*file);
+    }
 
-void writeText(Writer& writer, const Containers::StringView text) {
-    writer.String(text.isEmpty() ? "" : text.data(), rapidjson::SizeType(text.size()));
-}
+    Containers::String run() {
+        if(!members(TermTree::Root, 0)) _out.put("{}"_s);
+        _out.put('\n');
+        return _out.take();
+    }
 
-/** The children of a node in the order that they are written in. */
-std::vector<UnsignedInt> orderedChildren(
-    const TermTree& tree, const UnsignedInt node, const TermTree& existing, const UnsignedInt existingNode) {
-    std::vector<UnsignedInt> kept;
-    if(existingNode != TermTree::None)
-        for(UnsignedInt i = existing.node(existingNode).firstChild; i != TermTree::None; i = existing.node(i).next) {
-            const UnsignedInt child = tree.child(node, existing.node(i).segment);
-            if(child != TermTree::None) kept.push_back(child);
+private:
+    /** A number in the file that is there already. */
+    struct Number {
+        Int term;
+        const rapidjson::Value* value;
+        Containers::StringView spelling;
+        bool operator<(const Number& other) const { return term < other.term; }
+    };
+
+    void findNumbers(const Catalogue& file) {
+        for(std::size_t i = 0; i != file.entries().size(); ++i) {
+            const CatalogueEntry& entry = file.entries()[i];
+            if(!entry.value || !entry.value->IsNumber()) continue;
+            UnsignedInt node = TermTree::Root;
+            for(Containers::StringView rest = entry.key; node != TermTree::None && rest.data();)
+                node = _tree.child(node, TermKey::takeSegment(rest, rest));
+            if(node != TermTree::None) _numbers.push_back({_tree.node(node).term, entry.value, file.spelling(i)});
         }
-
-    // A run of new children follows the old one that it stands behind in the tree; -1 for those before all old ones.
-    std::vector<UnsignedInt> ordered;
-    std::vector<std::vector<UnsignedInt>> runs(kept.size() + 1);
-    std::vector<std::pair<UnsignedInt, std::size_t>> places;
-    for(std::size_t i = 0; i != kept.size(); ++i) places.emplace_back(kept[i], i + 1);
-    std::sort(places.begin(), places.end());
-    std::size_t run = 0;
-    for(UnsignedInt i = tree.node(node).firstChild; i != TermTree::None; i = tree.node(i).next) {
-        const auto place = std::lower_bound(places.begin(), places.end(), std::pair{i, std::size_t{}});
-        if(place != places.end() && place->first == i) run = place->second;
-        else runs[run].push_back(i);
+        std::sort(_numbers.begin(), _numbers.end());
     }
-    ordered = std::move(runs[0]);
-    for(std::size_t i = 0; i != kept.size(); ++i) {
-        ordered.push_back(kept[i]);
-        ordered.insert(ordered.end(), runs[i + 1].begin(), runs[i + 1].end());
-    }
-    return ordered;
-}
 
-struct Nesting {
-    const Catalogue& catalogue;
-    const TermTree& tree;
-    const TermTree& existing;
-    Writer& writer;
-
+    /** Writes what is at and below a node; false, and any part of it may be written, where there is nothing. */
     // As deep as keys have segments, which the tree limits.
-    void write(const UnsignedInt node, const UnsignedInt existingNode) {
-        if(tree.node(node).term != -1) writeText(writer, catalogue.entries()[std::size_t(tree.node(node).term)].text);
-        else if(tree.node(node).isArray) writeElements(node, existingNode);
-        else writeMembers(node, existingNode);
+    bool write(const UnsignedInt index, const std::size_t depth) {
+        const TermTree::Node& node = _tree.node(index);
+        if(node.term != -1) return leaf(node.term);
+        return node.isArray ? elements(index, depth) : members(index, depth);
     }
 
-    void writeMembers(const UnsignedInt node, const UnsignedInt existingNode) {
-        writer.StartObject();
-        for(const UnsignedInt child: orderedChildren(tree, node, existing, existingNode)) {
-            const Containers::StringView segment = tree.node(child).segment;
-            const Containers::String name = TermKey::memberName(segment);
-            writer.Key(name.data(), rapidjson::SizeType(name.size()));
-            write(child, counterpart(existingNode, segment));
+    bool leaf(const Int term) {
+        const std::size_t index = std::size_t(term);
+        if(index < _texts.values.size() && _texts.values[index]) value(term, *_texts.values[index]);
+        else if(index < _texts.texts.size() && !_texts.texts[index].isEmpty()) _out.putString(_texts.texts[index]);
+        else return false;
+        return true;
+    }
+
+    void value(const Int term, const rapidjson::Value& value) {
+        const auto number = std::lower_bound(_numbers.begin(), _numbers.end(), Number{term, nullptr, {}});
+        const bool isThere =
+            number != _numbers.end() && number->term == term && value.IsNumber() && *number->value == value;
+        if(isThere && !number->spelling.isEmpty()) return _out.put(number->spelling);
+        std::string text;
+        appendJson(text, value);
+        _out.put({text.data(), text.size()});
+    }
+
+    bool members(const UnsignedInt index, const std::size_t depth) {
+        bool isEmpty = true;
+        const auto write = [&](const UnsignedInt child) {
+            const std::size_t size = _out.size();
+            _out.put(isEmpty ? '{' : ',');
+            _out.putNewLine(depth + 1);
+            const TermTree::Node& node = _tree.node(child);
+            if(node.isPlain) _out.putString(node.segment);
+            else _out.putString(TermKey::memberName(node.segment));
+            _out.put(": "_s);
+            if(this->write(child, depth + 1)) isEmpty = false;
+            else _out.truncate(size);
+        };
+
+        if(_order.isTrees())
+            for(UnsignedInt i = _tree.node(index).firstChild; i != TermTree::None; i = _tree.node(i).next) write(i);
+        else {
+            const std::size_t begin = _siblings.size();
+            for(UnsignedInt i = _tree.node(index).firstChild; i != TermTree::None; i = _tree.node(i).next)
+                _siblings.push_back(i);
+            const std::size_t end = _siblings.size();
+            _order.sort(_siblings.data() + begin, end - begin);
+            for(std::size_t i = begin; i != end; ++i) write(_siblings[i]);
+            _siblings.resize(begin);
         }
-        writer.EndObject();
+        if(!isEmpty) close('}', depth);
+        return !isEmpty;
     }
 
-    void writeElements(const UnsignedInt node, const UnsignedInt existingNode) {
-        std::vector<std::pair<Int, UnsignedInt>> elements;
-        for(UnsignedInt i = tree.node(node).firstChild; i != TermTree::None; i = tree.node(i).next)
-            elements.emplace_back(TermKey::elementIndex(tree.node(i).segment), i);
-        std::sort(elements.begin(), elements.end());
+    bool elements(const UnsignedInt index, const std::size_t depth) {
+        std::vector<std::pair<Int, UnsignedInt>> children;
+        for(UnsignedInt i = _tree.node(index).firstChild; i != TermTree::None; i = _tree.node(i).next)
+            children.emplace_back(TermKey::elementIndex(_tree.node(i).segment), i);
+        std::sort(children.begin(), children.end());
 
-        writer.StartArray();
         Int next = 0;
-        for(const auto& [index, child]: elements) {
-            for(; next < index; ++next) writer.Null();
-            write(child, counterpart(existingNode, tree.node(child).segment));
-            ++next;
+        for(const auto& [element, child]: children) {
+            const std::size_t size = _out.size();
+            for(Int i = next; i <= element; ++i) {
+                _out.put(i == 0 ? '[' : ',');
+                _out.putNewLine(depth + 1);
+                if(i != element) _out.put("null"_s);
+            }
+            if(write(child, depth + 1)) next = element + 1;
+            else _out.truncate(size);
         }
-        writer.EndArray();
+        if(next != 0) close(']', depth);
+        return next != 0;
     }
 
-    UnsignedInt counterpart(const UnsignedInt existingNode, const Containers::StringView segment) const {
-        return existingNode == TermTree::None ? existingNode : existing.child(existingNode, segment);
+    void close(const char bracket, const std::size_t depth) {
+        _out.putNewLine(depth);
+        _out.put(bracket);
     }
+
+    const TermTree& _tree;
+    const TermTexts& _texts;
+    FileOrder _order;
+    /** By terms. */
+    std::vector<Number> _numbers;
+    /** Of all branches that are being written, the innermost last. */
+    std::vector<UnsignedInt> _siblings;
+    JsonOutput _out;
 };
 
-void insertAll(TermTree& tree, const Catalogue& catalogue, const bool withoutText) {
-    Int other = -1;
-    for(std::size_t i = 0; i != catalogue.entries().size(); ++i)
-        if(withoutText || !catalogue.entries()[i].text.isEmpty())
-            tree.insert(catalogue.entries()[i].key, Int(i), other);
 }
 
-}
-
-Containers::String writeI18Next(const Catalogue& catalogue, const Catalogue* const order) {
-    TermTree tree;
-    insertAll(tree, catalogue, false);
-    TermTree existing;
-    if(order) insertAll(existing, *order, true);
-
-    rapidjson::StringBuffer buffer;
-    Writer writer{buffer};
-    writer.SetIndent(' ', 2);
-    Nesting{catalogue, tree, existing, writer}.write(TermTree::Root, TermTree::Root);
-    buffer.Put('\n');
-    return Containers::String{buffer.GetString(), buffer.GetSize()};
+Containers::String writeI18Next(const TermTree& tree, const TermTexts& texts, const Catalogue* const order) {
+    return Writing{tree, texts, order}.run();
 }
 
 }

@@ -36,8 +36,15 @@ namespace {
 struct LanguageTexts {
     UnsignedInt language;
     Catalogue catalogue;
-    Containers::Array<LeftOut> leftOut;
 };
+
+/** What stands in the place of a text. */
+Containers::StringView reasonOf(const rapidjson::Value& value) {
+    return value.IsNumber() ? "is a number and no text"_s
+        : value.IsBool()    ? "is true or false and no text"_s
+        : value.IsArray()   ? "is an empty array"_s
+                            : "is an empty object"_s;
+}
 
 /** Sets a text member of an object, in its place where there is one. */
 void setMember(rapidjson::Value& object, const char* const name, rapidjson::Value&& text,
@@ -58,6 +65,7 @@ public:
 
     void compareSources(const LanguageTexts& texts) {
         for(const CatalogueEntry& entry: texts.catalogue.entries()) {
+            if(entry.value) continue;
             const Int index = _terms.find(entry.key);
             if(entry.text.isEmpty()) _report.add(texts.language, TermOutcome::Empty, entry.key);
             else if(index == -1) makeTerm(texts.language, entry);
@@ -69,6 +77,7 @@ public:
         const Containers::StringView code = AllLanguages[texts.language].code;
         rapidjson::Value* const translations = translationsOf(_project, code);
         for(const CatalogueEntry& entry: texts.catalogue.entries()) {
+            if(entry.value) continue;
             if(entry.text.isEmpty()) {
                 _report.add(texts.language, TermOutcome::Empty, entry.key);
                 continue;
@@ -235,13 +244,12 @@ bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
     Containers::Array<TermFile> files;
     if(!readTermFiles(fileSystem, path, files, _data->passedOver, _data->refusals)) return false;
     for(TermFile& file: files) {
-        LanguageTexts one{file.language, {}, {}};
+        LanguageTexts one{file.language, {}};
         JsonError error;
-        if(!readI18Next(file.bytes, one.catalogue, one.leftOut, error)) {
+        if(!readI18Next(std::move(file.bytes), one.catalogue, error)) {
             _data->refuse(format("{}:{}:{}: {}", file.name, error.line, error.column, error.reason));
             continue;
         }
-        file.bytes = {};
         const auto place = one.language == _data->defaultLanguage ? _data->texts.begin() : _data->texts.end();
         _data->texts.insert(place, std::move(one));
     }
@@ -259,7 +267,10 @@ bool Import::compare(LocalizationReport& report) {
         report.addLanguage(texts.language);
         if(texts.language == _data->defaultLanguage) comparison.compareSources(texts);
         else comparison.compareTranslations(texts);
-        for(const LeftOut& one: texts.leftOut) report.add(texts.language, TermOutcome::Skipped, one.key, one.reason);
+        for(const CatalogueEntry& entry: texts.catalogue.entries())
+            if(entry.value) report.add(texts.language, TermOutcome::Skipped, entry.key, reasonOf(*entry.value));
+        for(const CatalogueNotice& notice: texts.catalogue.notices())
+            report.add(texts.language, TermOutcome::Notice, notice.key, notice.reason);
     }
     return true;
 }

@@ -4,6 +4,9 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include "Catalogue.h"
 #include "JsonReader.h"
@@ -13,16 +16,20 @@ namespace QuorvaneEngine {
 
 namespace {
 
-/** "key=text" of every entry, then "key: reason" of what was left out, or "line:column: reason" of a refusal. */
+/** "key=text" and "key:=value" of every entry, then "key: reason" of notices, or "line:column: reason" of a refusal. */
 std::vector<std::string> read(const std::string& bytes) {
     Catalogue catalogue;
-    Containers::Array<LeftOut> leftOut;
     JsonError error;
-    if(!readI18Next(viewed(bytes), catalogue, leftOut, error))
+    if(!readI18Next(viewed(bytes), catalogue, error))
         return {std::to_string(error.line) + ':' + std::to_string(error.column) + ": " + copied(error.reason)};
     std::vector<std::string> lines;
-    for(const CatalogueEntry& entry: catalogue.entries()) lines.push_back(copied(entry.key) + '=' + copied(entry.text));
-    for(const LeftOut& one: leftOut) lines.push_back(copied(one.key) + ": " + copied(one.reason));
+    for(const CatalogueEntry& entry: catalogue.entries()) {
+        rapidjson::StringBuffer value;
+        rapidjson::Writer<rapidjson::StringBuffer> writer{value};
+        if(entry.value) entry.value->Accept(writer);
+        lines.push_back(copied(entry.key) + (entry.value ? ":=" : "=") + copied(entry.text) + value.GetString());
+    }
+    for(const CatalogueNotice& one: catalogue.notices()) lines.push_back(copied(one.key) + ": " + copied(one.reason));
     return lines;
 }
 
@@ -47,20 +54,30 @@ TEST(I18NextReader, ElementsOfArraysAreNumbered) {
 
 TEST(I18NextReader, NullIsNoText) { EXPECT_EQ(read(R"({"a": null, "b": ""})"), (Lines{"a=", "b="})); }
 
-TEST(I18NextReader, WhatIsNoTextIsLeftOutWithItsReason) {
-    EXPECT_EQ(read(R"({"n": 1.5e3, "t": true, "f": false, "o": {}, "l": {"a": []}, "x": "X"})"),
-        (Lines{"x=X", "n: is a number and no text", "t: is true or false and no text",
-            "f: is true or false and no text", "o: is an empty object", "l.a: is an empty array"}));
+TEST(I18NextReader, WhatIsNoTextIsKeptInItsPlace) {
+    EXPECT_EQ(read(R"({"n": 1.5, "t": true, "f": false, "o": {}, "l": {"a": []}, "x": "X", "list": [-2, [], {}]})"),
+        (Lines{"n:=1.5", "t:=true", "f:=false", "o:={}", "l.a:=[]", "x=X", "list.[0]:=-2", "list.[1]:=[]",
+            "list.[2]:={}"}));
+}
+
+TEST(I18NextReader, NamesThatTheLibraryDropsAreKeptAndNoticed) {
+    EXPECT_EQ(read(R"({"__proto__": {"a": "x"}, "b": {"constructor": "y", "prototype": ""}, "proto": "z"})"),
+        (Lines{"__proto__.a=x", "b.constructor=y", "b.prototype=", "proto=z",
+            "__proto__: is dropped by the i18next library", "b.constructor: is dropped by the i18next library",
+            "b.prototype: is dropped by the i18next library"}));
 }
 
 TEST(I18NextReader, EmptyObjectHasNoTexts) { EXPECT_EQ(read("{}"), Lines{}); }
 
-TEST(I18NextReader, ByteOrderMarkIsAccepted) { EXPECT_EQ(read("\xef\xbb\xbf{\"a\": \"ä\"}"), Lines{"a=ä"}); }
+TEST(I18NextReader, ByteOrderMarkIsAccepted) {
+    EXPECT_EQ(read("\xef\xbb\xbf{\"a\": \"ä\"}"), Lines{"a=ä"});
+    EXPECT_EQ(read("\xef\xbb\xbf\xef\xbb\xbf{}"), Lines{"1:1: this is no value"});
+    EXPECT_EQ(read("\xef\xbb\xbf []"), Lines{"1:2: the file holds no object"});
+}
 
 TEST(I18NextReader, KeysMayHoldAnything) {
-    EXPECT_EQ(
-        read(R"({"": "empty", "123": "number", "a/b": "slash", "~": "tilde", "__proto__": "p", "\u0000": "zero"})"),
-        (Lines{"=empty", "123=number", "a/b=slash", "~=tilde", "__proto__=p", "%00=zero"}));
+    EXPECT_EQ(read(R"({"": "empty", "123": "number", "a/b": "slash", "~": "tilde", "\u0000": "zero"})"),
+        (Lines{"=empty", "123=number", "a/b=slash", "~=tilde", "%00=zero"}));
     const std::string key(10240, 'k');
     EXPECT_EQ(read("{\"" + key + "\": \"x\"}"), Lines{key + "=x"});
 }
@@ -104,7 +121,22 @@ TEST(I18NextReader, ArrayBeyondTheLimitIsRefused) {
     std::string bytes = "{\"a\": [\"0\"";
     for(int i = 1; i != 65536; ++i) bytes += ",\"x\"";
     EXPECT_EQ(read(bytes + "]}").size(), 65536u);
-    EXPECT_EQ(read(bytes + ",\"x\"]}"), Lines{"1:1: an array has too many elements"});
+    EXPECT_EQ(read(bytes + ",\n\"x\"]}"), Lines{"2:4: an array has too many elements"});
+    EXPECT_EQ(read(bytes + ",\nnull]}").size(), 1u);
+}
+
+TEST(I18NextReader, KeysThatRepeatLongNamesMoreThanAnyFileDoesAreRefused) {
+    // Each of the inner keys repeats the outer name.
+    const auto file = [](const std::size_t count) {
+        std::string bytes = "{\"" + std::string(5000, 'n') + "\": {\"0\": \"x\"";
+        for(std::size_t i = 1; i != count; ++i) bytes += ", \"" + std::to_string(i) + "\": \"x\"";
+        return bytes + "}}";
+    };
+    EXPECT_EQ(read(file(20)).size(), 20u);
+    EXPECT_EQ(read(file(2000)), Lines{"1:6203: too many keys repeat long names around them"});
+    std::string dropped = file(10);
+    for(int i = 0; i != 12; ++i) dropped = "{\"constructor\": " + dropped + '}';
+    EXPECT_EQ(read(dropped).size(), 22u);
 }
 
 TEST(I18NextReader, FileCutAtAnyByteIsRefused) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+class Catalogue;
+
+/** Adds a notice, one for the whole file, where a catalogue has plural forms as version 3 of i18next JSON names them: `key_plural`
+    beside `key`, and the complete sets `key_0`, `key_1`, ... of languages with other forms. As lists are numbered in the same way,
+    sets are only taken for forms in a file where one of them holds `{{count}}`. Nothing else changes. */
+QUORVANE_API void noticeVersion3(Catalogue& catalogue);
+
+}
