@@ -18,6 +18,7 @@
 #include "LocalizationReport.h"
 #include "ProjectEdit.h"
 #include "ProjectTerms.h"
+#include "ProjectTranslations.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
@@ -25,6 +26,8 @@
 #include "TermConflicts.h"
 #include "TermFiles.h"
 #include "TermSource.h"
+#include "TextArena.h"
+#include "Utils/StrHash.h"
 
 namespace QuorvaneEngine {
 
@@ -66,7 +69,7 @@ public:
     void compareSources(const LanguageTexts& texts) {
         for(const CatalogueEntry& entry: texts.catalogue.entries()) {
             if(entry.value) continue;
-            const Int index = _terms.find(entry.key);
+            const Int index = _terms.find(0, entry.key);
             if(entry.text.isEmpty()) _report.add(texts.language, TermOutcome::Empty, entry.key);
             else if(index == -1) makeTerm(texts.language, entry);
             else changeSource(texts.language, _terms.terms()[std::size_t(index)], entry);
@@ -75,25 +78,32 @@ public:
 
     void compareTranslations(const LanguageTexts& texts) {
         const Containers::StringView code = AllLanguages[texts.language].code;
-        rapidjson::Value* const translations = translationsOf(_project, code);
+        const ProjectTranslations translations{_project.document(), _terms, code};
         for(const CatalogueEntry& entry: texts.catalogue.entries()) {
             if(entry.value) continue;
             if(entry.text.isEmpty()) {
                 _report.add(texts.language, TermOutcome::Empty, entry.key);
                 continue;
             }
-            const Int index = _terms.find(entry.key);
+            const Int index = _terms.find(0, entry.key);
             const auto made = index == -1 ? _made.find(entry.key) : _made.end();
+            const Int form = index == -1 && made == _made.end() ? translations.findOther(projectKey(entry.key)) : -1;
+            if(form != -1) {
+                const ProjectTranslations::Other& other = translations.others()[std::size_t(form)];
+                translate(texts.language, other.translation, other.key, {}, entry.text);
+                continue;
+            }
             if(index == -1 && made == _made.end()) {
                 _report.add(texts.language, TermOutcome::Skipped, entry.key, "no term has this key"_s);
                 continue;
             }
             if(index == -1) {
-                translate(texts.language, nullptr, entry.key, made->second, entry.text);
+                translate(texts.language, {}, projectKey(entry.key), made->second, entry.text);
                 continue;
             }
             const ProjectTerm& term = _terms.terms()[std::size_t(index)];
-            if(term.isTranslatable) translate(texts.language, translations, term.key, sourceOf(term), entry.text);
+            if(term.isTranslatable)
+                translate(texts.language, translations[std::size_t(index)], term.key, sourceOf(term), entry.text);
             else _report.add(texts.language, TermOutcome::Skipped, term.key, "is not translatable"_s);
         }
     }
@@ -104,7 +114,7 @@ private:
             _tree.emplace();
             Int other = -1;
             for(std::size_t i = 0; i != _terms.terms().size(); ++i)
-                _tree->insert(_terms.canonicalKey(i), Int(i), other);
+                if(_terms.terms()[i].nameSpace == 0) _tree->insert(_terms.terms()[i].fileKey, Int(i), other);
         }
         Int other = -1;
         const TermConflict conflict = _tree->insert(entry.key, Int(_terms.terms().size()), other);
@@ -114,11 +124,12 @@ private:
                 describe(conflict, isOld ? _terms.terms()[std::size_t(other)].key : "a new term"_s));
             return;
         }
+        const Containers::StringView key = projectKey(entry.key);
         rapidjson::Value term{rapidjson::kObjectType};
-        term.AddMember("sourceText", _edit.text(TermSource::stringsPath(entry.key)), _edit.allocator());
+        term.AddMember("sourceText", _edit.text(TermSource::stringsPath(key)), _edit.allocator());
         term.AddMember("translatable", rapidjson::Value{true}, _edit.allocator());
-        _edit.set({"localization"_s, "terms"_s, entry.key}, std::move(term));
-        _edit.setText({"localization"_s, "strings"_s, entry.key}, entry.text);
+        _edit.set({"localization"_s, "terms"_s, key}, std::move(term));
+        _edit.setText({"localization"_s, "strings"_s, key}, entry.text);
         _made.emplace(entry.key, entry.text);
         _report.add(language, TermOutcome::Added, entry.key);
     }
@@ -149,15 +160,14 @@ private:
         return found == _sources.end() ? term.source : Containers::StringView{found->second};
     }
 
-    void translate(const UnsignedInt language, rapidjson::Value* const translations, const Containers::StringView key,
+    void translate(const UnsignedInt language, const ProjectTranslation& translation, const Containers::StringView key,
         const Containers::StringView source, const Containers::StringView text) {
-        const Containers::StringView before = translatedText(_project, translations, key);
+        const Containers::StringView before = translation.text();
         if(before == text) {
             _report.add(language, TermOutcome::Unchanged, key);
             return;
         }
-        const rapidjson::Value* const existing =
-            translations && translations->IsObject() ? _project.member(*translations, key) : nullptr;
+        const rapidjson::Value* const existing = translation.value;
         rapidjson::Value entry{rapidjson::kObjectType};
         if(existing && existing->IsObject()) entry.CopyFrom(*existing, _edit.allocator());
         setMember(entry, "text", _edit.text(text), _edit.allocator());
@@ -167,10 +177,16 @@ private:
         _report.add(language, before.isEmpty() ? TermOutcome::Added : TermOutcome::Changed, key);
     }
 
+    /** The key that a new term has in the project. */
+    Containers::StringView projectKey(const Containers::StringView fileKey) {
+        return _terms.projectKey(0, fileKey, _memory);
+    }
+
     ProjectFile& _project;
     ProjectEdit& _edit;
     LocalizationReport& _report;
     ProjectTerms _terms;
+    TextArena _memory;
     /** All keys as files nest them; only asked where there are new ones. */
     Containers::Pointer<TermTree> _tree;
     /** New terms with their texts. */

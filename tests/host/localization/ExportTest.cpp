@@ -1,12 +1,15 @@
 #include "Export.h"
 
-#include <memory>
-
 #include <sys/stat.h>
 
+#include <Corrade/Utility/Path.h>
+
+#include "ArchiveReader.h"
 #include "Exchange.h"
 #include "FileSystem.h"
 #include "LocalizationReport.h"
+#include "Progress.h"
+#include "PseudoLocale.h"
 #include "TestArchive.h"
 #include "support/CapturedOutput.h"
 
@@ -48,6 +51,31 @@ TEST(Export, MakesItsFolder) {
     EXPECT_EQ(folder.read("a/b/de/translation.json"), German);
 }
 
+TEST(Export, MakesItsFolderHoweverItsPathEnds) {
+    TestProject project{Doors};
+    for(const char* const end: {"/", "/.", "//", "/./", "/.//"}) {
+        TestFolder folder;
+        exportTo(project, {"de"}, folder / "new" + end);
+        EXPECT_EQ(folder.read("new/de/translation.json"), German) << end;
+        exportCompressedTo(project, {"de"}, folder / "packed" + end);
+        EXPECT_TRUE(folder.files().contains("packed/localization.zip")) << end;
+    }
+}
+
+TEST(Export, TheEditorsProposalIsTakenByAProjectThatHasNoSuchFolder) {
+    TestProject project{Doors};
+    TestFolder folder;
+    const Containers::String proposed =
+        Corrade::Utility::Path::join(Corrade::Utility::Path::join(viewed(folder.path), "i18n"), "");
+    ASSERT_TRUE(proposed.hasSuffix('/'));
+    const CapturedOutput output;
+    exportTo(project, {"en", "de", "ja"}, copied(proposed));
+    EXPECT_EQ(output.warning(), "");
+    Files expected{{"i18n/", ""}};
+    for(const auto& [name, bytes]: Exported) expected["i18n/" + name] = bytes;
+    EXPECT_EQ(folder.files(), expected);
+}
+
 TEST(Export, OverAnUnchangedExportNoFileIsWritten) {
     TestProject project{Doors};
     TestFolder folder;
@@ -69,6 +97,17 @@ TEST(Export, OverAnUnchangedExportNoFileIsWritten) {
     exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
     EXPECT_EQ(stamps(), before);
     EXPECT_EQ(folder.files(), files);
+}
+
+TEST(Export, WhatAnEarlierExportLeftHalfDoneIsFinishedBeforeFilesAreCompared) {
+    TestProject project{Doors};
+    TestFolder folder;
+    exportTo(project, {"en", "de"}, folder.path);
+    folder.write(".localization-export/0.new", "{}\n");
+    folder.write(".localization-export/journal", "quorvane-journal 1\ncomplete\nreplace de/translation.json\nend\n");
+    exportTo(project, {"en", "de"}, folder.path);
+    EXPECT_EQ(folder.files(),
+        (Files{{"en/", ""}, {"en/translation.json", English}, {"de/", ""}, {"de/translation.json", German}}));
 }
 
 TEST(Export, OrderOfTheExistingFileIsKept) {
@@ -135,16 +174,16 @@ INSTANTIATE_TEST_SUITE_P(Paths, ExportsThatAreRefused,
 TEST(Export, ConflictsAreReportedAndTheFirstTermStays) {
     TestProject project{R"({"a": "A", "localization": {"terms": {
         "menu": {"sourceText": "a", "translatable": true}, "menu.file": {"sourceText": "a", "translatable": true},
-        "x:": {"sourceText": "a", "translatable": true}, "x%3A": {"sourceText": "a", "translatable": true},
+        "x: ": {"sourceText": "a", "translatable": true}, "x%3A ": {"sourceText": "a", "translatable": true},
         "[0]": {"sourceText": "a", "translatable": true}, "gone": {"sourceText": "/b", "translatable": true}}}})"};
     TestFolder folder;
     const CapturedOutput output;
     exportTo(project, {"en"}, folder.path);
-    EXPECT_EQ(folder.read("en/translation.json"), "{\n  \"menu\": \"A\",\n  \"x:\": \"A\"\n}\n");
+    EXPECT_EQ(folder.read("en/translation.json"), "{\n  \"menu\": \"A\",\n  \"x: \": \"A\"\n}\n");
     EXPECT_EQ(output.warning(),
         "LocalizationTools::exportTerms(): menu.file: cannot stand beside menu: one is a text, and the other lies "
         "below it\n"
-        "LocalizationTools::exportTerms(): x%3A: has the same place in a file as x:\n"
+        "LocalizationTools::exportTerms(): x%3A : has the same place in a file as x: \n"
         "LocalizationTools::exportTerms(): [0]: is an element, and a file holds no array\n"
         "LocalizationTools::exportTerms(): en: gone: its source is gone\n");
 }
@@ -153,27 +192,107 @@ TEST(Export, WhatLeavesAFileIsReported) {
     TestProject project{Doors};
     TestFolder folder;
     folder.write("en/translation.json", R"({"old": "x", "n": 1})");
-    folder.write("de/translation.json", "{broken");
     const CapturedOutput output;
     exportTo(project, {"en", "de"}, folder.path);
     EXPECT_EQ(folder.read("en/translation.json"), English);
     EXPECT_EQ(folder.read("de/translation.json"), German);
-    EXPECT_NE(output.warning().find("exportTerms(): en: n: is a number and no text, and is no longer in the file\n"),
-        std::string::npos);
-    EXPECT_NE(output.warning().find("exportTerms(): en: old: no term has this key, and it is no longer in the file\n"),
-        std::string::npos);
-    EXPECT_NE(output.warning().find("exportTerms(): de: the file that was there is replaced, its order is lost: 1:2: "),
-        std::string::npos);
+    const std::string prefix = "LocalizationTools::exportTerms(): ";
+    EXPECT_EQ(output.warning(),
+        prefix + "en/translation.json: old: no term has this key, and it is no longer in the file\n" + prefix +
+            "en/translation.json: n: no term has this key, and it is no longer in the file\n");
 }
 
-TEST(Export, WhatLeavesAnArchiveIsReported) {
+TEST(Export, AFileThatIsNoCatalogueIsNotReplacedNorIsAnyOther) {
     TestProject project{Doors};
     TestFolder folder;
-    exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
+    folder.write("en/translation.json", "{}");
+    folder.write("de/translation.json", "{\n<<<<<<< HEAD\n  \"door\": {}\n=======\n}\n");
+    folder.write(
+        "x.zip", TestArchive{{{"de/translation.json", "{\n<<<<<<< HEAD\n"}, {"en/translation.json", "{}"}}}.make());
+    const Files before = folder.files();
     const CapturedOutput output;
-    exportCompressedTo(project, {"en"}, folder / "x.zip");
+    exportTo(project, {"en", "de"}, folder.path);
+    exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
+    const std::string place = "/de/translation.json:2:1: the name of a member is missing, and is not replaced\n";
     EXPECT_EQ(output.warning(),
-        "LocalizationTools::exportTermsCompressed(): de/translation.json: is no longer in the archive\n");
+        "LocalizationTools::exportTerms(): " + folder.path + place +
+            "LocalizationTools::exportTermsCompressed(): " + folder / "x.zip" + place);
+    EXPECT_EQ(folder.files(), before);
+
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
+    LocalizationReport report;
+    FileError error;
+    EXPECT_FALSE((Export{project.project(), FileSystem::disk(), languages, FallbackLanguage, {true, false}}.toFolder(
+        viewed(folder.path), report, error)));
+}
+
+TEST(Export, APipeIsNeitherReadNorReplaced) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("de/other", "");
+    ASSERT_EQ(mkfifo((folder / "de/translation.json").c_str(), 0600), 0);
+    const CapturedOutput output;
+    exportTo(project, {"de"}, folder.path);
+    EXPECT_EQ(
+        output.warning(), "LocalizationTools::exportTerms(): " + folder / "de/translation.json" + ": is no file\n");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "de/translation.json"));
+}
+
+TEST(Export, AnEmptyFileCountsAsNone) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("de/translation.json", "");
+    const CapturedOutput output;
+    exportTo(project, {"de"}, folder.path);
+    EXPECT_EQ(folder.read("de/translation.json"), German);
+    EXPECT_EQ(output.warning(), "");
+}
+
+TEST(Export, WhatElseAnArchiveHoldsStaysInItAtItsPlace) {
+    TestProject project{Doors};
+    TestFolder folder;
+    const std::string photo{"\x89PNG\r\n\x1a\n\0", 9};
+    folder.write("x.zip",
+        TestArchive{{{"read me.txt", "Hello"}, {"en/translation.json", English}, {"empty/", ""},
+                        {"de/translation.json", "{\"door\": {\"hint\": \"alt\"}}"}, {"a/photo.png", photo}}}
+            .make());
+    const CapturedOutput output;
+    exportCompressedTo(project, {"ja", "de"}, folder / "x.zip");
+    EXPECT_EQ(output.warning(), "");
+
+    const std::string archive = folder.read("x.zip");
+    ArchiveReader reader;
+    ArchiveRefusal refusal;
+    ASSERT_TRUE(reader.open(viewed(archive), refusal));
+    std::vector<std::pair<std::string, std::string>> found;
+    for(std::size_t i = 0; i != reader.entries().size(); ++i) {
+        Containers::String bytes;
+        ASSERT_TRUE(reader.read(i, bytes, refusal));
+        found.emplace_back(copied(reader.entries()[i].name), copied(bytes));
+    }
+    EXPECT_EQ(found,
+        (std::vector<std::pair<std::string, std::string>>{{"read me.txt", "Hello"}, {"en/translation.json", English},
+            {"de/translation.json", German}, {"a/photo.png", photo}, {"ja/translation.json", "{}\n"}}));
+
+    const Files before = folder.files();
+    exportCompressedTo(project, {"en"}, folder / "x.zip");
+    exportCompressedTo(project, {"de"}, folder / "x.zip");
+    EXPECT_EQ(folder.files(), before);
+}
+
+TEST(Export, AnArchiveWithAnythingThatCannotBeReadIsNotReplaced) {
+    TestProject project{Doors};
+    TestFolder folder;
+    TestArchive archive{{{"de/translation.json", "{}"}, {"photo.png", "x"}}};
+    archive.entries[1].crcLie = 1;
+    folder.write("x.zip", archive.make());
+    const Files before = folder.files();
+    const CapturedOutput output;
+    exportCompressedTo(project, {"de"}, folder / "x.zip");
+    EXPECT_EQ(output.warning(),
+        "LocalizationTools::exportTermsCompressed(): " + folder / "x.zip" +
+            ": photo.png: is damaged: CRC error, and the archive is not replaced\n");
+    EXPECT_EQ(folder.files(), before);
 }
 
 TEST(Export, LanguageThatIsListedTwiceIsWrittenOnce) {
@@ -212,13 +331,108 @@ TEST(Export, ReportComparesWithTheFilesThatWereThere) {
     TestFolder folder;
     folder.write("en/translation.json", R"({"door": {"text": "Open", "hint": "other"}})");
     const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
-    const auto report = std::make_unique<LocalizationReport>();
+    LocalizationReport report;
     FileError error;
     EXPECT_TRUE((Export{project.project(), FileSystem::disk(), languages, FallbackLanguage}.toFolder(
-        viewed(folder.path), *report, error)));
-    EXPECT_EQ(report->counts(languages[0]).unchanged, 1u);
-    EXPECT_EQ(report->counts(languages[0]).changed, 1u);
-    EXPECT_EQ(report->counts(languages[1]).added, 1u);
+        viewed(folder.path), report, error)));
+    EXPECT_EQ(report.counts(languages[0]).unchanged, 1u);
+    EXPECT_EQ(report.counts(languages[0]).changed, 1u);
+    EXPECT_EQ(report.counts(languages[1]).added, 1u);
+}
+
+TEST(Export, TextThatTheProjectDoesNotHaveIsReportedWhereItLeavesAFile) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("de/translation.json", R"({"door": {"text": "Öffnen", "hint": "Klopfen"}, "name": "Spiel"})");
+    const CapturedOutput output;
+    exportTo(project, {"de"}, folder.path);
+    const std::string prefix = "LocalizationTools::exportTerms(): de/translation.json: ";
+    EXPECT_EQ(output.warning(),
+        prefix + "door.text: the project has no text here, and it is no longer in the file\n" + prefix +
+            "name: is not translatable, and it is no longer in the file\n");
+}
+
+TEST(Export, FileWhoseTermsAreNoLongerTranslatableLosesThem) {
+    TestProject project{R"({"x": "X", "localization": {"terms": {"a": {"sourceText": "x", "translatable": true},
+        "menu:b": {"sourceText": "x", "translatable": false}}}})"};
+    TestFolder folder;
+    folder.write("en/menu.json", R"({"b": "X"})");
+    folder.write("en/other.json", R"({"c": "C"})");
+    const CapturedOutput output;
+    exportTo(project, {"en", "de"}, folder.path);
+    EXPECT_EQ(folder.files(),
+        (Files{{"en/", ""}, {"en/menu.json", "{}\n"}, {"en/other.json", R"({"c": "C"})"},
+            {"en/translation.json", "{\n  \"a\": \"X\"\n}\n"}, {"de/", ""}, {"de/translation.json", "{}\n"}}));
+    EXPECT_EQ(output.warning(),
+        "LocalizationTools::exportTerms(): en/menu.json: menu:b: is not translatable, and it is no longer in the "
+        "file\n");
+}
+
+TEST(Export, DryRunReportsTheSameAndWritesNothing) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("en/translation.json", R"({"door": {"text": "Other"}})");
+    const Files before = folder.files();
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
+    FileError error;
+    LocalizationReport dry, wet;
+    const Export dryRun{project.project(), FileSystem::disk(), languages, FallbackLanguage, {true, false}};
+    EXPECT_TRUE(dryRun.toFolder(viewed(folder.path), dry, error));
+    EXPECT_TRUE(dryRun.toFolder(viewed(folder / "new"), dry, error));
+    EXPECT_TRUE(dryRun.toArchive(viewed(folder / "x.zip"), dry, error));
+    EXPECT_EQ(folder.files(), before);
+
+    const Export real{project.project(), FileSystem::disk(), languages, FallbackLanguage};
+    EXPECT_TRUE(real.toFolder(viewed(folder.path), wet, error));
+    EXPECT_TRUE(real.toFolder(viewed(folder / "new"), wet, error));
+    EXPECT_TRUE(real.toArchive(viewed(folder / "x.zip"), wet, error));
+    EXPECT_EQ(copied(dry.json()), copied(wet.json()));
+}
+
+TEST(Export, PseudoLocaleStandsBesideTheLanguages) {
+    TestProject project{Doors};
+    TestFolder folder;
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
+    FileError error;
+    LocalizationReport report;
+    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
+    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_EQ(folder.read("en-XA/translation.json"),
+        "{\n  \"door\": {\n    \"text\": \"" + copied(PseudoLocale::text("Open")) + "\",\n    \"hint\": \"" +
+            copied(PseudoLocale::text("Knock")) + "\"\n  }\n}\n");
+    EXPECT_EQ(report.languages().size(), 1u);
+    EXPECT_EQ(report.counts(LocalizationReport::NoLanguage).notices, 1u);
+    const Files before = folder.files();
+    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_EQ(folder.files(), before);
+}
+
+TEST(Export, CancelledWritesNothing) {
+    TestProject project{Doors};
+    TestFolder folder;
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
+    Progress progress;
+    progress.isCancelled = true;
+    FileError error;
+    LocalizationReport report;
+    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {}, &progress};
+    EXPECT_FALSE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_TRUE(error.path.isEmpty());
+    EXPECT_EQ(folder.files(), Files{});
+    progress.isCancelled = false;
+    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_EQ(progress.done, 2u);
+    EXPECT_EQ(progress.total, 2u);
+}
+
+TEST(Export, ArchiveWithTheSameFilesIsNotPackedAnew) {
+    TestProject project{Doors};
+    TestFolder folder;
+    // Not deflated, and in another order, than ours would be.
+    folder.write("x.zip", TestArchive{{{"de/translation.json", German}, {"en/translation.json", English}}}.make());
+    const Files before = folder.files();
+    exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
+    EXPECT_EQ(folder.files(), before);
 }
 
 }

@@ -244,7 +244,7 @@ TEST(Import, AnyKeySurvivesImportExportAndUndo) {
 
 TEST(Import, KeysOfTheProjectThatFilesWriteOtherwiseAreFound) {
     std::string json = R"({"x":"X","languages":{"en":{"isDefault":true},"de":{}},"localization":{"terms":{)";
-    for(const char* const key: {"", "50%", "a##b", "a:b", "%2e", "x/y~", "7", "[1]x", "l.[0]", "m..n"})
+    for(const char* const key: {"", "50%", "a##b", "a: b", "%2e", "x/y~", "7", "[1]x", "l.[0]", "m..n"})
         json += '"' + std::string{key} + R"(":{"sourceText":"x","translatable":true},)";
     json.back() = '}';
     TestProject project{json + "}}"};

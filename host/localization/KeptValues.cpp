@@ -1,0 +1,37 @@
+#include "KeptValues.h"
+
+#include <rapidjson/document.h>
+
+#include "DocumentLookup.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+
+KeptValues::KeptValues(const rapidjson::Value& root, const ProjectTerms& terms, const Containers::StringView code) {
+    const rapidjson::Value* const values = memberOf(memberOf(memberOf(&root, "localization"_s), "values"_s), code);
+    if(!values || !values->IsObject()) return;
+    Int position = 0;
+    for(const auto& member: values->GetObject()) {
+        const Containers::StringView key{member.name.GetString(), member.name.GetStringLength()};
+        const Int at = position++;
+        const TermPlace place = terms.place(key, _memory);
+        if(place.nameSpace == -1 || member.value.IsNull()) continue;
+        _keys.add(key);
+        _entries.push_back({key, place, &member.value, at});
+    }
+}
+
+KeptValues::~KeptValues() = default;
+KeptValues::KeptValues(KeptValues&&) noexcept = default;
+KeptValues& KeptValues::operator=(KeptValues&&) noexcept = default;
+
+bool isSameValue(const rapidjson::Value& a, const rapidjson::Value& b) {
+    if(a.GetType() != b.GetType()) return false;
+    if(a.IsObject() || a.IsArray()) return true;
+    // The library holds 1 and 1.0 for equal, and -1 and the largest number.
+    if(a.IsNumber() && (a.IsDouble() != b.IsDouble() || a.IsUint64() != b.IsUint64())) return false;
+    return a == b;
+}
+
+}

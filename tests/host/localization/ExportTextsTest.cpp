@@ -1,0 +1,70 @@
+#include "ExportTexts.h"
+
+#include "Exchange.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr const char* Project = R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true},
+    "menu:b_one":{"sourceText":"x","translatable":true},"menu:b_other":{"sourceText":"x","translatable":true},
+    "hidden:c":{"sourceText":"x","translatable":false}},"namespaces":{"empty":{}},
+    "translations":{"pl":{"a":{"text":"A"},"menu:b_few":{"text":"few"},"menu:gone":{"text":"gone"},"menu:b_one":{"text":""}}},
+    "values":{"en":{"menu:n":1,"a":5},"pl":{"menu:n":"jeden","menu:b_other":2,"a":3}}}})";
+
+/** The files of a language: namespace, then texts and values by key. */
+std::string files(const char* const code) {
+    TestProject project{Project};
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "pl", "de"});
+    const ExportTexts texts{project.project().document(), FallbackLanguage, languages};
+    std::string all;
+    for(const ExportTexts::File& file: texts.files(UnsignedInt(findLanguage(code)))) {
+        all += copied(texts.terms().namespaces()[file.nameSpace].name) + ':';
+        for(std::size_t i = 0; i != file.texts.size(); ++i) {
+            const rapidjson::Value* const value = i < file.values.size() ? file.values[i] : nullptr;
+            if(value) all += ' ' + copied(texts.layout(file.nameSpace).key(i)) + '=' + TestProject::printed(*value);
+            else if(!file.texts[i].isEmpty())
+                all += ' ' + copied(texts.layout(file.nameSpace).key(i)) + '=' + copied(file.texts[i]);
+        }
+        all += '\n';
+    }
+    return all;
+}
+
+}
+
+TEST(ExportTexts, DefaultLanguageHasTheSources) {
+    EXPECT_EQ(files("en"), "translation: a=X\nmenu: menu:b_one=X menu:b_other=X menu:n=1\nhidden:\nempty:\n");
+}
+
+TEST(ExportTexts, OthersHaveTranslationsFormsAndValuesWhereTheyHaveNoText) {
+    EXPECT_EQ(files("pl"), "translation: a=A\nmenu: menu:b_few=few menu:b_other=2 menu:n=\"jeden\"\nhidden:\nempty:\n");
+    EXPECT_EQ(files("de"), "translation:\nmenu:\nhidden:\nempty:\n");
+}
+
+TEST(ExportTexts, NamespaceWithoutTranslatableTermsIsHidden) {
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
+    TestProject project{Project};
+    const ExportTexts texts{project.project().document(), FallbackLanguage, languages};
+    std::string hidden;
+    for(const UnsignedInt i: texts.namespaces())
+        if(texts.isHidden(i)) hidden += copied(texts.terms().namespaces()[i].name) + ' ';
+    EXPECT_EQ(hidden, "hidden ");
+
+    // Some file there must be.
+    TestProject bare{R"({"localization":{"terms":{"hidden:c":{"sourceText":"x","translatable":false}}}})"};
+    const ExportTexts none{bare.project().document(), FallbackLanguage, languages};
+    ASSERT_EQ(none.namespaces().size(), 1u);
+    EXPECT_FALSE(none.isHidden(none.namespaces()[0]));
+}
+
+TEST(ExportTexts, ProjectWithoutTermsHasTheDefaultNamespace) {
+    TestProject project{"{}"};
+    const Containers::Array<UnsignedInt> languages = languagesOf({"de"});
+    const ExportTexts texts{project.project().document(), FallbackLanguage, languages};
+    ASSERT_EQ(texts.namespaces().size(), 1u);
+    EXPECT_EQ(texts.namespaces()[0], 0u);
+    EXPECT_EQ(texts.files(languages[0])[0].texts.size(), 0u);
+}
+
+}
