@@ -4,12 +4,14 @@
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
 
+#include "ImportFiles.h"
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
 
 class FileSystem;
 class LocalizationReport;
+struct Progress;
 
 /** Takes terms over into a project, in three steps: files are read, which may refuse; then compared with the project, which
     gives the report; then the project is changed, in one undo step. A preview leaves the last step out.
@@ -20,27 +22,40 @@ class LocalizationReport;
 class QUORVANE_API Import {
 public:
     /** @param editor           must outlive the import; its project must not change between @ref compare() and @ref apply()
-        @param defaultLanguage  index into @ref AllLanguages ; its file makes terms and changes their own texts */
-    explicit Import(QuorvaneEditor& editor, UnsignedInt defaultLanguage);
+        @param defaultLanguage  index into @ref AllLanguages ; its file makes terms and changes their own texts
+        @param progress         may be null, else must outlive the import. Where it is cancelled, the step that runs returns false
+            without a refusal, and no further step may follow. */
+    explicit Import(QuorvaneEditor& editor, UnsignedInt defaultLanguage, const ImportOptions& options = {},
+        Progress* progress = nullptr);
     ~Import();
     Import(const Import&) = delete;
     Import& operator=(const Import&) = delete;
 
     /** Reads a folder or a ZIP archive: `<code>/<namespace>.json` and `<code>.json`. Other files are passed over; of these, one
-        that is refused refuses the whole set.
+        that is refused refuses the whole set. Does not look at the project: may run on any thread.
         @param path     absolute
         @return whether all was read; @ref refusals() has something otherwise */
     bool read(FileSystem& fileSystem, Containers::StringView path);
 
+    /** The languages that were read, as indices into @ref AllLanguages . */
+    Containers::ArrayView<const UnsignedInt> languages() const;
+
     /** Why nothing is imported: each begins with the file, then line and column where they are known, with ": " between. */
     Containers::ArrayView<const Containers::String> refusals() const;
 
-    /** Finds out what is to be done. To be called once, after @ref read() .
+    /** Whether nothing is imported because the system does not let read it, rather than for what it holds. */
+    bool isInaccessible() const;
+
+    /** Finds out what is to be done. To be called after @ref read() , and again where the project has changed since. Reads the project's
+        document and no index of it: may run on any thread while nobody changes the project.
         @param report   receives what becomes of every text
         @return whether the project can take it; @ref refusals() has something otherwise */
     bool compare(LocalizationReport& report);
 
-    /** Changes the project, as one group; nothing where all is as it was.
+    /** Whether there is nothing to apply: all is as it was. After @ref compare() . */
+    bool isEmpty() const;
+
+    /** Changes the project, as one group; nothing where all is as it was. To be called once, on the GUI thread.
         @param languages    those that the files brought are appended
         @return the group of the changes, -1 where there was nothing to change */
     Int apply(Containers::Array<UnsignedInt>& languages);

@@ -11,14 +11,17 @@ using namespace Containers::Literals;
 
 namespace {
 
-bool parseParts(const Containers::StringView code, const Containers::StringView nameSpace, TermFilePath& parsed) {
-    parsed = {code, nameSpace, findLanguage(code)};
-    return parsed.language != -1;
+TermFilePath parsedParts(const Containers::StringView code, const Containers::StringView nameSpace,
+    const Containers::ArrayView<const LanguageMapping> map) {
+    for(const LanguageMapping& mapping: map)
+        if(mapping.code == code) return {code, nameSpace, Int(mapping.language)};
+    return {code, nameSpace, findLanguage(code)};
 }
 
 }
 
-bool TermFilePath::parse(const Containers::StringView path, const bool isEnclosed, TermFilePath& parsed) {
+bool TermFilePath::parse(const Containers::StringView path, const bool isEnclosed,
+    const Containers::ArrayView<const LanguageMapping> map, TermFilePath& parsed) {
     if(!path.hasSuffix(".json"_s)) return false;
     const Containers::Array<Containers::StringView> parts = path.exceptSuffix(5).split('/');
     const std::size_t count = parts.size();
@@ -27,10 +30,11 @@ bool TermFilePath::parse(const Containers::StringView path, const bool isEnclose
     for(const Containers::StringView part: parts)
         if(part.isEmpty() || part.hasPrefix('.')) return false;
 
-    if(count == 1) parseParts(parts[0], DefaultNamespace, parsed);
-    else if(!parseParts(parts[count - 2], parts[count - 1], parsed) && count == 2 && isEnclosed) {
-        TermFilePath inFolder;
-        if(parseParts(parts[1], DefaultNamespace, inFolder)) parsed = inFolder;
+    parsed = count == 1 ? parsedParts(parts[0], DefaultNamespace, map)
+                        : parsedParts(parts[count - 2], parts[count - 1], map);
+    if(parsed.language == -1 && count == 2 && isEnclosed) {
+        const TermFilePath inFolder = parsedParts(parts[1], DefaultNamespace, map);
+        if(inFolder.language != -1) parsed = inFolder;
     }
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include <Corrade/Containers/String.h>
 
+#include "LanguageMapping.h"
 #include "QuorvaneEditor/Host.h"
 #include "TermKey.h"
 
@@ -14,16 +15,20 @@ struct TermFilePath {
 
     Containers::StringView nameSpace;
 
-    /** Index into @ref AllLanguages , -1 for a code that the table does not have. */
+    /** Index into @ref AllLanguages , -1 for a code that neither the map nor the table has. */
     Int language = -1;
 
-    /** Reads a path. Of `x/y.json`, `x` is the code if the table has it, else `y` if the table has that, and `x` is a folder around.
+    /** Reads a path. Of `x/y.json`, `x` is the code if it is known, else `y` if that is known, and `x` is a folder around; where
+        neither is, the one that comes near to a code.
         @param path     relative, with forward slashes; is viewed
         @param isEnclosed   whether one more folder may lie around
+        @param map      asked before the table
         @return whether the path is one of such a file */
-    QUORVANE_API static bool parse(Containers::StringView path, bool isEnclosed, TermFilePath& parsed);
+    QUORVANE_API static bool parse(Containers::StringView path, bool isEnclosed,
+        Containers::ArrayView<const LanguageMapping> map, TermFilePath& parsed);
 
-    /** `<code>/<namespace>.json` */
+    /** `<code>/<namespace>.json`
+        @param nameSpace    its plain name */
     QUORVANE_API static Containers::String make(Containers::StringView code, Containers::StringView nameSpace);
 };
 

@@ -1,19 +1,31 @@
 #include "TermFiles.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Format.h>
 #include <Corrade/Utility/Path.h>
 
 #include "../document/FileSystem.h"
+#include "../document/JsonReader.h"
+#include "../document/PrintableText.h"
 #include "ArchiveReader.h"
+#include "LanguageLookup.h"
+#include "Parallel.h"
+#include "Progress.h"
+#include "PseudoLocale.h"
+#include "StagedFiles.h"
 #include "TermFilePath.h"
+#include "TermKey.h"
+#include "Utils/StrHash.h"
 
 namespace QuorvaneEngine {
 
@@ -36,77 +48,201 @@ bool isInside(const Containers::StringView folder, const Containers::StringView 
             (real.size() == base.size() || base.back() == '/' || real[base.size()] == '/'));
 }
 
+/** Codes that no language has, with what they may be meant for. */
+class UnknownCodes {
+public:
+    /** The language that a code comes near to, -1 where there is none. */
+    Int nearest(const Containers::StringView code) {
+        const auto known = _nearest.find(code);
+        if(known != _nearest.end()) return known->second;
+        if(_nearest.size() == MaxSearches) return -1;
+        const Int language = nearestLanguage(code);
+        _nearest.emplace(Containers::String{code}, language);
+        return language;
+    }
+
+    /** @param file     relative path of a file whose texts are of that code's language */
+    void add(const Containers::StringView code, const Containers::StringView file) {
+        const auto [place, isNew] = _indices.emplace(Containers::String{code}, _codes.size());
+        if(isNew) _codes.push_back({Containers::String{code}, Containers::String{file}, 0});
+        else ++_codes[place->second].moreFiles;
+    }
+
+    /** A sentence for each code, in the order in which they came. */
+    void describe(Containers::Array<Containers::String>& sentences) {
+        for(const Code& code: _codes) {
+            const Containers::String shown = printable(code.code);
+            const Containers::String files = code.moreFiles
+                ? format("{} and {} more", printable(code.firstFile), code.moreFiles)
+                : printable(code.firstFile);
+            const bool isPseudo = code.code == PseudoLocale::Code;
+            const Int language = isPseudo ? -1 : nearest(code.code);
+            Containers::String sentence = isPseudo ? format("{}: made-up texts of an export are not read", files)
+                                                   : format("{}: no language has the code {}", files, shown);
+            if(language != -1) {
+                const Containers::StringView known = AllLanguages[language].code;
+                sentence = format(
+                    "{}; the nearest is {}: rename it, or map it with --map {}={}", sentence, known, shown, known);
+            }
+            Containers::arrayAppend(sentences, std::move(sentence));
+        }
+    }
+
+private:
+    /** Each takes its time, and an archive may hold thousands of names. */
+    static constexpr std::size_t MaxSearches = 100;
+
+    struct Code {
+        Containers::String code;
+        Containers::String firstFile;
+        UnsignedInt moreFiles;
+    };
+
+    std::vector<Code> _codes;
+    std::unordered_map<Containers::String, std::size_t, StrHash, StrEq> _indices;
+    std::unordered_map<Containers::String, Int, StrHash, StrEq> _nearest;
+};
+
 class Finding {
 public:
-    Finding(FileSystem& fileSystem, const Containers::StringView path, Containers::Array<TermFile>& files,
-        Containers::Array<Containers::String>& passedOver, Containers::Array<Containers::String>& refusals)
-        : _fileSystem{fileSystem}, _path{path}, _files{files}, _passedOver{passedOver}, _refusals{refusals} {}
+    Finding(FileSystem& fileSystem, const Containers::StringView path,
+        const Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* const progress)
+        : _fileSystem{fileSystem},
+          _path{path},
+          _map{map},
+          _progress{progress},
+          _files{found.files},
+          _notices{found.notices},
+          _refusals{found.refusals},
+          _isInaccessible{found.isInaccessible} {}
 
     void run() {
         Containers::Array<Containers::String> names;
         const int result = _fileSystem.listFolder(_path, names);
-        if(result == 0) readFolder(names);
-        else if(result == ENOTDIR) readArchive();
-        else refuse(_path, systemReason("read"_s, result));
-        if(_refusals.isEmpty() && _files.isEmpty())
-            refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
+        FileError error;
+        if(result == 0 && !checkStaged(_fileSystem, _path, error)) refuse(error.path, error.reason);
+        else if(result == 0) {
+            findFiles(names);
+            readFiles();
+        } else if(result == ENOTDIR) readArchive();
+        else refuseUnread(_path, result);
+        if(isCancelled()) {
+            _refusals = {};
+            _files = {};
+            return;
+        }
+        _unknownCodes.describe(_notices);
+        if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
 
-        std::stable_sort(
-            _files.begin(), _files.end(), [](const TermFile& a, const TermFile& b) { return a.language < b.language; });
+        std::stable_sort(_files.begin(), _files.end(), [](const TermFile& a, const TermFile& b) {
+            return a.language != b.language ? a.language < b.language : a.nameSpace < b.nameSpace;
+        });
         for(std::size_t i = 1; i < _files.size(); ++i)
-            if(_files[i].language == _files[i - 1].language)
-                refuse(_files[i].name, format("holds the language of {}, too", _files[i - 1].name));
+            if(_files[i].language == _files[i - 1].language && _files[i].nameSpace == _files[i - 1].nameSpace)
+                refuse(_files[i].name, format("holds the same as {}: one language, one namespace", _files[i - 1].name));
     }
+
+    bool isCancelled() const { return _progress && _progress->isCancelled; }
 
 private:
     void refuse(const Containers::StringView name, const Containers::StringView reason) {
-        Containers::arrayAppend(_refusals, format("{}: {}", name, reason));
+        Containers::arrayAppend(_refusals, format("{}: {}", printable(name), reason));
     }
 
-    void readFolder(const Containers::ArrayView<const Containers::String> names) {
+    /** Where nothing is found, it may lie there under another name. */
+    void refuseAll() {
+        if(_notices.isEmpty())
+            refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
+        else refuse(_path, format("holds no terms of a known language; {}", _notices[0]));
+    }
+
+    void refuseUnread(const Containers::StringView name, const int error) {
+        refuse(name, systemReason("read"_s, error));
+        _isInaccessible = true;
+    }
+
+    void findFiles(const Containers::ArrayView<const Containers::String> names) {
         for(const Containers::String& name: names) {
             if(name.hasPrefix('.')) continue;
             if(name.hasSuffix(".json"_s)) {
-                readFile(name);
+                findFile(name);
                 continue;
             }
             const Containers::String folder = Path::join(_path, name);
+            // What lies elsewhere is refused where it would be read, and is nobody's business else.
+            const bool isMeant = isLanguage(name);
+            if(!isMeant && _fileSystem.isLink(folder) && !isInside(_path, folder)) continue;
             Containers::Array<Containers::String> inner;
             const int result = _fileSystem.listFolder(folder, inner);
             // Only a folder of a language is missed where it cannot be read.
-            TermFilePath parsed;
-            if(result != 0 && result != ENOTDIR &&
-                TermFilePath::parse(TermFilePath::make(name, DefaultNamespace), false, parsed) && parsed.language != -1)
-                refuse(folder, systemReason("read"_s, result));
+            if(result != 0 && result != ENOTDIR && isMeant) refuseUnread(folder, result);
             for(const Containers::String& file: inner)
-                if(file.hasSuffix(".json"_s) && !file.hasPrefix('.')) readFile(name + "/"_s + file);
+                if(file.hasSuffix(".json"_s) && !file.hasPrefix('.')) findFile(name + "/"_s + file);
         }
     }
 
-    void readFile(const Containers::String& relative) {
+    bool isLanguage(const Containers::StringView folder) const {
         TermFilePath parsed;
-        if(!isTermFile(relative, false, parsed)) return;
-        const Containers::String path = Path::join(_path, relative);
+        return TermFilePath::parse(TermFilePath::make(folder, DefaultNamespace), false, _map, parsed) &&
+            parsed.language != -1;
+    }
+
+    void findFile(const Containers::String& relative) {
+        TermFilePath parsed;
+        if(isCancelled() || !isTermFile(relative, false, parsed)) return;
+        const Containers::String path = pathOf(relative);
         if(!isInside(_path, path)) {
             refuse(path, "is a link that leads out of the folder"_s);
             return;
         }
-        TermFile file{path, UnsignedInt(parsed.language), {}};
-        if(const int result = _fileSystem.readFile(path, file.bytes)) {
-            refuse(path, systemReason("read"_s, result));
+        Containers::arrayAppend(_files,
+            TermFile{
+                printable(path), relative, UnsignedInt(parsed.language), Containers::String{parsed.nameSpace}, {}});
+    }
+
+    void readFiles() {
+        if(_files.size() > ArchiveDirectory::MaxEntries) {
+            refuse(_path, "holds more than 10,000 files of terms"_s);
+            _files = {};
             return;
         }
-        _totalSize += file.bytes.size();
-        if(file.bytes.size() > ArchiveReader::MaxFileSize) refuse(path, "is larger than 64 MiB"_s);
-        else if(_totalSize > ArchiveReader::MaxTotalSize)
-            refuse(path, "makes more than 512 MiB with those before it"_s);
-        else Containers::arrayAppend(_files, std::move(file));
+        std::vector<int> results(_files.size());
+        std::atomic<std::size_t> sizeSoFar{0};
+        forEach(_fileSystem.canReadAtOnce(), [&](const std::size_t i) {
+            // What is left is not read any more: one of those before will be too large.
+            if(sizeSoFar > ArchiveReader::MaxTotalSize) return;
+            const Containers::String path = pathOf(_files[i].relativePath);
+            results[i] = _fileSystem.readFile(path, _files[i].bytes, ArchiveReader::MaxFileSize);
+            sizeSoFar += _files[i].bytes.size();
+        });
+        if(isCancelled()) return;
+        std::size_t totalSize = 0, read = 0;
+        for(std::size_t i = 0; i != _files.size() && totalSize <= ArchiveReader::MaxTotalSize; ++i) {
+            const Containers::String path = pathOf(_files[i].relativePath);
+            totalSize += _files[i].bytes.size();
+            if(results[i] == EFBIG) refuse(path, "is larger than 64 MiB"_s);
+            else if(results[i]) refuseUnread(path, results[i]);
+            else if(totalSize > ArchiveReader::MaxTotalSize) refuse(path, ArchiveReader::TotalReason);
+            else if(i == read++) continue;
+            else _files[read - 1] = std::move(_files[i]);
+        }
+        Containers::arrayRemoveSuffix(_files, _files.size() - read);
+    }
+
+    /** Calls a function for every file, on all cores if it may, until it is cancelled. */
+    template <class Run> void forEach(const bool isAtOnce, Run&& run) {
+        const auto runOne = [&](const std::size_t i) {
+            if(!isCancelled()) run(i);
+        };
+        if(isAtOnce) forEachInParallel(_files.size(), runOne);
+        else
+            for(std::size_t i = 0; i != _files.size(); ++i) runOne(i);
     }
 
     void readArchive() {
         Containers::String bytes;
         if(const int result = _fileSystem.readFile(_path, bytes)) {
-            refuse(_path, systemReason("read"_s, result));
+            refuseUnread(_path, result);
             return;
         }
         ArchiveReader archive;
@@ -115,51 +251,71 @@ private:
             refuse(refusal);
             return;
         }
+        std::vector<std::size_t> entries;
         for(std::size_t i = 0; i != archive.entries().size(); ++i) {
             const Containers::String& name = archive.entries()[i].name;
             TermFilePath parsed;
             if(!isTermFile(name, true, parsed)) continue;
-            TermFile file{Path::join(_path, name), UnsignedInt(parsed.language), {}};
-            if(!archive.read(i, file.bytes, refusal)) {
-                refuse(refusal);
-                return;
-            }
-            Containers::arrayAppend(_files, std::move(file));
+            entries.push_back(i);
+            Containers::arrayAppend(_files,
+                TermFile{printable(pathOf(name)), name, UnsignedInt(parsed.language),
+                    Containers::String{parsed.nameSpace}, {}});
         }
+
+        // The first that is refused ends it, so that what is refused does not depend on who comes first.
+        std::vector<ArchiveRefusal> refusals(_files.size());
+        std::atomic<std::size_t> end{archive.countWithin({entries.data(), entries.size()})};
+        if(end != _files.size())
+            refusals[end] = {printable(archive.entries()[entries[end]].name), ArchiveReader::TotalReason};
+        forEach(true, [&](const std::size_t i) {
+            if(i >= end || archive.read(entries[i], _files[i].bytes, refusals[i])) return;
+            for(std::size_t old = end; i < old && !end.compare_exchange_weak(old, i);) {
+            }
+        });
+        if(end == _files.size()) return;
+        refuse(refusals[end]);
+        _files = {};
     }
 
     void refuse(const ArchiveRefusal& refusal) {
-        refuse(refusal.entry.isEmpty() ? _path : Path::join(_path, refusal.entry), refusal.reason);
+        refuse(refusal.entry.isEmpty() ? _path : pathOf(refusal.entry), refusal.reason);
     }
 
+    /** Also of a name that is hostile, which joined as a path would be another place. */
+    Containers::String pathOf(const Containers::StringView name) const { return format("{}/{}", _path, name); }
+
     bool isTermFile(const Containers::String& relative, const bool isEnclosed, TermFilePath& parsed) {
-        if(!TermFilePath::parse(relative, isEnclosed, parsed)) return false;
+        if(!TermFilePath::parse(relative, isEnclosed, _map, parsed)) return false;
         if(parsed.language == -1) {
-            Containers::arrayAppend(_passedOver, format("{}: no language has the code {}", relative, parsed.code));
-            return false;
-        }
-        if(parsed.nameSpace != DefaultNamespace) {
-            Containers::arrayAppend(_passedOver,
-                format("{}: only the namespace {} is read, not {}", relative, DefaultNamespace, parsed.nameSpace));
-            return false;
-        }
-        return true;
+            // Of a folder and a file neither of which has a known code, it is the file's that is nearer to one.
+            const bool isInFolder = isEnclosed && relative.count('/') == 1 &&
+                _unknownCodes.nearest(parsed.code) == -1 && _unknownCodes.nearest(parsed.nameSpace) != -1;
+            _unknownCodes.add(isInFolder ? parsed.nameSpace : parsed.code, relative);
+        } else if(!JsonReader::isUtf8(relative)) refuse(pathOf(relative), "has a name that is not valid UTF-8"_s);
+        else if(!TermKey::canTakeNamespace(parsed.nameSpace))
+            refuse(pathOf(relative), "has a name that no namespace can have"_s);
+        else return true;
+        return false;
     }
 
     FileSystem& _fileSystem;
     Containers::String _path;
+    Containers::ArrayView<const LanguageMapping> _map;
+    const Progress* _progress;
     Containers::Array<TermFile>& _files;
-    Containers::Array<Containers::String>& _passedOver;
+    Containers::Array<Containers::String>& _notices;
     Containers::Array<Containers::String>& _refusals;
-    std::size_t _totalSize = 0;
+    bool& _isInaccessible;
+    UnknownCodes _unknownCodes;
 };
 
 }
 
-bool readTermFiles(FileSystem& fileSystem, const Containers::StringView path, Containers::Array<TermFile>& files,
-    Containers::Array<Containers::String>& passedOver, Containers::Array<Containers::String>& refusals) {
-    Finding{fileSystem, path, files, passedOver, refusals}.run();
-    return refusals.isEmpty();
+bool readTermFiles(FileSystem& fileSystem, const Containers::StringView path,
+    const Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* const progress) {
+    Finding finding{fileSystem, path, map, found, progress};
+    finding.run();
+    return found.refusals.isEmpty() && !finding.isCancelled();
 }
 
 }

@@ -3,34 +3,60 @@
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
 
+#include "LanguageMapping.h"
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
 
 class FileSystem;
+struct Progress;
 
 /** A file of terms, as it was found. */
 struct TermFile {
     /** For people: the path, for one in an archive that of the archive, "/" and the entry's name. */
     Containers::String name;
 
+    /** In the folder or archive, with forward slashes, as it is there. */
+    Containers::String relativePath;
+
     /** Index into @ref AllLanguages . */
     UnsignedInt language;
+
+    /** Its plain name: see @ref TermKey::namespaceName() . */
+    Containers::String nameSpace;
 
     Containers::String bytes;
 };
 
-/** Finds and reads the files of terms in a folder or in a ZIP archive: `<code>/<namespace>.json` and `<code>.json`; in an archive
-    one folder may lie around them.
+/** What a folder or an archive holds. */
+struct TermFiles {
+    /** By languages in the order of the table, then by namespaces in byte order. */
+    Containers::Array<TermFile> files;
 
-    Refused are files that are larger than @ref ArchiveReader::MaxFileSize , or all of them than @ref ArchiveReader::MaxTotalSize ,
-    cannot be read, lead out of the folder by a link, or hold the texts of a language a second time; and what holds no such file.
-    @param path         absolute
-    @param files        receives the files, by languages in the order of the table
-    @param passedOver   receives a sentence for every file that is not one of terms but could have been meant so
-    @param refusals     receives a sentence for everything that is refused, beginning with its name
-    @return whether nothing was refused */
-QUORVANE_API bool readTermFiles(FileSystem& fileSystem, Containers::StringView path, Containers::Array<TermFile>& files,
-    Containers::Array<Containers::String>& passedOver, Containers::Array<Containers::String>& refusals);
+    /** A sentence for every code that is not known, with the nearest one that is: it begins with the relative path of the first file
+        that has it. */
+    Containers::Array<Containers::String> notices;
+
+    /** A sentence for everything that is refused: it begins with @ref TermFile::name , or with the path of all. */
+    Containers::Array<Containers::String> refusals;
+
+    /** Whether the system does not let read what is refused. */
+    bool isInaccessible = false;
+};
+
+/** Finds and reads the files of terms in a folder or in a ZIP archive: `<code>/<namespace>.json` and `<code>.json`, both side by
+    side if need be; in an archive one folder may lie around them.
+
+    Refused are more than @ref ArchiveDirectory::MaxEntries files; files that are larger than @ref ArchiveReader::MaxFileSize , or all
+    of them than @ref ArchiveReader::MaxTotalSize , cannot be read, lead out of the folder by a link, or hold a namespace of a language a second time; what holds no such file; and a
+    folder in which an export was cut short. A code that is not known is no reason to refuse: its files are passed over, with a
+    notice that names the nearest one that is.
+    @param path     absolute
+    @param map      codes that stand for others
+    @param found    must be empty
+    @param progress may be null; where it is cancelled, nothing is read any more and nothing refused
+    @return whether nothing was refused or cancelled */
+QUORVANE_API bool readTermFiles(FileSystem& fileSystem, Containers::StringView path,
+    Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* progress = nullptr);
 
 }

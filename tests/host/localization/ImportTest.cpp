@@ -60,8 +60,9 @@ TEST(Import, WhatIsNotTranslatableOrUnknownIsReportedAndLeft) {
     importFrom(project, {"en", "de"}, folder.path);
     EXPECT_EQ(project.text(), before);
     EXPECT_EQ(output.warning(),
-        Prefix + "en: name: is not translatable\n" + Prefix + "de: name: is not translatable\n" + Prefix +
-            "de: unknown.key: no term has this key\n" + Prefix + "de: n: is a number and no text\n");
+        Prefix + "en.json: name: is not translatable\n" + Prefix + "de.json: name: is not translatable\n" + Prefix +
+            "de.json: unknown.key: no term has this key\n" + Prefix +
+            "de.json: n: is a number and no text, and no term has this key\n");
     EXPECT_EQ(output.debug(),
         Prefix + "en: 0 added, 0 changed, 0 unchanged, 0 without text, 1 skipped\n" + Prefix +
             "de: 0 added, 0 changed, 0 unchanged, 0 without text, 3 skipped\n");
@@ -170,7 +171,8 @@ TEST(Import, WrongTypesInTheProjectAreSaidAndLeft) {
     TestProject inside{R"({"languages":{"en":1},"localization":{"terms":{"a":7},"translations":{"de":{"a":"x"}}}})"};
     const CapturedOutput output;
     importFrom(inside, {"en"}, folder.path);
-    EXPECT_EQ(output.warning(), Prefix + "en: a: is not translatable\n" + Prefix + "de: a: is not translatable\n");
+    EXPECT_EQ(
+        output.warning(), Prefix + "en.json: a: is not translatable\n" + Prefix + "de.json: a: is not translatable\n");
 }
 
 TEST(Import, TranslationOfAWrongTypeIsReplaced) {
@@ -191,7 +193,8 @@ TEST(Import, SourceThatIsGoneTakesNoTextAndGivesNoFingerprint) {
     folder.write("de.json", R"({"a": "Ä"})");
     const CapturedOutput output;
     importFrom(project, {"en", "de"}, folder.path);
-    EXPECT_EQ(output.warning(), Prefix + "en: a: its source /gone is gone\n" + Prefix + "en: b: has no source\n");
+    EXPECT_EQ(
+        output.warning(), Prefix + "en.json: a: its source /gone is gone\n" + Prefix + "en.json: b: has no source\n");
     EXPECT_EQ(project.at("/localization/translations"), R"({"de":{"a":{"text":"Ä"}}})");
 }
 
@@ -202,7 +205,8 @@ TEST(Import, TermsThatShareASourceAgreeOrTheFirstWins) {
     folder.write("en.json", R"({"a": "new", "b": "X"})");
     const CapturedOutput output;
     expectOneUndoStep(project, [&] { importFrom(project, {"en"}, folder.path); });
-    EXPECT_EQ(output.warning(), Prefix + "en: b: shares its source /x with another term, which has another text\n");
+    EXPECT_EQ(
+        output.warning(), Prefix + "en.json: b: shares its source /x with another term, which has another text\n");
     EXPECT_EQ(project.at("/x"), R"("new")");
 }
 
@@ -213,8 +217,8 @@ TEST(Import, NewKeysThatHaveNoPlaceAreReported) {
     const CapturedOutput output;
     importFrom(project, {"en"}, folder.path);
     EXPECT_EQ(output.warning(),
-        Prefix + "en: door: cannot stand beside door.text: one is a text, and the other lies below it\n" + Prefix +
-            "en: name.first: cannot stand beside name: one is a text, and the other lies below it\n");
+        Prefix + "en.json: door: cannot stand beside door.text: one is a text, and the other lies below it\n" + Prefix +
+            "en.json: name.first: cannot stand beside name: one is a text, and the other lies below it\n");
     EXPECT_EQ(project.at("/localization/strings"), R"({"fine":"y"})");
 }
 
@@ -254,7 +258,10 @@ TEST(Import, KeysOfTheProjectThatFilesWriteOtherwiseAreFound) {
     std::filesystem::copy_file(folder / "en/translation.json", folder / "de/translation.json");
     const CapturedOutput output;
     expectOneUndoStep(project, [&] { importFrom(project, {"en", "de"}, folder.path); });
-    EXPECT_EQ(output.warning(), "");
+    EXPECT_EQ(output.warning(),
+        Prefix +
+            "en/translation.json: a%3A b: reads like a sentence: only an application that switches both separators "
+            "off finds it, and 1 more like it\n");
     EXPECT_EQ(project.project().getValue("/localization/terms", false)->MemberCount(), 10u);
     EXPECT_EQ(project.project().getValue("/localization/translations/de", false)->MemberCount(), 10u);
     EXPECT_EQ(project.at("/localization/translations/de/50%/text"), R"("X")");
@@ -266,12 +273,36 @@ TEST(Import, PreviewChangesNothing) {
     folder.write("de.json", R"({"door": {"text": "Öffnen", "hint": "Klopfen"}})");
     const std::string before = project.text();
     Import import{project.editor(), FallbackLanguage};
-    const auto report = std::make_unique<LocalizationReport>();
+    LocalizationReport report;
     ASSERT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)));
-    ASSERT_TRUE(import.compare(*report));
+    ASSERT_TRUE(import.compare(report));
     EXPECT_EQ(project.text(), before);
-    EXPECT_EQ(report->counts(UnsignedInt(findLanguage("de"))).added, 1u);
-    EXPECT_EQ(report->counts(UnsignedInt(findLanguage("de"))).changed, 1u);
+    EXPECT_EQ(report.counts(UnsignedInt(findLanguage("de"))).added, 1u);
+    EXPECT_EQ(report.counts(UnsignedInt(findLanguage("de"))).changed, 1u);
+}
+
+TEST(Import, ProjectThatHasChangedIsComparedAgain) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("de.json", R"({"door": {"text": "Öffnen", "hint": "Klopfen"}})");
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    Import import{project.editor(), FallbackLanguage};
+    LocalizationReport report;
+    ASSERT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)));
+    ASSERT_TRUE(import.compare(report));
+    project.session.changes().pushChange(
+        "/localization/translations/de/door.hint/text", Containers::StringView{"Klopfen"}, false);
+    const std::string before = project.text();
+    LocalizationReport again;
+    ASSERT_TRUE(import.compare(again));
+    EXPECT_EQ(report.counts(german).changed, 1u);
+    EXPECT_EQ(again.counts(german).changed, 0u);
+    EXPECT_EQ(again.counts(german).unchanged, 1u);
+    Containers::Array<UnsignedInt> languages;
+    EXPECT_NE(import.apply(languages), -1);
+    EXPECT_EQ(project.at("/localization/translations/de/door.text/text"), "\"Öffnen\"");
+    project.session.undo();
+    EXPECT_EQ(project.text(), before);
 }
 
 TEST(Import, FileCutAtAnyByteChangesNothing) {

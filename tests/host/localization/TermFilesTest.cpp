@@ -1,15 +1,21 @@
 #include "TermFiles.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
-
-#include <unistd.h>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "../../support/OrdinaryUser.h"
 #include "../document/MemoryFileSystem.h"
+#include "ArchiveDirectory.h"
+#include "ArchiveWriter.h"
 #include "FileSystem.h"
+#include "LanguageLookup.h"
+#include "Progress.h"
 #include "QuorvaneEditor/AllLanguages.h"
+#include "TermKey.h"
 #include "TestArchive.h"
 #include "TestFolder.h"
 #include "TestProject.h"
@@ -18,18 +24,22 @@ namespace QuorvaneEngine {
 
 namespace {
 
-/** "code=bytes" of every file, then "passed: ..." and "refused: ..." with "FOLDER" for the folder, lines between. */
-std::string found(const TestFolder& folder, const std::string& name = {}) {
-    Containers::Array<TermFile> files;
-    Containers::Array<Containers::String> passedOver, refusals;
+/** "code=bytes" or "code namespace=bytes" of every file, then "notice: ..." and "refused: ..." with "FOLDER" for the folder,
+    lines between. */
+std::string found(const TestFolder& folder, const std::string& name = {},
+    const Containers::ArrayView<const LanguageMapping> map = {}) {
+    TermFiles found;
     const std::string path = name.empty() ? folder.path : folder / name;
-    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), files, passedOver, refusals);
-    EXPECT_EQ(isRead, refusals.isEmpty());
+    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), map, found);
+    EXPECT_EQ(isRead, found.refusals.isEmpty());
     std::string lines;
-    for(const TermFile& file: files)
-        lines += copied(AllLanguages[file.language].code) + '=' + copied(file.bytes) + '\n';
-    for(const Containers::String& one: passedOver) lines += "passed: " + copied(one) + '\n';
-    for(const Containers::String& one: refusals) lines += "refused: " + copied(one) + '\n';
+    for(const TermFile& file: found.files) {
+        EXPECT_TRUE(file.name.hasSuffix("/" + file.relativePath)) << copied(file.name);
+        lines += copied(AllLanguages[file.language].code) +
+            (file.nameSpace == DefaultNamespace ? "" : ' ' + copied(file.nameSpace)) + '=' + copied(file.bytes) + '\n';
+    }
+    for(const Containers::String& one: found.notices) lines += "notice: " + copied(one) + '\n';
+    for(const Containers::String& one: found.refusals) lines += "refused: " + copied(one) + '\n';
     for(std::size_t at; (at = lines.find(folder.path)) != std::string::npos;)
         lines.replace(at, folder.path.size(), "FOLDER");
     return lines;
@@ -51,31 +61,95 @@ TEST(TermFiles, BothLayoutsOfAFolderAreRead) {
     EXPECT_EQ(found(folder), "de=2\npt-BR=1\n");
 }
 
-TEST(TermFiles, UnknownCodesAndOtherNamespacesArePassedOver) {
+TEST(TermFiles, NamespacesAreReadLanguageByLanguage) {
     TestFolder folder;
     folder.write("de/translation.json", "1");
     folder.write("de/menu.json", "2");
-    folder.write("enGB/translation.json", "3");
-    folder.write("project.json", "4");
-    EXPECT_EQ(found(folder),
-        "de=1\n"
-        "passed: de/menu.json: only the namespace translation is read, not menu\n"
-        "passed: enGB/translation.json: no language has the code enGB\n"
-        "passed: project.json: no language has the code project\n");
+    folder.write("de/in game.json", "3");
+    folder.write("fr.json", "4");
+    folder.write("fr/menu.json", "5");
+    EXPECT_EQ(found(folder), "fr menu=5\nfr=4\nde in game=3\nde menu=2\nde=1\n");
 }
 
-TEST(TermFiles, OneLanguageInTwoFilesIsRefused) {
+TEST(TermFiles, UnknownCodesArePassedOverWithTheNearestOne) {
+    TestFolder folder;
+    folder.write("de/translation.json", "1");
+    folder.write("enGB/menu.json", "2");
+    folder.write("enGB/translation.json", "3");
+    folder.write("enGB/zzz.json", "4");
+    folder.write("project.json", "5");
+    EXPECT_EQ(found(folder),
+        "de=1\n"
+        "notice: enGB/menu.json and 2 more: no language has the code enGB; the nearest is en-GB: rename it, or map it "
+        "with "
+        "--map enGB=en-GB\n"
+        "notice: project.json: no language has the code project\n");
+}
+
+TEST(TermFiles, WhereNoCodeIsKnownTheFirstOneIsSaid) {
+    TestFolder folder;
+    folder.write("enGB/translation.json", "1");
+    folder.write("zz/translation.json", "2");
+    EXPECT_EQ(found(folder),
+        "notice: enGB/translation.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with "
+        "--map enGB=en-GB\n"
+        "notice: zz/translation.json: no language has the code zz\n"
+        "refused: FOLDER: holds no terms of a known language; enGB/translation.json: no language has the code enGB; "
+        "the nearest is "
+        "en-GB: rename it, or map it with --map enGB=en-GB\n");
+}
+
+TEST(TermFiles, TheMadeUpLanguageIsPassedOver) {
+    TestFolder folder;
+    folder.write("de.json", "1");
+    folder.write("en-XA/translation.json", "2");
+    EXPECT_EQ(found(folder), "de=1\nnotice: en-XA/translation.json: made-up texts of an export are not read\n");
+}
+
+TEST(TermFiles, ManyUnknownCodesDoNotAllGetASuggestion) {
+    TestFolder folder;
+    folder.write("de.json", "1");
+    for(int i = 0; i != 150; ++i) folder.write("en_GB@" + std::to_string(1000 + i) + ".json", "2");
+    const std::string all = found(folder);
+    std::size_t count = 0;
+    for(std::size_t at = 0; (at = all.find("the nearest is en-GB", at)) != std::string::npos; ++at) ++count;
+    EXPECT_EQ(count, 100u) << all;
+}
+
+TEST(TermFiles, MapTakesWhatIsNoCode) {
+    TestFolder folder;
+    folder.write("enGB/translation.json", "1");
+    folder.write("uz@Latn.json", "2");
+    const LanguageMapping map[]{
+        {"enGB", UnsignedInt(findLanguage("en-GB"))}, {"uz@Latn", UnsignedInt(findLanguage("de"))}};
+    EXPECT_EQ(found(folder, {}, map), "en-GB=1\nde=2\n");
+}
+
+TEST(TermFiles, OneNamespaceOfALanguageInTwoFilesIsRefused) {
     TestFolder folder;
     folder.write("de/translation.json", "1");
     folder.write("de.json", "2");
-    EXPECT_EQ(
-        found(folder), "de=1\nde=2\nrefused: FOLDER/de.json: holds the language of FOLDER/de/translation.json, too\n");
+    EXPECT_EQ(found(folder),
+        "de=1\nde=2\n"
+        "refused: FOLDER/de.json: holds the same as FOLDER/de/translation.json: one language, one namespace\n");
 }
 
 TEST(TermFiles, NothingToReadIsRefused) {
     TestFolder folder;
     EXPECT_EQ(found(folder), "refused: FOLDER" + std::string{NoTerms});
     EXPECT_EQ(found(folder, "gone"), "refused: FOLDER/gone: cannot be read: No such file or directory\n");
+}
+
+TEST(TermFiles, FolderInWhichAnExportWasCutShortIsRefused) {
+    TestFolder folder;
+    folder.write("de.json", "1");
+    folder.write(".localization-export/0.new", "2");
+    EXPECT_EQ(found(folder), "de=1\n");
+    folder.write(".localization-export/journal", "quorvane-journal 1\ncomplete\nreplace de.json\nend\n");
+    EXPECT_EQ(found(folder),
+        "refused: FOLDER/.localization-export: an export was cut short here, and another one puts the files in order; "
+        "without this folder they are taken as they are\n");
+    EXPECT_EQ(folder.read("de.json"), "1");
 }
 
 TEST(TermFiles, WhatIsNoFileIsRefused) {
@@ -85,17 +159,123 @@ TEST(TermFiles, WhatIsNoFileIsRefused) {
 }
 
 TEST(TermFiles, UnreadableFilesAndFoldersAreRefused) {
-    if(geteuid() == 0)
-        GTEST_SKIP() << "a superuser reads everything; the next test has the same on another file system";
     TestFolder folder;
     folder.write("de/translation.json", "1");
     folder.write("fr.json", "2");
-    std::filesystem::permissions(folder / "de", std::filesystem::perms::none);
-    std::filesystem::permissions(folder / "fr.json", std::filesystem::perms::none);
+    folder.write("notes/translation.json", "3");
+    const QuorvaneEngine::Test::OrdinaryUser user{folder.path};
+    if(!user.isOrdinary)
+        GTEST_SKIP() << "a superuser reads everything; the next test has the same on another file system";
+    for(const char* const name: {"de", "fr.json", "notes"})
+        std::filesystem::permissions(folder / name, std::filesystem::perms::none);
     EXPECT_EQ(found(folder),
         "refused: FOLDER/de: cannot be read: Permission denied\n"
         "refused: FOLDER/fr.json: cannot be read: Permission denied\n");
-    std::filesystem::permissions(folder / "de", std::filesystem::perms::owner_all);
+    for(const char* const name: {"de", "notes"})
+        std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
+}
+
+/** Every file has the same many bytes, which nobody has to store. */
+class LargeFiles: public MemoryFileSystem {
+public:
+    explicit LargeFiles(const std::size_t size): _bytes(size, ' ') {}
+
+    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override {
+        if(const int error = MemoryFileSystem::readFile(path, bytes, maxSize)) return error;
+        if(_bytes.size() > maxSize) return EFBIG;
+        bytes = Containers::String{_bytes.data(), _bytes.size(), [](char*, std::size_t) {}};
+        return 0;
+    }
+
+private:
+    std::string _bytes;
+};
+
+TEST(TermFiles, FilesAreNoLargerThanTheLimit) {
+    const auto refusal = [](const std::size_t size) {
+        LargeFiles files{size};
+        files.put("/in/de.json", "");
+        TermFiles found;
+        return readTermFiles(files, "/in", {}, found) ? std::string{} : copied(found.refusals[0]);
+    };
+    EXPECT_EQ(refusal(64u << 20), "");
+    EXPECT_EQ(refusal((64u << 20) + 1), "/in/de.json: is larger than 64 MiB");
+}
+
+TEST(TermFiles, AllFilesTogetherAreNoLargerThanTheLimit) {
+    LargeFiles files{64u << 20};
+    for(const char* const code: {"cs", "de", "es", "fr", "it", "ja", "ko", "pl"})
+        files.put("/in/" + std::string{code} + ".json", "");
+    TermFiles fitting;
+    EXPECT_TRUE(readTermFiles(files, "/in", {}, fitting));
+    files.put("/in/ru.json", "");
+    TermFiles found;
+    EXPECT_FALSE(readTermFiles(files, "/in", {}, found));
+    ASSERT_EQ(found.refusals.size(), 1u);
+    EXPECT_EQ(found.refusals[0], "/in/ru.json: makes more than 512 MiB with those before it");
+}
+
+TEST(TermFiles, AllFilesOfAnArchiveAreNoLargerThanTheLimitInWhateverOrderTheyAreRead) {
+    // With noise, so that the ratio is no reason to refuse it.
+    std::string large(64u << 20, ' ');
+    std::uint64_t state = 1;
+    for(std::size_t i = 0; i != 2u << 20; ++i)
+        large[i] = char((state = state * 6364136223846793005u + 1442695040888963407u) >> 56);
+    const StagedFile one{"x.json", viewed(large)};
+    Containers::String packed, reason;
+    ASSERT_TRUE(writeArchive(Containers::arrayView(&one, 1), packed, reason)) << copied(reason);
+    ArchiveDirectory directory;
+    ArchiveRefusal refusal;
+    ASSERT_TRUE(ArchiveDirectory::read(packed, directory, refusal));
+    const ArchiveDirectory::Entry& entry = directory.entries[0];
+    const std::string bytes = copied(packed.slice(entry.offset, entry.offset + entry.packedSize));
+
+    TestArchive archive;
+    for(const char* const code: {"cs", "de", "es", "fr", "it", "ja", "ko", "pl"}) {
+        TestArchive::Entry file{code + std::string{".json"}, bytes};
+        file.method = ArchiveDirectory::Deflated;
+        file.sizeLie = int(large.size() - bytes.size());
+        file.crcLie = entry.checksum - TestArchive::crc(bytes);
+        archive.entries.push_back(file);
+    }
+    // Read while the one before it is, it comes first.
+    archive.entries.push_back({"ru.json", "{}"});
+    MemoryFileSystem files;
+    files.put("/in.zip", archive.make());
+    for(int run = 0; run != 3; ++run) {
+        TermFiles found;
+        EXPECT_FALSE(readTermFiles(files, "/in.zip", {}, found));
+        ASSERT_EQ(found.refusals.size(), 1u);
+        EXPECT_EQ(found.refusals[0], "/in.zip/ru.json: makes more than 512 MiB with those before it");
+    }
+}
+
+TEST(TermFiles, FilesAreNoMoreThanTheLimit) {
+    MemoryFileSystem files;
+    for(int i = 0; i != 10000; ++i) files.put("/in/de/" + std::to_string(i) + ".json", "");
+    TermFiles fitting;
+    EXPECT_TRUE(readTermFiles(files, "/in", {}, fitting));
+    EXPECT_EQ(fitting.files.size(), 10000u);
+    for(const char* const code: {"fr", "ja"}) files.put("/in/" + std::string{code} + ".json", "");
+    TermFiles found;
+    EXPECT_FALSE(readTermFiles(files, "/in", {}, found));
+    ASSERT_EQ(found.refusals.size(), 1u);
+    EXPECT_EQ(found.refusals[0], "/in: holds more than 10,000 files of terms");
+}
+
+TEST(TermFiles, WhatCannotBeReadIsToldFromWhatShouldNotBe) {
+    TestFolder folder;
+    const auto isInaccessible = [&folder] {
+        TermFiles found;
+        EXPECT_FALSE(readTermFiles(FileSystem::disk(), viewed(folder.path), {}, found));
+        return found.isInaccessible;
+    };
+    EXPECT_FALSE(isInaccessible());
+    std::filesystem::create_directory(folder / "de.json");
+    EXPECT_TRUE(isInaccessible());
+    std::filesystem::remove(folder / "de.json");
+    std::filesystem::create_symlink("/etc/hostname", folder / "de.json");
+    EXPECT_FALSE(isInaccessible());
 }
 
 TEST(TermFiles, WhateverCannotBeReadIsRefused) {
@@ -103,9 +283,10 @@ TEST(TermFiles, WhateverCannotBeReadIsRefused) {
     measured.put("/in/de/translation.json", "1");
     measured.put("/in/fr.json", "2");
     const auto read = [](MemoryFileSystem& files, Containers::Array<Containers::String>& refusals) {
-        Containers::Array<TermFile> found;
-        Containers::Array<Containers::String> passedOver;
-        return readTermFiles(files, "/in", found, passedOver, refusals);
+        TermFiles found;
+        const bool isRead = readTermFiles(files, "/in", {}, found);
+        refusals = std::move(found.refusals);
+        return isRead;
     };
     Containers::Array<Containers::String> none;
     EXPECT_TRUE(read(measured, none));
@@ -134,13 +315,57 @@ TEST(TermFiles, LinksThatLeadOutAreRefused) {
     EXPECT_EQ(found(folder), "fr=1\nja=1\nrefused: FOLDER/de.json: is a link that leads out of the folder\n");
 }
 
+TEST(TermFiles, FoldersElsewhereAreNotLookedInto) {
+    TestFolder outside;
+    outside.write("translation.json", "{}");
+    TestFolder folder;
+    folder.write("fr.json", "1");
+    std::filesystem::create_directory_symlink(outside.path, folder / "xx");
+    EXPECT_EQ(found(folder), "fr=1\n");
+    std::filesystem::create_directory_symlink(outside.path, folder / "de");
+    EXPECT_EQ(found(folder), "fr=1\nrefused: FOLDER/de/translation.json: is a link that leads out of the folder\n");
+}
+
+TEST(TermFiles, NamesThatAreHarmfulAreShownAsEscapes) {
+    TestFolder folder;
+    folder.write("fr.json", "1");
+    folder.write("\x1b[2J\n/x.json", "2");
+    EXPECT_EQ(found(folder), "fr=1\nnotice: \\x1b[2J\\n/x.json: no language has the code \\x1b[2J\\n\n");
+}
+
+TEST(TermFiles, NamesThatNoNamespaceCanHaveAreRefused) {
+    TestFolder folder;
+    folder.write("de/m\xff.json", "1");
+    folder.write("de/m\n.json", "2");
+    EXPECT_EQ(found(folder),
+        "refused: FOLDER/de/m\\n.json: has a name that no namespace can have\n"
+        "refused: FOLDER/de/m\\xff.json: has a name that is not valid UTF-8\n");
+}
+
 TEST(TermFiles, ArchiveHoldsTheSameFilesAndMayHaveAFolderAround) {
     TestFolder folder;
     folder.write("a.zip",
         TestArchive{{{"i18n/de/translation.json", "1"}, {"i18n/fr.json", "2"}, {"ja/translation.json", "3"},
                         {"i18n/xx.json", "4"}, {"a/b/c/de.json", "5"}, {"__MACOSX/de.json", "6"}}}
             .make());
-    EXPECT_EQ(found(folder, "a.zip"), "fr=2\nde=1\nja=3\npassed: i18n/xx.json: no language has the code i18n\n");
+    EXPECT_EQ(found(folder, "a.zip"), "fr=2\nde=1\nja=3\nnotice: i18n/xx.json: no language has the code i18n\n");
+}
+
+TEST(TermFiles, FolderAroundInAnArchiveIsNoCode) {
+    TestFolder folder;
+    folder.write("a.zip",
+        TestArchive{{{"i18n/de.json", "1"}, {"i18n/enGB.json", "2"}, {"i18n/ptBR.json", "3"}, {"ptBR/menu.json", "4"},
+                        {"i18n/esMX/menu.json", "5"}}}
+            .make());
+    const LanguageMapping map[]{{"esMX", UnsignedInt(findLanguage("es-MX"))}};
+    EXPECT_EQ(found(folder, "a.zip", map),
+        "de=1\n"
+        "es-MX menu=5\n"
+        "notice: i18n/enGB.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with "
+        "--map enGB=en-GB\n"
+        "notice: i18n/ptBR.json and 1 more: no language has the code ptBR; the nearest is pt-BR: rename it, or map it "
+        "with "
+        "--map ptBR=pt-BR\n");
 }
 
 TEST(TermFiles, ArchiveThatIsRefusedGivesNothing) {
@@ -163,6 +388,40 @@ TEST(TermFiles, DamageOutsideOfTermsIsNotLookedAt) {
     archive.entries[1].crcLie = 1;
     folder.write("a.zip", archive.make());
     EXPECT_EQ(found(folder, "a.zip"), "de=1\n");
+}
+
+/** Cancels what it is read for when its first file has been read. */
+class CancellingFiles: public MemoryFileSystem {
+public:
+    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override {
+        progress.isCancelled = true;
+        ++reads;
+        return MemoryFileSystem::readFile(path, bytes, maxSize);
+    }
+
+    Progress progress;
+    int reads = 0;
+};
+
+TEST(TermFiles, NothingIsReadOrRefusedAnyMoreWhenItIsCancelled) {
+    CancellingFiles files;
+    for(const char* code: {"de", "fr", "ja"}) files.put("/in/" + std::string{code} + ".json", "1");
+    TermFiles found;
+    EXPECT_FALSE(readTermFiles(files, "/in", {}, found, &files.progress));
+    EXPECT_EQ(files.reads, 1);
+    EXPECT_TRUE(found.refusals.isEmpty());
+
+    files.put("/a.zip", TestArchive{{{"de.json", "1"}, {"fr.json", "2"}}}.make());
+    files.progress.isCancelled = false;
+    TermFiles inArchive;
+    EXPECT_FALSE(readTermFiles(files, "/a.zip", {}, inArchive, &files.progress));
+    EXPECT_TRUE(inArchive.files.isEmpty());
+    EXPECT_TRUE(inArchive.refusals.isEmpty());
+
+    files.progress.isCancelled = true;
+    TermFiles nothingThere;
+    EXPECT_FALSE(readTermFiles(files, "/nowhere", {}, nothingThere, &files.progress));
+    EXPECT_TRUE(nothingThere.refusals.isEmpty());
 }
 
 }

@@ -1,0 +1,197 @@
+#include "ImportComparison.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "DocumentLookup.h"
+#include "ImportOrder.h"
+#include "ImportSources.h"
+#include "ImportTerms.h"
+#include "ImportTranslations.h"
+#include "JsonPath.h"
+#include "LocalizationReport.h"
+#include "Parallel.h"
+#include "Progress.h"
+#include "ProjectEdit.h"
+#include "QuorvaneEditor/AllLanguages.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+
+namespace {
+
+/** Files of one language, which lie side by side. */
+struct LanguageFiles {
+    UnsignedInt language;
+    Containers::ArrayView<const ImportedFile> files;
+};
+
+std::vector<LanguageFiles> byLanguage(const Containers::ArrayView<const ImportedFile> files) {
+    std::vector<LanguageFiles> languages;
+    for(std::size_t begin = 0, end; begin != files.size(); begin = end) {
+        for(end = begin; end != files.size() && files[end].language == files[begin].language;) ++end;
+        languages.push_back({files[begin].language, files.slice(begin, end)});
+    }
+    return languages;
+}
+
+}
+
+struct ImportComparison::Data {
+    const rapidjson::Value& root;
+    UnsignedInt defaultLanguage;
+    Containers::ArrayView<const ImportedFile> files;
+    ImportTerms terms;
+    ImportSources sources;
+    std::vector<LanguageFiles> others;
+    std::vector<std::unique_ptr<ImportTranslations>> translations;
+    ImportOrder order;
+
+    Data(const rapidjson::Value& root, const UnsignedInt defaultLanguage,
+        const Containers::ArrayView<const ImportedFile> files)
+        : root{root},
+          defaultLanguage{defaultLanguage},
+          files{files},
+          terms{root, defaultLanguage},
+          sources{root, terms, defaultLanguage},
+          order{root, terms, defaultLanguage} {}
+
+    /** Containers that something may be put into are objects, where they are there. */
+    bool check(Containers::Array<Containers::String>& refusals) const {
+        check({"languages"_s}, refusals);
+        if(!check({"localization"_s}, refusals)) return false;
+        for(const Containers::StringView name: {"terms"_s, "strings"_s, "namespaces"_s})
+            check({"localization"_s, name}, refusals);
+        for(const ImportedFile& file: files)
+            if(check({"localization"_s, "namespaces"_s, file.nameSpace}, refusals))
+                check({"localization"_s, "namespaces"_s, file.nameSpace, "order"_s}, refusals);
+        for(const Containers::StringView name: {"translations"_s, "values"_s})
+            if(check({"localization"_s, name}, refusals))
+                for(const LanguageFiles& one: byLanguage(files))
+                    check({"localization"_s, name, AllLanguages[one.language].code}, refusals);
+        return refusals.isEmpty();
+    }
+
+    bool check(const std::initializer_list<Containers::StringView> names,
+        Containers::Array<Containers::String>& refusals) const {
+        const rapidjson::Value* value = &root;
+        for(const Containers::StringView name: names) value = memberOf(value, name);
+        if(!value || value->IsObject()) return true;
+        Containers::arrayAppend(refusals, Corrade::Utility::format("the project's {}: is no object", jsonPath(names)));
+        return false;
+    }
+
+    void compareSources(LocalizationReport& report) {
+        for(const LanguageFiles& one: byLanguage(files)) {
+            if(one.language != defaultLanguage) {
+                others.push_back(one);
+                continue;
+            }
+            report.addLanguage(one.language);
+            for(const ImportedFile& file: one.files) {
+                sources.compare(file, report);
+                addNotices(file, report);
+            }
+        }
+        for(const ImportedFile& file: files) terms.addNamespace(file.nameSpace);
+        sources.finish();
+    }
+
+    bool compareTranslations(LocalizationReport& report, Progress* const progress) {
+        translations.resize(others.size());
+        std::vector<LocalizationReport::KeptTerm> kept;
+        for(const ProjectTerm& term: terms.terms().terms()) kept.push_back(report.keep(term.key));
+        std::vector<LocalizationReport> reports(others.size());
+        const bool isDone = forEachInParallel(
+            others.size(),
+            [&](const std::size_t i) {
+                translations[i] = std::make_unique<ImportTranslations>(root, terms,
+                    Containers::ArrayView<const LocalizationReport::KeptTerm>{kept.data(), kept.size()},
+                    others[i].language);
+                reports[i].addLanguage(others[i].language);
+                std::size_t count = 0;
+                for(const ImportedFile& file: others[i].files) count += file.catalogue.entries().size();
+                reports[i].reserve(count);
+                for(const ImportedFile& file: others[i].files) {
+                    translations[i]->compare(file, reports[i]);
+                    addNotices(file, reports[i]);
+                }
+            },
+            progress);
+        std::size_t lines = report.lines().size();
+        for(const LocalizationReport& one: reports) lines += one.lines().size();
+        report.reserve(lines);
+        for(LocalizationReport& one: reports) report.append(std::move(one));
+        return isDone;
+    }
+
+    void addNotices(const ImportedFile& file, LocalizationReport& report) const {
+        const Int nameSpace = terms.terms().findNamespace(file.nameSpace);
+        for(const CatalogueNotice& notice: file.catalogue.notices()) {
+            const Containers::String key =
+                notice.key.isEmpty() ? notice.key : terms.key(UnsignedInt(nameSpace), notice.key);
+            report.add(file.language, TermOutcome::Notice, key, notice.reason, file.path);
+        }
+    }
+
+    /** Languages that the project does not have, with a mark for the default one. */
+    std::vector<std::pair<UnsignedInt, bool>> newLanguages() const {
+        std::vector<std::pair<UnsignedInt, bool>> languages;
+        const rapidjson::Value* const known = memberOf(&root, "languages"_s);
+        const bool isFirst = !known || known->ObjectEmpty();
+        if(isFirst) languages.emplace_back(defaultLanguage, true);
+        const auto add = [&](const UnsignedInt language) {
+            const bool isKnown =
+                isFirst ? language == defaultLanguage : memberOf(known, AllLanguages[language].code) != nullptr;
+            if(!isKnown) languages.emplace_back(language, false);
+        };
+        for(const LanguageFiles& one: byLanguage(files))
+            if(one.language == defaultLanguage) add(one.language);
+        for(const LanguageFiles& one: others) add(one.language);
+        return languages;
+    }
+};
+
+ImportComparison::ImportComparison(const rapidjson::Value& root, const UnsignedInt defaultLanguage,
+    const Containers::ArrayView<const ImportedFile> files)
+    : _data{Corrade::InPlaceInit, root, defaultLanguage, files} {}
+
+ImportComparison::~ImportComparison() = default;
+
+bool ImportComparison::run(
+    LocalizationReport& report, Containers::Array<Containers::String>& refusals, Progress* const progress) {
+    if(!_data->check(refusals)) return false;
+    _data->compareSources(report);
+    if(!_data->compareTranslations(report, progress)) return false;
+    _data->order.compare(_data->files, _data->sources, {_data->translations.data(), _data->translations.size()});
+    return true;
+}
+
+bool ImportComparison::isEmpty() const {
+    return _data->sources.isEmpty() && _data->order.isEmpty() && _data->newLanguages().empty() &&
+        std::all_of(_data->translations.begin(), _data->translations.end(),
+            [](const auto& translations) { return translations->isEmpty(); });
+}
+
+void ImportComparison::collect(ProjectEdit& edit, const std::function<void(UnsignedInt language)>& release) {
+    for(const auto& [language, isDefault]: _data->newLanguages()) {
+        rapidjson::Value entry{rapidjson::kObjectType};
+        if(isDefault) entry.AddMember("isDefault", rapidjson::Value{true}, edit.allocator());
+        edit.set({"languages"_s, AllLanguages[language].code}, std::move(entry));
+    }
+    _data->sources.collect(edit);
+    for(const auto& translations: _data->translations)
+        translations->collect(
+            edit, _data->terms, [release, language = translations->language()] { release(language); });
+    _data->order.collect(edit);
+}
+
+}

@@ -1,0 +1,165 @@
+#include "ImportTerms.h"
+
+#include <mutex>
+#include <string>
+
+#include <Corrade/Containers/Optional.h>
+#include <rapidjson/document.h>
+
+#include "Fingerprint.h"
+#include "KeptValues.h"
+#include "PluralSets.h"
+#include "ProjectEdit.h"
+#include "QuorvaneEditor/AllLanguages.h"
+#include "TermConflicts.h"
+#include "TermKey.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+
+struct ImportTerms::Namespace {
+    std::once_flag hasTree, hasPlurals;
+    /** All keys as files nest them. */
+    TermTree tree;
+    /** Keys in the project by their numbers in the tree. */
+    std::vector<Containers::StringView> keys;
+    Containers::Optional<PluralSets> plurals;
+};
+
+namespace {
+
+/** The key of the other shape that the i18next library takes for the same, empty where there is none: "a%2Eb" and "a.b". */
+Containers::String otherShape(const Containers::StringView fileKey, const bool isFlat) {
+    const std::string key{fileKey.data(), fileKey.size()};
+    const std::string from = isFlat ? "." : "%2E";
+    const std::string to = isFlat ? "%2E" : ".";
+    if(!isFlat && key.find('.') != std::string::npos) return {};
+    std::string other;
+    std::size_t begin = 0;
+    for(std::size_t at; (at = key.find(from, begin)) != std::string::npos; begin = at + from.size())
+        other.append(key, begin, at - begin).append(to);
+    if(begin == 0) return {};
+    other.append(key, begin);
+    return {other.data(), other.size()};
+}
+
+}
+
+ImportTerms::ImportTerms(const rapidjson::Value& root, const UnsignedInt defaultLanguage)
+    : _defaultLanguage{defaultLanguage}, _terms{root}, _knownCount{_terms.terms().size()} {
+    const KeptValues values{root, _terms, AllLanguages[defaultLanguage].code};
+    for(const KeptValues::Entry& entry: values.entries())
+        _valueKeys.add(_memory.add(key(UnsignedInt(entry.place.nameSpace), entry.place.fileKey)));
+}
+
+ImportTerms::~ImportTerms() = default;
+
+bool ImportTerms::addTerm(const UnsignedInt nameSpace, const Containers::StringView fileKey,
+    const Containers::StringView source, Containers::String& reason) {
+    const Containers::StringView key = _terms.projectKey(nameSpace, fileKey, _memory);
+    if(!insert(nameSpace, key, fileKey, reason)) return false;
+    _terms.addTerm(nameSpace, fileKey, source);
+    return true;
+}
+
+bool ImportTerms::addValue(
+    const UnsignedInt nameSpace, const Containers::StringView fileKey, Containers::String& reason) {
+    const Containers::StringView key = _terms.projectKey(nameSpace, fileKey, _memory);
+    if(!insert(nameSpace, key, fileKey, reason)) return false;
+    _valueKeys.add(key);
+    return true;
+}
+
+bool ImportTerms::hasValue(const Containers::StringView key) const {
+    const Int value = _valueKeys.find(key);
+    return value != -1 && (std::size_t(value) >= _isValueDropped.size() || !_isValueDropped[std::size_t(value)]);
+}
+
+void ImportTerms::dropValue(const Containers::StringView key) {
+    const Int value = _valueKeys.find(key);
+    if(value == -1) return;
+    _isValueDropped.resize(_valueKeys.size());
+    _isValueDropped[std::size_t(value)] = true;
+}
+
+bool ImportTerms::insert(const UnsignedInt nameSpace, const Containers::StringView key,
+    const Containers::StringView fileKey, Containers::String& reason) {
+    if(_terms.namespaces()[nameSpace].isFlat && TermKey::segmentCount(fileKey) != 1) {
+        reason = "lies in an object, and the namespace is flat"_s;
+        return false;
+    }
+    Namespace& in = withTree(nameSpace);
+    Int other = -1;
+    const TermConflict conflict = in.tree.insert(fileKey, Int(in.keys.size()), other);
+    if(conflict != TermConflict::None) {
+        reason = describe(conflict, other == -1 ? ""_s : in.keys[std::size_t(other)]);
+        return false;
+    }
+    in.keys.push_back(key);
+    return true;
+}
+
+void ImportTerms::finish() {
+    _fingerprints.reserve(_terms.terms().size());
+    for(const ProjectTerm& term: _terms.terms())
+        _fingerprints.push_back(
+            term.source.data() ? _memory.add(QuorvaneEngine::fingerprint(term.source)) : Containers::StringView{});
+    while(_namespaces.size() < _terms.namespaces().size()) _namespaces.push_back(std::make_unique<Namespace>());
+}
+
+void ImportTerms::keep(const std::size_t term, ProjectEdit& edit) {
+    _kept.resize(_terms.terms().size());
+    Kept& kept = _kept[term];
+    if(!kept.key.data()) kept = {edit.keep(_terms.terms()[term].key), edit.keep(_fingerprints[term])};
+}
+
+Int ImportTerms::find(const UnsignedInt nameSpace, const Containers::StringView fileKey, Int& last) const {
+    const Int found = _terms.find(nameSpace, fileKey, last);
+    if(found != -1) return found;
+    const Containers::String other = otherShape(nameSpace, fileKey);
+    return other.isEmpty() ? -1 : _terms.find(nameSpace, other);
+}
+
+Containers::String ImportTerms::otherShape(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+    return QuorvaneEngine::otherShape(fileKey, _terms.namespaces()[nameSpace].isFlat);
+}
+
+Containers::String ImportTerms::key(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+    TextArena memory;
+    return _terms.projectKey(nameSpace, fileKey, memory);
+}
+
+Containers::String ImportTerms::reasonForNone(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+    const Namespace& in = withTree(nameSpace);
+    Int other = -1;
+    const TermConflict conflict = in.tree.check(fileKey, other);
+    // An array whose elements are all new, or a member beside others, is no conflict.
+    if(conflict != TermConflict::LeafAndBranch && conflict != TermConflict::MemberAndElement)
+        return "no term has this key"_s;
+    return "no term has this key, and it "_s + describe(conflict, in.keys[std::size_t(other)]);
+}
+
+const PluralSets& ImportTerms::plurals(const UnsignedInt nameSpace) const {
+    Namespace& in = *_namespaces[nameSpace];
+    std::call_once(in.hasPlurals, [&] {
+        in.plurals.emplace(PluralSets{_terms.fileKeys(nameSpace), AllLanguages[_defaultLanguage].code});
+    });
+    return *in.plurals;
+}
+
+ImportTerms::Namespace& ImportTerms::withTree(const UnsignedInt nameSpace) const {
+    while(_namespaces.size() <= nameSpace) _namespaces.push_back(std::make_unique<Namespace>());
+    Namespace& in = *_namespaces[nameSpace];
+    std::call_once(in.hasTree, [&] {
+        for(const ProjectTerm& term: _terms.terms()) {
+            if(term.nameSpace != nameSpace) continue;
+            Int other = -1;
+            if(in.tree.insert(term.fileKey, Int(in.keys.size()), other) == TermConflict::None)
+                in.keys.push_back(term.key);
+        }
+    });
+    return in;
+}
+
+}

@@ -1,0 +1,214 @@
+#include "ImportTranslations.h"
+
+#include <cstring>
+#include <utility>
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "DocumentLookup.h"
+#include "ImportTerms.h"
+#include "LocalizationReport.h"
+#include "PluralSets.h"
+#include "ProjectEdit.h"
+#include "QuorvaneEditor/AllLanguages.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+using Corrade::Utility::format;
+
+struct ImportTranslations::File {
+    const ImportedFile& file;
+    UnsignedInt nameSpace;
+    LocalizationReport& report;
+
+    void add(
+        const TermOutcome outcome, const Containers::StringView key, const Containers::StringView reason = {}) const {
+        report.add(file.language, outcome, key, reason, file.path);
+    }
+};
+
+ImportTranslations::ImportTranslations(const rapidjson::Value& root, const ImportTerms& terms,
+    const Containers::ArrayView<const LocalizationReport::KeptTerm> kept, const UnsignedInt language)
+    : _terms{terms},
+      _kept{kept},
+      _language{language},
+      _categories{pluralCategories(AllLanguages[language].code, PluralKind::Cardinal),
+          pluralCategories(AllLanguages[language].code, PluralKind::Ordinal)},
+      _known{root, terms.terms(), AllLanguages[language].code},
+      _values{root, terms.terms(), AllLanguages[language].code},
+      _isFound(terms.terms().terms().size()) {}
+
+ImportTranslations::~ImportTranslations() = default;
+
+void ImportTranslations::compare(const ImportedFile& imported, LocalizationReport& report) {
+    const File file{imported, UnsignedInt(_terms.terms().findNamespace(imported.nameSpace)), report};
+    _last = -1;
+    _changes.reserve(_changes.size() + imported.catalogue.entries().size());
+    for(const CatalogueEntry& entry: imported.catalogue.entries()) {
+        if(entry.value) compareValue(file, entry);
+        else compareText(file, entry);
+    }
+}
+
+void ImportTranslations::compareText(const File& file, const CatalogueEntry& entry) {
+    const Int found = _terms.find(file.nameSpace, entry.key, _last);
+    if(found == -1) {
+        const Containers::String key = _terms.key(file.nameSpace, entry.key);
+        if(entry.text.isEmpty()) file.add(TermOutcome::Empty, key);
+        else if(_terms.hasValue(key)) {
+            if(_values.keep(key, file.nameSpace, entry))
+                file.add(
+                    TermOutcome::Notice, key, "stands where the default language has no text: it is kept as it is"_s);
+        } else if(!compareForm(file, entry, key))
+            skip(file, entry, key, _terms.reasonForNone(file.nameSpace, entry.key));
+        return;
+    }
+    const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
+    if(entry.text.isEmpty()) file.add(TermOutcome::Empty, term.key);
+    else if(!term.isTranslatable) skip(file, entry, term.key, "is not translatable"_s);
+    else if(_isFound[std::size_t(found)] || (term.fileKey != entry.key && file.file.catalogue.find(term.fileKey) != -1))
+        skip(file, entry, term.key, "stands in the file a second time, with dots in a name"_s);
+    else {
+        _isFound[std::size_t(found)] = true;
+        translate(file, entry, std::size_t(found));
+    }
+}
+
+void ImportTranslations::compareValue(const File& file, const CatalogueEntry& entry) {
+    const Containers::StringView what = describeValue(*entry.value);
+    const Int found = _terms.find(file.nameSpace, entry.key, _last);
+    const ProjectTerm* const term = found == -1 ? nullptr : &_terms.terms().terms()[std::size_t(found)];
+    const Containers::String key = term ? Containers::String{term->key} : _terms.key(file.nameSpace, entry.key);
+    if(term && !term->isTranslatable) return skip(file, entry, key, "is not translatable"_s);
+    if(term && (_isFound[std::size_t(found)] || !_known[std::size_t(found)].text().isEmpty()))
+        return skip(file, entry, key, format("{}, and the term has a translation", what));
+    if(!term && !_terms.hasValue(key))
+        return skip(file, entry, key, format("{}, and {}", what, _terms.reasonForNone(file.nameSpace, entry.key)));
+    if(_values.keep(key, file.nameSpace, entry))
+        file.add(TermOutcome::Notice, key, format("{}: it is kept as it is", what));
+}
+
+bool ImportTranslations::compareForm(const File& file, const CatalogueEntry& entry, const Containers::StringView key) {
+    PluralForm form;
+    if(!parsePluralForm(entry.key, form)) return false;
+    const PluralSets& plurals = _terms.plurals(file.nameSpace);
+    const Int set = plurals.find(form);
+    if(set == -1) return false;
+    // Of a language without rules nobody knows which forms it needs.
+    const PluralCategories categories = _categories[std::size_t(form.kind)];
+    if(categories && form.category != PluralCategory::Zero && !(categories & form.category)) {
+        skip(file, entry, key, format("is a plural form that {} does not have", AllLanguages[_language].name));
+        return true;
+    }
+    const std::size_t other = _terms.terms().termAt(
+        file.nameSpace, std::size_t(plurals.sets()[std::size_t(set)].form(PluralCategory::Other)));
+    if(!_terms.terms().terms()[other].isTranslatable) {
+        skip(file, entry, key, "is not translatable"_s);
+        return true;
+    }
+    const Int known = _known.findOther(key);
+    _forms.push_back({_memory.add(key), {Int(file.nameSpace), entry.key}, other,
+        known == -1 ? ProjectTranslation{} : _known.others()[std::size_t(known)].translation});
+    translate(file, entry, _terms.terms().terms().size() + _forms.size() - 1);
+    return true;
+}
+
+void ImportTranslations::skip(const File& file, const CatalogueEntry& entry, const Containers::StringView key,
+    const Containers::StringView reason) {
+    _skipped.insert(&entry);
+    file.add(TermOutcome::Skipped, key, reason);
+}
+
+void ImportTranslations::translate(const File& file, const CatalogueEntry& entry, const std::size_t target) {
+    const Containers::StringView before = known(target).text();
+    // What was kept here would come back if the text were ever emptied.
+    _values.drop(key(target));
+    const TermOutcome outcome = before == entry.text ? TermOutcome::Unchanged
+        : before.isEmpty()                           ? TermOutcome::Added
+                                                     : TermOutcome::Changed;
+    if(outcome != TermOutcome::Unchanged) _changes.push_back({&entry, UnsignedInt(target)});
+    if(target < _kept.size()) file.report.add(_language, outcome, _kept[target], {}, file.file.path);
+    else file.add(outcome, key(target));
+}
+
+void ImportTranslations::appendForms(const UnsignedInt nameSpace, std::vector<TermLayout::Key>& forms) const {
+    for(const Form& form: _forms)
+        if(form.place.nameSpace == Int(nameSpace)) forms.push_back({form.key, form.place.fileKey});
+}
+
+Containers::StringView ImportTranslations::key(const std::size_t target) const {
+    const auto terms = _terms.terms().terms();
+    return target < terms.size() ? terms[target].key : _forms[target - terms.size()].key;
+}
+
+ProjectTranslation ImportTranslations::known(const std::size_t target) const {
+    const std::size_t count = _terms.terms().terms().size();
+    return target < count ? _known[target] : _forms[target - count].known;
+}
+
+/** The term whose text it is a translation of. */
+std::size_t ImportTranslations::sourceOf(const std::size_t target) const {
+    const std::size_t count = _terms.terms().terms().size();
+    return target < count ? target : _forms[target - count].source;
+}
+
+void ImportTranslations::collect(ProjectEdit& edit, ImportTerms& terms, std::function<void()>&& release) {
+    const std::size_t count = terms.terms().terms().size();
+    for(const Change& change: _changes) terms.keep(sourceOf(change.target), edit);
+    for(Form& form: _forms) form.key = edit.keep(form.key);
+    std::function<void()> finish;
+    if(_values.isEmpty())
+        finish = [this, release = std::move(release)] {
+            _changes = std::vector<Change>{};
+            _known.clear();
+            release();
+        };
+    edit.setMembers({"localization"_s, "translations"_s, AllLanguages[_language].code},
+        {_changes.size(),
+            [this, count](const std::size_t i) {
+                const std::size_t target = _changes[i].target;
+                return target < count ? _terms.keptKey(target) : key(target);
+            },
+            [this](const std::size_t i) { return known(_changes[i].target).position; },
+            [this](const std::size_t i, rapidjson::Document& out) { make(_changes[i], out); }, std::move(finish)});
+    _values.collect(edit);
+}
+
+void ImportTranslations::make(const Change& change, rapidjson::Document& out) const {
+    rapidjson::SizeType count = 0;
+    const auto write = [&](const char* const name, const Containers::StringView text, const bool isCopied = true) {
+        if(!text.data()) return;
+        out.Key(name, rapidjson::SizeType(std::strlen(name)), true);
+        out.String(text.isEmpty() ? "" : text.data(), rapidjson::SizeType(text.size()), isCopied);
+        ++count;
+    };
+    out.StartObject();
+    const Containers::StringView fingerprint = _terms.keptFingerprint(sourceOf(change.target));
+    const auto writeFingerprint = [&] { write("source", fingerprint, !ProjectEdit::isShared(fingerprint)); };
+    const rapidjson::Value* const known = this->known(change.target).value;
+    bool hasText = false;
+    bool hasFingerprint = false;
+    if(known && known->IsObject())
+        for(const auto& member: known->GetObject()) {
+            const Containers::StringView name{member.name.GetString(), member.name.GetStringLength()};
+            if(name == "text"_s) {
+                hasText = true;
+                write("text", change.entry->text);
+            } else if(name == "source"_s) {
+                hasFingerprint = true;
+                writeFingerprint();
+            } else {
+                out.Key(name.data(), member.name.GetStringLength(), true);
+                member.value.Accept(out);
+                ++count;
+            }
+        }
+    if(!hasText) write("text", change.entry->text);
+    if(!hasFingerprint) writeFingerprint();
+    out.EndObject(count);
+}
+
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <functional>
+#include <unordered_set>
+#include <vector>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "ImportFiles.h"
+#include "ImportedValues.h"
+#include "LocalizationReport.h"
+#include "PluralRules.h"
+#include "ProjectTranslations.h"
+#include "QuorvaneEditor/Host.h"
+#include "TextArena.h"
+
+namespace QuorvaneEngine {
+
+class ImportTerms;
+class ProjectEdit;
+
+/** What the files of a language beside the default one bring: translations, plural forms that the default language does not have,
+    and values that are kept. Each language may be compared on a thread of its own. */
+class QUORVANE_API ImportTranslations {
+public:
+    /** @param root     the project's document; must outlive this object, and stay as it is
+        @param terms    finished; must outlive this object
+        @param kept     all of them, as the report has kept them to which that of this language will be appended; @ref compare()
+            needs it
+        @param language index into @ref AllLanguages */
+    explicit ImportTranslations(const rapidjson::Value& root, const ImportTerms& terms,
+        Containers::ArrayView<const LocalizationReport::KeptTerm> kept, UnsignedInt language);
+    ~ImportTranslations();
+    ImportTranslations(const ImportTranslations&) = delete;
+    ImportTranslations& operator=(const ImportTranslations&) = delete;
+
+    /** Compares a file of the language.
+        @param file     must outlive this object */
+    void compare(const ImportedFile& file, LocalizationReport& report);
+
+    bool isEmpty() const { return _changes.empty() && _values.isEmpty(); }
+
+    /** Wants the changes of an edit; this object must outlive its push.
+        @param terms    those that this object has
+        @param release  called when the files that were compared are no longer needed; not called where values of theirs are kept */
+    void collect(ProjectEdit& edit, ImportTerms& terms, std::function<void()>&& release);
+
+    UnsignedInt language() const { return _language; }
+    /** Appends the plural forms of a namespace that are no terms. */
+    void appendForms(UnsignedInt nameSpace, std::vector<TermLayout::Key>& forms) const;
+
+    /** Whether a text or value of a file that was compared is not taken over. */
+    bool isSkipped(const CatalogueEntry& entry) const { return _skipped.contains(&entry); }
+
+    const ProjectTranslations& known() const { return _known; }
+    const ImportedValues& values() const { return _values; }
+
+private:
+    /** There are as many as texts in the files. */
+    struct Change {
+        const CatalogueEntry* entry;
+        /** Index of the term, or into the forms behind the terms. */
+        UnsignedInt target;
+    };
+
+    /** A plural form that is no term. */
+    struct Form {
+        Containers::StringView key;
+        TermPlace place;
+        /** The term whose text it is a translation of. */
+        std::size_t source;
+        ProjectTranslation known;
+    };
+
+    struct File;
+
+    void compareText(const File& file, const CatalogueEntry& entry);
+    void compareValue(const File& file, const CatalogueEntry& entry);
+    bool compareForm(const File& file, const CatalogueEntry& entry, Containers::StringView key);
+    void translate(const File& file, const CatalogueEntry& entry, std::size_t target);
+    void skip(const File& file, const CatalogueEntry& entry, Containers::StringView key, Containers::StringView reason);
+
+    Containers::StringView key(std::size_t target) const;
+    ProjectTranslation known(std::size_t target) const;
+    std::size_t sourceOf(std::size_t target) const;
+    void make(const Change& change, rapidjson::Document& out) const;
+
+    const ImportTerms& _terms;
+    Containers::ArrayView<const LocalizationReport::KeptTerm> _kept;
+    UnsignedInt _language;
+    PluralCategories _categories[2];
+    ProjectTranslations _known;
+    ImportedValues _values;
+    TextArena _memory;
+    std::vector<Change> _changes;
+    std::vector<Form> _forms;
+    std::vector<bool> _isFound;
+    std::unordered_set<const CatalogueEntry*> _skipped;
+    /** Where the order of terms in a file is that of the project, the term that was found last. */
+    Int _last = -1;
+};
+
+}

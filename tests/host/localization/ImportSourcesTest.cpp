@@ -1,0 +1,204 @@
+#include "ImportSources.h"
+
+#include "Exchange.h"
+#include "support/CapturedOutput.h"
+
+namespace QuorvaneEngine {
+
+using Test::CapturedOutput;
+
+namespace {
+
+const std::string Prefix = "LocalizationTools::importTerms(): ";
+
+/** What an import of one English file says. */
+std::string import(TestProject& project, const std::string& file, const std::string& json) {
+    TestFolder folder;
+    folder.write(file, json);
+    const CapturedOutput output;
+    importFrom(project, {"en"}, folder.path);
+    return output.warning();
+}
+
+}
+
+TEST(ImportSources, NamespacesMakeTermsOfTheirOwn) {
+    TestProject project{"{}"};
+    expectOneUndoStep(
+        project, [&] { EXPECT_EQ(import(project, "en/menu.json", R"({"file": {"open": "Open"}})"), ""); });
+    EXPECT_EQ(project.at("/localization"),
+        R"({"terms":{"menu:file.open":{"sourceText":"/localization/strings/menu:file.open","translatable":true}},)"
+        R"("strings":{"menu:file.open":"Open"}})");
+    EXPECT_EQ(import(project, "en/translation.json", R"({"file": {"open": "O"}})"), "");
+    EXPECT_EQ(project.at("/localization/strings"), R"({"menu:file.open":"Open","file.open":"O"})");
+}
+
+TEST(ImportSources, FileOfSentencesMakesItsNamespaceFlat) {
+    TestProject project{"{}"};
+    const std::string file = R"({"Status: Loading...": "Loading", "menu.file": "File", "plain": "P"})";
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(import(project, "en/ui.json", file),
+            Prefix +
+                "en/ui.json: ui:Status%3A Loading...: reads like a sentence: only an application that switches both "
+                "separators off finds it\n");
+    });
+    EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
+    EXPECT_EQ(project.at("/localization/strings"),
+        R"({"ui:Status%3A Loading...":"Loading","ui:menu.file":"File","ui:plain":"P"})");
+    const std::size_t changes = project.changeCount();
+    import(project, "en/ui.json", file);
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
+TEST(ImportSources, FileWithoutTextsHasNoShape) {
+    TestProject project{"{}"};
+    import(project, "en/ui.json", R"({"menu.file": "", "a b": null})");
+    EXPECT_EQ(project.at("/localization"), R"({"namespaces":{"ui":{}}})");
+    import(project, "en/ui.json", R"({"menu.file": "File"})");
+    EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
+}
+
+TEST(ImportSources, NamespaceWithValuesKeepsItsShape) {
+    TestProject project{"{}"};
+    import(project, "en/ui.json", R"({"menu.file": "", "n": 1})");
+    EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
+    const std::size_t changes = project.changeCount();
+    import(project, "en/ui.json", R"({"n": 1})");
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
+TEST(ImportSources, NamespaceWithTermsKeepsItsShape) {
+    TestProject project{R"({"localization":{"terms":{"ui:a":{"translatable":true}}}})"};
+    import(project, "en/ui.json", R"({"menu.file": "File"})");
+    EXPECT_EQ(project.at("/localization/namespaces"), "nothing");
+    EXPECT_EQ(project.at("/localization/strings"), R"({"ui:menu%2Efile":"File"})");
+}
+
+TEST(ImportSources, NestedKeysHaveNoPlaceInAFlatNamespace) {
+    TestProject project{
+        R"({"x":"X","localization":{"terms":{"a.b":{"sourceText":"x","translatable":true}},"namespaces":{"translation":{"flat":true}}}})"};
+    EXPECT_EQ(import(project, "en.json", R"({"a": {"b": "new", "c": "C"}})"),
+        Prefix + "en.json: a.c: lies in an object, and the namespace is flat\n");
+    EXPECT_EQ(project.at("/x"), R"("new")");
+}
+
+TEST(ImportSources, ValuesThatAreNoTextsAreKept) {
+    TestProject project{"{}"};
+    const std::string file =
+        R"({"n": 5, "big": 1e300, "list": [], "none": {}, "on": true, "mixed": [1, "x", null, {}]})";
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(import(project, "en.json", file),
+            Prefix + "en.json: n: is a number and no text: it is kept as it is\n" + Prefix +
+                "en.json: big: is a number and no text: it is kept as it is\n" + Prefix +
+                "en.json: list: is an empty array and no text: it is kept as it is\n" + Prefix +
+                "en.json: none: is an empty object and no text: it is kept as it is\n" + Prefix +
+                "en.json: on: is true or false and no text: it is kept as it is\n" + Prefix +
+                "en.json: mixed.[0]: is a number and no text: it is kept as it is\n" + Prefix +
+                "en.json: mixed.[3]: is an empty object and no text: it is kept as it is\n");
+    });
+    EXPECT_EQ(project.at("/localization/values"),
+        R"({"en":{"n":5,"big":1e300,"list":[],"none":{},"on":true,"mixed.[0]":1,"mixed.[3]":{}}})");
+    const std::size_t changes = project.changeCount();
+    EXPECT_EQ(import(project, "en.json", file), "");
+    EXPECT_EQ(project.changeCount(), changes);
+    import(project, "en.json", R"({"n": 6})");
+    EXPECT_EQ(project.at("/localization/values/en/n"), "6");
+    EXPECT_EQ(project.changeCount(), changes + 1);
+}
+
+TEST(ImportSources, ValueInThePlaceOfATermLeavesTheTerm) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}}}})"};
+    const std::string before = project.at("/localization");
+    EXPECT_EQ(import(project, "en.json", R"({"a": 5})"),
+        Prefix + "en.json: a: is a number and no text, and the project has a term here\n");
+    EXPECT_EQ(project.at("/localization"), before);
+}
+
+TEST(ImportSources, ValueGivesItsPlaceToWhatTheFileHasThereNow) {
+    TestProject before{"{}"};
+    import(before, "en.json", R"({"b": {}, "n": 1, "k": true, "s": "S"})");
+    TestProject project{before.text()};
+    EXPECT_EQ(project.at("/localization/values/en"), R"({"b":{},"n":1,"k":true})");
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(import(project, "en.json", R"({"b": {"c": "below"}, "n": "now a text", "k": true, "s": "S"})"),
+            Prefix + "en.json: b: was no text, and gives its place to what the file has there now\n" + Prefix +
+                "en.json: n: was no text, and gives its place to what the file has there now\n");
+    });
+    EXPECT_EQ(project.at("/localization/values/en"), R"({"b":null,"n":null,"k":true})");
+    TestFolder folder;
+    const CapturedOutput output;
+    exportTo(project, {"en"}, folder.path);
+    EXPECT_EQ(output.warning(), "");
+    EXPECT_EQ(folder.read("en/translation.json"),
+        "{\n  \"b\": {\n    \"c\": \"below\"\n  },\n  \"n\": \"now a text\",\n  \"k\": true,\n  \"s\": \"S\"\n}\n");
+}
+
+TEST(ImportSources, ValueOfAnotherLanguageIsNotWrittenWhereTheDefaultOneHasABranchNow) {
+    TestProject project{"{}"};
+    TestFolder both;
+    both.write("en.json", R"({"b": {}, "t": "T"})");
+    both.write("de.json", R"({"b": {}, "t": "D"})");
+    importFrom(project, {"en"}, both.path);
+    import(project, "en.json", R"({"b": {"c": "below"}, "t": "T"})");
+    TestFolder folder;
+    const CapturedOutput output;
+    exportTo(project, {"en", "de"}, folder.path);
+    EXPECT_EQ(output.warning(), "");
+    EXPECT_EQ(folder.read("de/translation.json"), "{\n  \"t\": \"D\"\n}\n");
+}
+
+TEST(ImportSources, KeysThatTheLibraryFindsNotAreTold) {
+    TestProject project{"{}"};
+    EXPECT_EQ(import(project, "en.json", R"({"a.b": "1", "a": {"b": "2"}})"),
+        Prefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
+    EXPECT_EQ(project.at("/localization/strings"), R"({"a%2Eb":"1","a.b":"2"})");
+}
+
+TEST(ImportSources, KeyItselfComesBeforeOneOfAnotherShape) {
+    TestProject project{"{}"};
+    import(project, "en.json", R"({"m": {"x": "source"}})");
+    TestFolder folder;
+    folder.write("de.json", R"({"m.x": "flat", "m": {"x": "nested"}})");
+    importFrom(project, {"en"}, folder.path);
+    EXPECT_EQ(project.at("/localization/translations/de/m.x/text"), R"("nested")");
+    import(project, "en.json", R"({"m.x": "flat", "m": {"x": "new"}})");
+    EXPECT_EQ(project.at("/localization/strings"), R"({"m.x":"new","m%2Ex":"flat"})");
+}
+
+TEST(ImportSources, EmptyFileOfANamespaceIsRemembered) {
+    TestProject project{"{}"};
+    expectOneUndoStep(project, [&] { import(project, "en/errors.json", "{}"); });
+    EXPECT_EQ(project.at("/localization/namespaces"), R"({"errors":{}})");
+    const std::size_t changes = project.changeCount();
+    import(project, "en/errors.json", "{}");
+    EXPECT_EQ(project.changeCount(), changes);
+    import(project, "en.json", "{}");
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
+TEST(ImportSources, ManyTextsOfTheProjectsStringsAreOneChange) {
+    std::string terms, strings, file;
+    for(int i = 0; i != 100; ++i) {
+        const std::string key = "k/" + std::to_string(i);
+        terms += (i ? ",\"" : "\"") + key + R"(":{"sourceText":"/localization/strings/k~1)" + std::to_string(i) +
+            R"(","translatable":true})";
+        strings += (i ? ",\"" : "\"") + key + "\":\"old\"";
+        file += (i ? ",\"" : "\"") + key + "\":\"new" + std::to_string(i) + '"';
+    }
+    TestProject project{
+        R"({"languages":{"en":{}},"localization":{"terms":{)" + terms + R"(},"strings":{)" + strings + "}}}"};
+    expectOneUndoStep(project, [&] { import(project, "en.json", '{' + file + R"(,"more":"M"})"); });
+    EXPECT_EQ(project.at("/localization/strings"), '{' + file + R"(,"more":"M"})");
+    // The language is known; the new term, and all texts together.
+    EXPECT_EQ(project.changeCount(), 2u);
+}
+
+TEST(ImportSources, TermsInTwoShapesAreFoundOnce) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"a.b":{"sourceText":"x","translatable":true}}}})"};
+    EXPECT_EQ(import(project, "en.json", R"({"a.b": "new", "a": {"b": "other"}})"),
+        Prefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
+    EXPECT_EQ(project.at("/x"), R"("other")");
+    EXPECT_EQ(project.at("/localization/strings"), R"({"a%2Eb":"new"})");
+}
+
+}

@@ -1,0 +1,160 @@
+#include "ImportTranslations.h"
+
+#include "Exchange.h"
+#include "Fingerprint.h"
+#include "support/CapturedOutput.h"
+
+namespace QuorvaneEngine {
+
+using Test::CapturedOutput;
+
+namespace {
+
+const std::string Prefix = "LocalizationTools::importTerms(): ";
+
+std::string import(TestProject& project, const std::string& file, const std::string& json) {
+    TestFolder folder;
+    folder.write(file, json);
+    const CapturedOutput output;
+    importFrom(project, {"en"}, folder.path);
+    return output.warning();
+}
+
+constexpr const char* Apples =
+    R"({"one":"an apple","many":"apples","languages":{"en":{"isDefault":true},"de":{},"pl":{}},)"
+    R"("localization":{"terms":{"apples_one":{"sourceText":"one","translatable":true},)"
+    R"("apples_other":{"sourceText":"many","translatable":true},"file_other":{"sourceText":"many","translatable":true}}}})";
+
+std::string entry(const std::string& text, const std::string& source) {
+    return R"({"text":")" + text + R"(","source":")" + copied(fingerprint(viewed(source))) + "\"}";
+}
+
+}
+
+TEST(ImportTranslations, FormsThatOnlyTheTargetHasAreTranslationsOfOther) {
+    TestProject project{Apples};
+    const std::string file =
+        R"({"apples_one":"jabłko","apples_few":"jabłka","apples_many":"jabłek","apples_zero":"0"})";
+    expectOneUndoStep(project, [&] { EXPECT_EQ(import(project, "pl.json", file), ""); });
+    EXPECT_EQ(project.at("/localization/translations/pl"),
+        R"({"apples_one":)" + entry("jabłko", "an apple") + R"(,"apples_few":)" + entry("jabłka", "apples") +
+            R"(,"apples_many":)" + entry("jabłek", "apples") + R"(,"apples_zero":)" + entry("0", "apples") + '}');
+    const std::size_t changes = project.changeCount();
+    EXPECT_EQ(import(project, "pl.json", file), "");
+    EXPECT_EQ(project.changeCount(), changes);
+    import(project, "pl.json", R"({"apples_few":"inne"})");
+    EXPECT_EQ(project.at("/localization/translations/pl/apples_few/text"), R"("inne")");
+    EXPECT_EQ(project.changeCount(), changes + 1);
+}
+
+TEST(ImportTranslations, FormsThatTheTargetDoesNotHaveAreSkipped) {
+    TestProject project{Apples};
+    EXPECT_EQ(import(project, "de.json", R"({"apples_few":"x","apples_zero":"keine"})"),
+        Prefix + "de.json: apples_few: is a plural form that German does not have\n");
+    EXPECT_EQ(project.at("/localization/translations/de"), R"({"apples_zero":)" + entry("keine", "apples") + '}');
+}
+
+TEST(ImportTranslations, SuffixesProveNothingByThemselves) {
+    TestProject project{Apples};
+    const std::string before = project.text();
+    EXPECT_EQ(import(project, "pl.json", R"({"file_few":"x","pears_few":"x","booking_0":"x"})"),
+        Prefix + "pl.json: file_few: no term has this key\n" + Prefix + "pl.json: pears_few: no term has this key\n" +
+            Prefix + "pl.json: booking_0: no term has this key\n");
+    EXPECT_EQ(project.text(), before);
+}
+
+TEST(ImportTranslations, OrdinalsAreAGroupOfTheirOwn) {
+    TestProject project{R"({"x":"#","languages":{"en":{"isDefault":true},"it":{}},"localization":{"terms":{
+        "floor_ordinal_one":{"sourceText":"x","translatable":true},"floor_ordinal_two":{"sourceText":"x","translatable":true},
+        "floor_ordinal_few":{"sourceText":"x","translatable":true},
+        "floor_ordinal_other":{"sourceText":"x","translatable":true}}}})"};
+    EXPECT_EQ(import(project, "it.json", R"({"floor_ordinal_many":"8","floor_ordinal_other":"1","floor_many":"no"})"),
+        Prefix + "it.json: floor_many: no term has this key\n");
+    EXPECT_EQ(project.at("/localization/translations/it"),
+        R"({"floor_ordinal_many":)" + entry("8", "#") + R"(,"floor_ordinal_other":)" + entry("1", "#") + '}');
+}
+
+TEST(ImportTranslations, FormsOfATermThatIsNotTranslatableAreLeft) {
+    TestProject project{R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{
+        "a_one":{"sourceText":"x","translatable":false},"a_other":{"sourceText":"x","translatable":false}}}})"};
+    const std::string before = project.text();
+    EXPECT_EQ(import(project, "pl.json", R"({"a_few":"x","a_one":"y"})"),
+        Prefix + "pl.json: a_few: is not translatable\n" + Prefix + "pl.json: a_one: is not translatable\n");
+    EXPECT_EQ(project.text(), before);
+}
+
+TEST(ImportTranslations, NamespacesAreKeptApart) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true},
+        "menu:a":{"sourceText":"x","translatable":true}}}})"};
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(import(project, "de/menu.json", R"({"a":"A","b":"B"})"),
+            Prefix + "de/menu.json: menu:b: no term has this key\n");
+    });
+    EXPECT_EQ(project.at("/localization/translations/de"), R"({"menu:a":)" + entry("A", "X") + '}');
+    EXPECT_EQ(
+        import(project, "de/other.json", R"({"a":"A"})"), Prefix + "de/other.json: other:a: no term has this key\n");
+}
+
+TEST(ImportTranslations, ConflictsAreReportedWithBothKeys) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true}}}})"};
+    EXPECT_EQ(import(project, "de.json", R"({"menu":"Menü"})"),
+        Prefix +
+            "de.json: menu: no term has this key, and it cannot stand beside menu.file: one is a text, and the other "
+            "lies below it\n");
+}
+
+TEST(ImportTranslations, DottedNamesMeanNestedTermsAndTheOtherWayRound) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true},
+        "ui:menu.file":{"sourceText":"x","translatable":true}},"namespaces":{"ui":{"flat":true}}}})"};
+    TestFolder folder;
+    folder.write("de/translation.json", R"({"menu.file":"Datei"})");
+    folder.write("de/ui.json", R"({"menu":{"file":"Datei!"}})");
+    const CapturedOutput output;
+    importFrom(project, {"en"}, folder.path);
+    EXPECT_EQ(output.warning(), "");
+    EXPECT_EQ(project.at("/localization/translations/de"),
+        R"({"menu.file":)" + entry("Datei", "X") + R"(,"ui:menu.file":)" + entry("Datei!", "X") + '}');
+    EXPECT_EQ(import(project, "de.json", R"({"menu":{"file":"eins"},"menu.file":"zwei"})"),
+        Prefix + "de.json: menu.file: stands in the file a second time, with dots in a name\n");
+    EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("eins")");
+}
+
+TEST(ImportTranslations, ValuesAreKeptWhereTheDefaultLanguageHasATermOrAValue) {
+    TestProject project{
+        R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true},"b":{"sourceText":"x","translatable":true},
+        "c":{"sourceText":"x","translatable":false}},"translations":{"de":{"b":{"text":"B"}}},"values":{"en":{"n":1}}}})"};
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(import(project, "de.json", R"({"a":1,"b":2,"c":3,"n":"eins","m":5})"),
+            Prefix + "de.json: a: is a number and no text: it is kept as it is\n" + Prefix +
+                "de.json: b: is a number and no text, and the term has a translation\n" + Prefix +
+                "de.json: c: is not translatable\n" + Prefix +
+                "de.json: n: stands where the default language has no text: it is kept as it is\n" + Prefix +
+                "de.json: m: is a number and no text, and no term has this key\n");
+    });
+    EXPECT_EQ(project.at("/localization/values/de"), R"({"a":1,"n":"eins"})");
+    const std::size_t changes = project.changeCount();
+    import(project, "de.json", R"({"a":1,"n":"eins"})");
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
+TEST(ImportTranslations, OtherMembersOfATranslationStayInTheirPlaces) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
+        "translations":{"de":{"a":{"note":"a note that is longer than a value","source":"old","text":"A","state":"review"}}}}})"};
+    expectOneUndoStep(project, [&] { import(project, "de.json", R"({"a":"B"})"); });
+    EXPECT_EQ(project.at("/localization/translations/de/a"),
+        R"({"note":"a note that is longer than a value","source":")" + copied(fingerprint("X")) +
+            R"(","text":"B","state":"review"})");
+}
+
+TEST(ImportTranslations, ReservedNamesAndVersion3AreNoticedAndKept) {
+    TestProject project{"{}"};
+    TestFolder folder;
+    folder.write("en/m.json", R"({"__proto__":"P","item":"item","item_plural":"items"})");
+    const CapturedOutput output;
+    importFrom(project, {"en"}, folder.path);
+    EXPECT_NE(output.warning().find(Prefix + "en/m.json: m:__proto__: is dropped by the i18next library\n"),
+        std::string::npos);
+    EXPECT_EQ(project.at("/localization/strings"), R"({"m:__proto__":"P","m:item":"item","m:item_plural":"items"})");
+}
+
+}

@@ -1,0 +1,48 @@
+#include "ImportedValues.h"
+
+#include "Catalogue.h"
+#include "ProjectEdit.h"
+#include "TestProject.h"
+
+namespace QuorvaneEngine {
+
+TEST(ImportedValues, AreKeptWhereTheyAreNewOrDiffer) {
+    TestProject project{R"({"localization":{"values":{"en":{"n":5,"same":true,"text":"T"}}}})"};
+    const ProjectTerms terms{project.project()};
+    ImportedValues values{project.project().document(), terms, "en"};
+    Catalogue catalogue;
+    const rapidjson::Value six{6}, yes{true}, list{rapidjson::kArrayType};
+    catalogue.addValue("n", six);
+    catalogue.addValue("same", yes);
+    catalogue.addValue("list", list);
+    catalogue.add("text", "T");
+    catalogue.add("other", "a text");
+    const bool isChange[]{true, false, true, false, true};
+    for(std::size_t i = 0; i != 5; ++i)
+        EXPECT_EQ(values.keep(catalogue.entries()[i].key, 0, catalogue.entries()[i]), isChange[i]) << i;
+    EXPECT_FALSE(values.isEmpty());
+    std::vector<TermLayout::Key> keys;
+    values.appendKeys(0, keys);
+    std::string all;
+    for(const TermLayout::Key& key: keys) all += copied(key.fileKey) + ' ';
+    EXPECT_EQ(all, "n same text n list other ");
+
+    expectOneUndoStep(project, [&] {
+        ProjectEdit edit{project.editor()};
+        values.collect(edit);
+        edit.push();
+    });
+    EXPECT_EQ(project.at("/localization/values/en"), R"({"n":6,"same":true,"text":"T","list":[],"other":"a text"})");
+}
+
+TEST(ImportedValues, AreDescribed) {
+    for(const auto& [json, text]:
+        {std::pair{"1.5", "is a number and no text"}, {"false", "is true or false and no text"},
+            {"[]", "is an empty array and no text"}, {"{}", "is an empty object and no text"}}) {
+        rapidjson::Document value;
+        value.Parse(json);
+        EXPECT_EQ(copied(describeValue(value)), text);
+    }
+}
+
+}
