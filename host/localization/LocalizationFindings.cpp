@@ -1,0 +1,94 @@
+#include "LocalizationFindings.h"
+
+#include <string>
+#include <utility>
+
+#include <Corrade/Containers/GrowableArray.h>
+
+#include "../document/JsonText.h"
+#include "LanguageLookup.h"
+#include "LocalizationReport.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+
+namespace {
+
+constexpr const char* SeverityNames[FindingSeverityCount]{"error", "warning", "hint"};
+
+void appendMember(std::string& out, const char* const name, const Containers::StringView text) {
+    out += out.back() == '{' ? "\"" : ", \"";
+    out += name;
+    out += "\": ";
+    appendJsonString(out, {text.data(), text.size()});
+}
+
+void appendFinding(std::string& out, const LocalizationFinding& finding) {
+    out += '{';
+    appendMember(out, "check", finding.check);
+    appendMember(out, "severity", findingSeverityName(finding.severity));
+    appendMember(out, "file", finding.file);
+    appendMember(out, "path", finding.path);
+    appendMember(out, "term", finding.term);
+    appendMember(out, "language", finding.language);
+    appendMember(out, "message", finding.message);
+    if(!finding.silenced.isEmpty()) appendMember(out, "silenced", finding.silenced);
+    out += '}';
+}
+
+}
+
+Containers::StringView findingSeverityName(const FindingSeverity severity) {
+    return SeverityNames[std::size_t(severity)];
+}
+
+LocalizationFindings::LocalizationFindings() = default;
+LocalizationFindings::~LocalizationFindings() = default;
+LocalizationFindings::LocalizationFindings(LocalizationFindings&&) noexcept = default;
+LocalizationFindings& LocalizationFindings::operator=(LocalizationFindings&&) noexcept = default;
+
+void LocalizationFindings::add(const LocalizationFinding& finding) {
+    Containers::arrayAppend(_findings, finding);
+    if(finding.silenced.isEmpty()) ++_counts[std::size_t(finding.severity)];
+    else ++_silenced;
+}
+
+void LocalizationFindings::append(LocalizationFindings&& other) {
+    for(const LocalizationFinding& finding: other._findings) add(finding);
+    _texts.append(std::move(other._texts));
+    other = LocalizationFindings{};
+}
+
+void LocalizationFindings::addTo(LocalizationReport& report) const {
+    // Findings of one language come together.
+    Containers::StringView code;
+    UnsignedInt language = LocalizationReport::NoLanguage;
+    for(const LocalizationFinding& finding: _findings) {
+        if(finding.severity == FindingSeverity::Hint || !finding.silenced.isEmpty()) continue;
+        if(finding.language != code) {
+            code = finding.language;
+            const Int found = findLanguage(code);
+            language = found == -1 ? LocalizationReport::NoLanguage : UnsignedInt(found);
+        }
+        report.add(language, TermOutcome::Notice, finding.term, finding.check + ": "_s + finding.message, finding.file);
+    }
+}
+
+Containers::String LocalizationFindings::toJson() const {
+    std::string out{"{"};
+    const std::pair<const char*, UnsignedInt> counts[]{{"errors", count(FindingSeverity::Error)},
+        {"warnings", count(FindingSeverity::Warning)}, {"hints", count(FindingSeverity::Hint)},
+        {"silenced", _silenced}};
+    for(const auto& [name, number]: counts)
+        out.append(1, '"').append(name).append("\": ") += std::to_string(number) + ", ";
+    out += "\"findings\": [";
+    for(const LocalizationFinding& finding: _findings) {
+        out += &finding == _findings.begin() ? "\n" : ",\n";
+        appendFinding(out, finding);
+    }
+    out += _findings.isEmpty() ? "]}" : "\n]}";
+    return Containers::String{out.data(), out.size()};
+}
+
+}

@@ -1,0 +1,157 @@
+#include "TermChecks.h"
+
+#include <deque>
+#include <unordered_map>
+
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "../document/PrintableText.h"
+#include "DocumentLookup.h"
+#include "JsonPath.h"
+#include "Placeholders.h"
+#include "TermConflicts.h"
+#include "TermKey.h"
+#include "TermSource.h"
+#include "TextComparison.h"
+#include "Utils/StrHash.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+using Corrade::Utility::format;
+
+namespace {
+
+constexpr Containers::StringView ReservedNames[]{"__proto__"_s, "constructor"_s, "prototype"_s};
+
+/** The first name in a key that the library has no members of, empty where there is none. */
+Containers::StringView reservedName(const Containers::StringView fileKey) {
+    Containers::StringView rest = fileKey;
+    do {
+        const Containers::StringView segment = TermKey::takeSegment(rest, rest);
+        for(const Containers::StringView name: ReservedNames)
+            if(segment == name) return name;
+    } while(rest.data());
+    return {};
+}
+
+class TermChecks {
+public:
+    explicit TermChecks(const CheckedProject& project, LocalizationFindings& findings)
+        : _project{project},
+          _findings{findings},
+          _lookup{project.root()},
+          _categories{pluralCategories(project.defaultCode(), PluralKind::Cardinal),
+              pluralCategories(project.defaultCode(), PluralKind::Ordinal)} {}
+
+    void run() {
+        auto silencing = _project.voidSilencings().begin();
+        for(; isAt(silencing, CheckedProject::NoTerm); ++silencing) checkSilencing(*silencing);
+        auto conflict = _project.conflicts().begin();
+        for(UnsignedInt i = 0; i != _project.terms().terms().size(); ++i) {
+            for(; isAt(silencing, i); ++silencing) checkSilencing(*silencing);
+            for(; conflict != _project.conflicts().end() && conflict->term == i; ++conflict) checkConflict(*conflict);
+            checkKey(i);
+            checkSource(i);
+            checkNestings(i);
+            checkPlural(i);
+        }
+    }
+
+private:
+    using VoidSilencings = std::vector<CheckedProject::VoidSilencing>;
+
+    bool isAt(const VoidSilencings::const_iterator silencing, const UnsignedInt term) const {
+        return silencing != _project.voidSilencings().end() && silencing->term == term;
+    }
+
+    void add(const CheckKind kind, const UnsignedInt term, const Containers::StringView message) {
+        const Containers::StringView key = _project.term(term).key;
+        add(kind, term, jsonPath({"localization"_s, "terms"_s, key}), message);
+    }
+
+    void add(const CheckKind kind, const UnsignedInt term, const Containers::StringView path,
+        const Containers::StringView message) {
+        LocalizationFinding place;
+        place.file = "project.json"_s;
+        place.path = _findings.texts().add(path);
+        place.term = term == CheckedProject::NoTerm ? ""_s : _findings.texts().add(_project.term(term).key);
+        place.language = ""_s;
+        _project.add(_findings, kind, place, message, term);
+    }
+
+    void checkSilencing(const CheckedProject::VoidSilencing& silencing) {
+        const Containers::String path = silencing.term == CheckedProject::NoTerm
+            ? jsonPath({"localization"_s, "checks"_s, silencing.name})
+            : jsonPath({"localization"_s, "terms"_s, _project.term(silencing.term).key, "silenced"_s, silencing.name});
+        add(silencing.kind, silencing.term, path,
+            silencing.kind == CheckKind::UnknownCheck ? "silences nothing, as there is no check of this name"_s
+                                                      : "silences nothing, as it gives no reason"_s);
+    }
+
+    void checkConflict(const CheckedProject::Conflict& conflict) {
+        const Containers::StringView other = conflict.other < 0 ? ""_s : _project.term(std::size_t(conflict.other)).key;
+        add(CheckKind::LeafAndBranch, conflict.term, describe(conflict.conflict, printable(other)));
+    }
+
+    void checkKey(const UnsignedInt term) {
+        const Containers::StringView name = reservedName(_project.term(term).fileKey);
+        if(!name.isEmpty())
+            add(CheckKind::ReservedKey, term, format("the i18next library drops members that are called {}", name));
+    }
+
+    void checkSource(const UnsignedInt index) {
+        const ProjectTerm& term = _project.term(index);
+        if(term.sourceText.isEmpty()) {
+            add(CheckKind::SourceGone, index, "names no source text"_s);
+            return;
+        }
+        Containers::StringView path = term.sourceText;
+        if(!path.hasPrefix('/')) path = _plainPaths.emplace_back(TermSource::path(path));
+        if(!term.source.data())
+            add(CheckKind::SourceGone, index,
+                format("leads to {}, which {}", TextComparison::shown(path),
+                    _lookup.find(path) ? "is no text" : "is not there"));
+        const auto [first, isFirst] = _terms.emplace(path, index);
+        if(!isFirst)
+            add(CheckKind::SameSource, index,
+                format("has the same source text as {}: {}", printable(_project.term(first->second).key),
+                    TextComparison::shown(path)));
+    }
+
+    void checkNestings(const UnsignedInt index) {
+        const ProjectTerm& term = _project.term(index);
+        if(!_project.isTranslated(term)) return;
+        _places.read(term.source);
+        const Containers::String message = TextComparison::unknownNestings(_places, nullptr,
+            [&](const Containers::StringView key) { return _project.isNestingTarget(key, term.nameSpace); });
+        if(!message.isEmpty()) add(CheckKind::NestingUnknown, index, message);
+    }
+
+    void checkPlural(const UnsignedInt index) {
+        const CheckedPlural* const plural = _project.pluralOf(index);
+        if(!plural || plural->otherTerm() != index) return;
+        PluralCategories missing = _categories[std::size_t(plural->kind)];
+        for(const PluralCategory category: AllPluralCategories)
+            if(plural->terms[pluralCategoryIndex(category)] != -1) missing &= ~PluralCategories{category};
+        if(missing) add(CheckKind::PluralMissing, index, TextComparison::missingForms(missing, _project.defaultCode()));
+    }
+
+    const CheckedProject& _project;
+    LocalizationFindings& _findings;
+    DocumentLookup _lookup;
+    /** What the default language needs, by kind. */
+    PluralCategories _categories[2];
+    Placeholders _places;
+    /** Of sources that are plain members of the root; stay where they are. */
+    std::deque<Containers::String> _plainPaths;
+    /** By the path of their source. */
+    std::unordered_map<Containers::StringView, UnsignedInt, StrHash, StrEq> _terms;
+};
+
+}
+
+void checkTerms(const CheckedProject& project, LocalizationFindings& findings) { TermChecks{project, findings}.run(); }
+
+}

@@ -1,0 +1,192 @@
+#include "TranslationChecks.h"
+
+#include <vector>
+
+#include <Corrade/Utility/Format.h>
+#include <rapidjson/document.h>
+
+#include "../document/ProjectStorage.h"
+#include "DocumentLookup.h"
+#include "JsonPath.h"
+#include "Placeholders.h"
+#include "TextComparison.h"
+
+namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
+using Corrade::Utility::format;
+
+namespace {
+
+/** A form of a plural that the default language does not have. */
+struct OwnForm {
+    Containers::StringView key;
+    Containers::StringView text;
+    const CheckedPlural* plural;
+    PluralCategory category;
+};
+
+Containers::StringView viewOf(const rapidjson::Value& text) { return {text.GetString(), text.GetStringLength()}; }
+
+Containers::StringView baseLanguage(const Containers::StringView code) {
+    return code.prefix(code.findOr('-', code.end()).begin());
+}
+
+/** A text that is checked, and where. */
+struct Translation {
+    Containers::StringView key;
+    Containers::StringView text;
+    Containers::StringView source;
+
+    /** The term whose silencings count. */
+    UnsignedInt term;
+
+    /** Null for what is no form of a plural. */
+    const CheckedPlural* plural;
+};
+
+class TranslationChecks {
+public:
+    explicit TranslationChecks(
+        const CheckedProject& project, const Containers::StringView code, LocalizationFindings& findings)
+        : _project{project},
+          _findings{findings},
+          _code{findings.texts().add(code)},
+          _isFile{ProjectStorage::isLanguageCode(code)},
+          _isVariant{baseLanguage(code) == baseLanguage(project.defaultCode())},
+          _categories{pluralCategories(code, PluralKind::Cardinal), pluralCategories(code, PluralKind::Ordinal)},
+          _texts(project.terms().terms().size()),
+          _pluralForms(project.plurals().size()) {
+        _file = _isFile ? findings.texts().add(format("localization/{}.json", code)) : "project.json"_s;
+    }
+
+    void run() {
+        readTranslations();
+        for(UnsignedInt i = 0; i != _texts.size(); ++i) {
+            if(_texts[i].isEmpty()) continue;
+            const ProjectTerm& term = _project.term(i);
+            const CheckedPlural* const plural = _project.pluralOf(i);
+            checkText({term.key, _texts[i], term.source, i, plural});
+            PluralForm form;
+            if(plural && parsePluralForm(term.fileKey, form)) checkForm(*plural, form.category, term.key, i);
+        }
+        for(const OwnForm& form: _ownForms) {
+            const UnsignedInt other = form.plural->otherTerm();
+            checkText({form.key, form.text, _project.term(other).source, other, form.plural});
+            checkForm(*form.plural, form.category, form.key, other);
+        }
+        for(std::size_t i = 0; i != _pluralForms.size(); ++i) checkPlural(_project.plurals()[i], _pluralForms[i]);
+    }
+
+private:
+    void readTranslations() {
+        const rapidjson::Value* const all = memberOf(memberOf(&_project.root(), "localization"_s), "translations"_s);
+        const rapidjson::Value* const translations = memberOf(all, _code);
+        if(!translations || !translations->IsObject()) return;
+        Int last = -1;
+        for(const auto& member: translations->GetObject()) {
+            const rapidjson::Value* const text = memberOf(&member.value, "text"_s);
+            if(!text || !text->IsString() || !text->GetStringLength()) continue;
+            const Containers::StringView key = viewOf(member.name);
+            const Int term = _project.terms().findKey(key, last);
+            if(term == -1) addOwnForm(key, viewOf(*text));
+            else if(_project.isTranslated(_project.term(std::size_t(term)))) addText(std::size_t(term), viewOf(*text));
+        }
+    }
+
+    void addText(const std::size_t term, const Containers::StringView text) {
+        _texts[term] = text;
+        PluralForm form;
+        const CheckedPlural* const plural = _project.pluralOf(term);
+        if(plural && parsePluralForm(_project.term(term).fileKey, form)) formsOf(*plural) |= form.category;
+    }
+
+    void addOwnForm(const Containers::StringView key, const Containers::StringView text) {
+        OwnForm form{key, text, nullptr, {}};
+        form.plural = _project.pluralOf(key, form.category);
+        if(!form.plural || !_project.isTranslated(_project.term(form.plural->otherTerm()))) return;
+        formsOf(*form.plural) |= form.category;
+        _ownForms.push_back(form);
+    }
+
+    PluralCategories& formsOf(const CheckedPlural& plural) {
+        return _pluralForms[std::size_t(&plural - _project.plurals().data())];
+    }
+
+    void add(const CheckKind kind, const Containers::StringView key, const UnsignedInt term,
+        const Containers::StringView message) {
+        if(message.isEmpty()) return;
+        LocalizationFinding place;
+        place.file = _file;
+        place.path = _findings.texts().add(
+            _isFile ? jsonPath({key}) : jsonPath({"localization"_s, "translations"_s, _code, key}));
+        place.term = _findings.texts().add(key);
+        place.language = _code;
+        _project.add(_findings, kind, place, message, term);
+    }
+
+    void checkText(const Translation& one) {
+        if(one.text == one.source) {
+            if(!_isVariant && TextComparison::hasLetters(one.text))
+                add(CheckKind::SameAsSource, one.key, one.term,
+                    format("is the same as the source: {}", TextComparison::shown(one.text)));
+            return;
+        }
+        add(CheckKind::OuterBlanks, one.key, one.term, TextComparison::outerBlanks(one.source, one.text));
+        _places.read(one.text);
+        _sourcePlaces.read(one.source);
+        if(_places.isEmpty() && _sourcePlaces.isEmpty()) return;
+        add(CheckKind::PlaceholderDiffers, one.key, one.term,
+            TextComparison::placeholders(_sourcePlaces, _places, one.plural ? &one.plural->names : nullptr));
+        add(CheckKind::FormatDiffers, one.key, one.term, TextComparison::formats(_sourcePlaces, _places));
+        add(CheckKind::NestingDiffers, one.key, one.term, TextComparison::nestings(_sourcePlaces, _places));
+        // What the source has is found there.
+        add(CheckKind::NestingUnknown, one.key, one.term,
+            TextComparison::unknownNestings(_places, &_sourcePlaces, [&](const Containers::StringView key) {
+                return _project.isNestingTarget(key, _project.term(one.term).nameSpace);
+            }));
+    }
+
+    void checkForm(const CheckedPlural& plural, const PluralCategory category, const Containers::StringView key,
+        const UnsignedInt term) {
+        const PluralCategories used = _categories[std::size_t(plural.kind)];
+        if(!used || category == PluralCategory::Zero || (used & category)) return;
+        add(CheckKind::PluralExtra, key, term,
+            format("is the form {}, which {} has no number for", pluralCategoryName(category), _code));
+    }
+
+    /** @param forms    that have a text */
+    void checkPlural(const CheckedPlural& plural, const PluralCategories forms) {
+        // One without any text is not translated yet.
+        const PluralCategories missing = forms ? _categories[std::size_t(plural.kind)] & ~forms : PluralCategories{};
+        if(missing)
+            add(CheckKind::PluralMissing, _project.term(plural.otherTerm()).key, plural.otherTerm(),
+                TextComparison::missingForms(missing, _code));
+    }
+
+    const CheckedProject& _project;
+    LocalizationFindings& _findings;
+    Containers::StringView _code;
+    Containers::StringView _file;
+    /** Whether the language has a file of its own. */
+    bool _isFile;
+    /** Whether the language is one that the sources are written in, in another country. */
+    bool _isVariant;
+    /** What the language needs, by kind. */
+    PluralCategories _categories[2];
+    /** By term. */
+    std::vector<Containers::StringView> _texts;
+    std::vector<OwnForm> _ownForms;
+    /** By plural, those that have a text. */
+    std::vector<PluralCategories> _pluralForms;
+    Placeholders _places, _sourcePlaces;
+};
+
+}
+
+void checkTranslations(
+    const CheckedProject& project, const Containers::StringView code, LocalizationFindings& findings) {
+    TranslationChecks{project, code, findings}.run();
+}
+
+}

@@ -1,0 +1,175 @@
+#include "TranslationChecks.h"
+
+#include "Findings.h"
+
+namespace QuorvaneEngine {
+
+TEST(TranslationChecks, FindPlaceholdersThatDiffer) {
+    EXPECT_EQ(found(translated({{"a", "Hi {{name}}"}}, {{"a", "Hallo {{nme}}"}})),
+        "placeholder-differs: localization/de.json: /a: lacks {{name}} of the source, and has {{nme}}, which the "
+        "source "
+        "does not have\n");
+    EXPECT_EQ(found(translated({{"a", "Hi {{name}}"}}, {{"a", "Hallo"}})),
+        "placeholder-differs: localization/de.json: /a: lacks {{name}} of the source\n");
+    EXPECT_EQ(found(translated({{"a", "Hi"}}, {{"a", "Hallo {{name}}"}})),
+        "placeholder-differs: localization/de.json: /a: has {{name}}, which the source does not have\n");
+    EXPECT_EQ(found(translated({{"a", "{{x}} of {{y}}"}}, {{"a", "{{y}}, {{x}}, {{ x }}"}})), "");
+    EXPECT_EQ(found(translated({{"a", "Hi {{count}}"}}, {{"a", "Hallo"}})),
+        "placeholder-differs: localization/de.json: /a: lacks {{count}} of the source\n");
+}
+
+TEST(TranslationChecks, FindFormatsThatDiffer) {
+    EXPECT_EQ(found(translated({{"a", "{{sum, number}} A"}}, {{"a", "{{sum}} B"}})),
+        "format-differs: localization/de.json: /a: has {{sum}} where the source has {{sum, number}}\n");
+    EXPECT_EQ(found(translated({{"a", "{{- html}} A"}}, {{"a", "{{html}} B"}})),
+        "format-differs: localization/de.json: /a: has {{html}} where the source has {{- html}}\n");
+    EXPECT_EQ(found(translated({{"a", "{{sum, number(a: 1)}} A"}}, {{"a", "{{sum,number( a:1 )}} B"}})), "");
+}
+
+TEST(TranslationChecks, FindNestingsThatDifferOrLeadNowhere) {
+    EXPECT_EQ(found(translated({{"a", "Press $t(b)"}, {"b", "Start"}, {"c", "End"}}, {{"a", "Drücke $t(c)"}})),
+        "nesting-differs: localization/de.json: /a: lacks $t(b) of the source, and has $t(c), which the source does "
+        "not "
+        "have\n");
+    EXPECT_EQ(found(translated({{"a", "Press $t(b)"}, {"b", "Start"}}, {{"a", "Drücke $t(b) und $t(gone)"}})),
+        "nesting-differs: localization/de.json: /a: has $t(gone), which the source does not have\n"
+        "nesting-unknown: localization/de.json: /a: has $t(gone), and no exported term has this key\n");
+    EXPECT_EQ(
+        found(translated({{"a", "Press $t(b)"}, {"b", "Start"}}, {{"a", "$t(b, { \"case\": \"dative\" }) drücken"}})),
+        "");
+}
+
+TEST(TranslationChecks, FindTextsThatAreTheSource) {
+    EXPECT_EQ(found(translated({{"a", "Save"}}, {{"a", "Save"}})),
+        "same-as-source: localization/de.json: /a: is the same as the source: Save\n");
+    EXPECT_EQ(found(translated({{"a", "Save"}}, {{"a", "save"}})), "");
+    // Without letters of their own
+    for(const char* const text: {"100 %", "{{name}}", "$t(a)", "<b>{{x}}</b>", "&nbsp;- ", "\\n", "2 + 2", "👍"})
+        EXPECT_EQ(found(translated({{"a", text}}, {{"a", text}})), "") << text;
+    EXPECT_NE(found(translated({{"a", "東京"}}, {{"a", "東京"}})), "");
+    // Languages that share their words
+    EXPECT_EQ(found(translated({{"a", "Save"}}, {{"a", "Save"}}, "en-GB")), "");
+    EXPECT_EQ(found(translated({{"a", "Guardar"}}, {{"a", "Guardar"}}, "es"), "es-MX"), "");
+    EXPECT_NE(found(translated({{"a", "Save"}}, {{"a", "Save"}}, "eng-GB")), "");
+}
+
+TEST(TranslationChecks, FindOtherBlanksAroundATranslation) {
+    EXPECT_EQ(found(translated({{"a", "Name: "}}, {{"a", "Bezeichnung:"}})),
+        "outer-blanks: localization/de.json: /a: ends with no blank where the source has \" \"\n");
+    EXPECT_EQ(found(translated({{"a", "Name"}}, {{"a", "\u00a0Bezeichnung\n"}})),
+        "outer-blanks: localization/de.json: /a: begins with \"\\u00a0\" where the source has no blank, and ends with "
+        "\"\\n\" where the source has no blank\n");
+    EXPECT_EQ(found(translated({{"a", " Name\n"}}, {{"a", " Bezeichnung\n"}})), "");
+}
+
+TEST(TranslationChecks, FindFormsThatAPluralLacks) {
+    const std::string forms =
+        "plural-missing: localization/ru.json: /a_other: lacks the forms few and many, which ru has "
+        "numbers for\n";
+    EXPECT_EQ(found(translated({{"a_one", "{{count}} door"}, {"a_other", "{{count}} doors"}},
+                  {{"a_one", "{{count}} дверь"}, {"a_other", "{{count}} двери"}}, "ru")),
+        forms);
+    EXPECT_EQ(found(translated({{"a_one", "{{count}} door"}, {"a_other", "{{count}} doors"}},
+                  {{"a_one", "{{count}} дверь"}, {"a_few", "{{count}} двери"}, {"a_many", "{{count}} дверей"},
+                      {"a_other", "{{count}} двери"}},
+                  "ru")),
+        "");
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", "Eine Tür"}})),
+        "plural-missing: localization/de.json: /a_other: lacks the form other, which de has numbers for\n");
+    // What is not translated at all is missing, and no set without a proof is one.
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {})), "");
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", ""}})), "");
+    EXPECT_EQ(found(translated({{"file_other", "Other"}}, {{"file_other", "Anderes"}}, "ru")), "");
+    // No rules, no needs
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", "Porta"}}, "la")), "");
+}
+
+TEST(TranslationChecks, FindFormsThatALanguageHasNoNumberFor) {
+    EXPECT_EQ(
+        found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", "ドア"}, {"a_other", "扉"}}, "ja")),
+        "plural-extra: localization/ja.json: /a_one: is the form one, which ja has no number for\n");
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}},
+                  {{"a_one", "Eine Tür"}, {"a_few", "Ein paar Türen"}, {"a_other", "Türen"}})),
+        "plural-extra: localization/de.json: /a_few: is the form few, which de has no number for\n");
+    // Zero is for every language.
+    EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}},
+                  {{"a_zero", "Keine Tür"}, {"a_one", "Eine Tür"}, {"a_other", "Türen"}})),
+        "");
+}
+
+TEST(TranslationChecks, OrdinalFormsAreThoseOfOrdinalNumbers) {
+    EXPECT_EQ(
+        found(translated({{"a_ordinal_one", "{{count}}st"}, {"a_ordinal_two", "{{count}}nd"},
+                             {"a_ordinal_few", "{{count}}rd"}, {"a_ordinal_other", "{{count}}th"}},
+            {{"a_ordinal_one", "{{count}}er"}, {"a_ordinal_other", "{{count}}e"}, {"a_ordinal_two", "{{count}}nde"}},
+            "fr")),
+        "plural-extra: localization/fr.json: /a_ordinal_two: is the form two, which fr has no number for\n");
+}
+
+TEST(TranslationChecks, FormsOfAPluralMayLeaveOutTheNumberAndShareNames) {
+    EXPECT_EQ(found(translated({{"a_one", "One apple for {{name}}"}, {"a_other", "{{count}} apples for {{name}}"}},
+                  {{"a_one", "{{count}} Apfel für {{name}}"}, {"a_other", "Äpfel für {{name}}"}})),
+        "");
+    // What another form of the source has is there, too.
+    EXPECT_EQ(found(translated({{"a_one", "One apple"}, {"a_other", "{{count}} apples of {{all}}"}},
+                  {{"a_one", "1 Apfel von {{all}}"}, {"a_other", "{{count}} Äpfel von {{all}}"}})),
+        "");
+    EXPECT_EQ(found(translated({{"a_one", "One apple"}, {"a_other", "{{count}} apples of {{all}}"}},
+                  {{"a_one", "1 Apfel von {{al}}"}, {"a_other", "{{count}} Äpfel"}})),
+        "placeholder-differs: localization/de.json: /a_one: has {{al}}, which the source does not have\n"
+        "placeholder-differs: localization/de.json: /a_other: lacks {{all}} of the source\n");
+    // A form that only the other language has is compared with "other".
+    EXPECT_EQ(found(translated({{"a_one", "Door {{x}}"}, {"a_other", "{{count}} doors {{x}}"}},
+                  {{"a_one", "{{x}} A"}, {"a_few", "B"}, {"a_many", "{{x}} C"}, {"a_other", "{{x}} D"}}, "ru")),
+        "placeholder-differs: localization/ru.json: /a_few: lacks {{x}} of the source\n");
+}
+
+TEST(TranslationChecks, LookAtTranslatableTermsWithASourceAlone) {
+    EXPECT_EQ(found(R"({"localization": {"strings": {"a": "{{x}} A", "c": ""}, "terms": {
+        "a": {"sourceText": "/localization/strings/a"},
+        "c": {"sourceText": "/localization/strings/c", "translatable": true}},
+        "translations": {"de": {"a": {"text": "B "}, "c": {"text": " C"}, "d": {"text": "D {{x}}"}}}}})"),
+        "");
+}
+
+TEST(TranslationChecks, NameTheFileThatHasTheText) {
+    EXPECT_EQ(found(translated({{"a/b~c", "A"}}, {{"a/b~c", "A"}}, "de-AT")),
+        "same-as-source: localization/de-AT.json: /a~1b~0c: is the same as the source: A\n");
+    EXPECT_EQ(found(translated({{"a", "A"}}, {{"a", "A"}}, "no code")),
+        "same-as-source: project.json: /localization/translations/no code/a: is the same as the source: A\n");
+    const LocalizationFindings findings = findingsOf(translated({{"a/b", "A"}}, {{"a/b", "A"}}));
+    ASSERT_EQ(findings.findings().size(), 1u);
+    EXPECT_EQ(findings.findings()[0].term, "a/b");
+    EXPECT_EQ(findings.findings()[0].language, "de");
+}
+
+TEST(TranslationChecks, AreSilencedWithTheTermOrTheCheck) {
+    const auto project = [](const char* const more) {
+        return R"({"localization": {"strings": {"a": "A"}, "terms": {"a": {"sourceText": "/localization/strings/a",
+            "translatable": true)" +
+            std::string{more} + R"(}, "translations": {"de": {"a": {"text": "A"}}}}})";
+    };
+    EXPECT_EQ(found(project(R"(, "silenced": {"same-as-source": "a letter"}})")),
+        "same-as-source: localization/de.json: /a: is the same as the source: A [a letter]\n");
+    EXPECT_EQ(found(project(R"(}}, "checks": {"same-as-source": "names")")),
+        "same-as-source: localization/de.json: /a: is the same as the source: A [names]\n");
+    // Another check, and what gives no reason
+    EXPECT_EQ(found(project(R"(, "silenced": {"outer-blanks": "a letter"}})")),
+        "same-as-source: localization/de.json: /a: is the same as the source: A\n");
+}
+
+TEST(TranslationChecks, FormsOfOneLanguageAreSilencedWithTheFormOther) {
+    const std::string text = found(R"({"localization": {"strings": {"a_one": "A", "a_other": "{{x}}"}, "terms": {
+        "a_one": {"sourceText": "/localization/strings/a_one", "translatable": true,
+            "silenced": {"placeholder-differs": "one"}},
+        "a_other": {"sourceText": "/localization/strings/a_other", "translatable": true,
+            "silenced": {"placeholder-differs": "other", "plural-missing": "fewer", "plural-extra": "two"}}},
+        "translations": {"ru": {"a_few": {"text": "B"}, "a_two": {"text": "{{x}}"}}}}})");
+    EXPECT_EQ(text,
+        "placeholder-differs: localization/ru.json: /a_few: lacks {{x}} of the source [other]\n"
+        "plural-extra: localization/ru.json: /a_two: is the form two, which ru has no number for [two]\n"
+        "plural-missing: localization/ru.json: /a_other: lacks the forms one, many and other, which ru has numbers for "
+        "[fewer]\n");
+}
+
+}
