@@ -30,6 +30,17 @@ constexpr Type Text{"a string", [](const rapidjson::Value& value) { return value
 constexpr Type Flag{"true or false", [](const rapidjson::Value& value) { return value.IsBool(); }};
 constexpr Type Count{"a whole number from 0 up", [](const rapidjson::Value& value) { return value.IsUint64(); }};
 
+constexpr Type Texts{"an array of strings", [](const rapidjson::Value& value) {
+                         if(!value.IsArray()) return false;
+                         for(const rapidjson::Value& element: value.GetArray())
+                             if(!element.IsString()) return false;
+                         return true;
+                     }};
+constexpr Type Kept{"a string, a number, true, false, or an empty container", [](const rapidjson::Value& value) {
+                        if(value.IsObject()) return value.ObjectEmpty();
+                        return value.IsArray() ? value.Empty() : !value.IsNull();
+                    }};
+
 /* By rapidjson::Type */
 constexpr const char* TypeNames[]{"null", "false", "true", "an object", "an array", "a string", "a number"};
 
@@ -50,6 +61,18 @@ const Row Rows[]{
     {"/localization/terms/*/translatable"_s, &Flag},
     {"/localization/terms/*/note"_s, &Text},
     {"/localization/terms/*/maxLength"_s, &Count},
+    {"/localization/terms/*/silenced"_s, &Object},
+    {"/localization/terms/*/silenced/*"_s, &Text},
+    {"/localization/checks"_s, &Object},
+    {"/localization/checks/*"_s, &Text},
+    {"/localization/namespaces"_s, &Object},
+    {"/localization/namespaces/*"_s, &Object},
+    {"/localization/namespaces/*/flat"_s, &Flag},
+    {"/localization/namespaces/*/order"_s, &Object},
+    {"/localization/namespaces/*/order/*"_s, &Texts},
+    {"/localization/values"_s, &Object},
+    {"/localization/values/*"_s, &Object},
+    {"/localization/values/*/*"_s, &Kept},
     {"/localization/strings"_s, &Object},
     {"/localization/strings/*"_s, &Text},
     {"/localization/translations"_s, &Object},

@@ -30,6 +30,13 @@ TEST(ProjectReview, IsQuietAboutTheSampleAndAboutAnEmptyProject) {
     EXPECT_TRUE(reviewProject(session.project()).isEmpty());
 }
 
+TEST(ProjectReview, IsQuietAboutWhatAnImportNotes) {
+    EXPECT_EQ(
+        reviewOf(R"({"localization":{"namespaces":{"ui":{"flat":true,"order":{"de":["a","b"],"fr":[]}},"empty":{}},)"
+                 R"("values":{"en":{"n":1,"b":true,"list":[],"none":{}},"de":{"n":"eins"}}}})"),
+        "");
+}
+
 struct TypeCase {
     /** A project with "@" where the value belongs. */
     const char* project;
@@ -46,6 +53,9 @@ static bool fits(const std::string& type, const std::string& value) {
     if(type == "an object") return value[0] == '{';
     if(type == "a string") return value[0] == '"';
     if(type == "true or false") return value == "true" || value == "false";
+    if(type == "an array of strings") return false;
+    if(type == "a string, a number, true, false, or an empty container")
+        return value != "null" && value[0] != '{' && value[0] != '[';
     return value == "7";
 }
 
@@ -85,6 +95,26 @@ INSTANTIATE_TEST_SUITE_P(Keys, ReviewOfADocumentedKey,
             R"({"localization":{"terms":{"a":{"note":@}}}})", "project.json: /localization/terms/a/note", "a string"},
         TypeCase{R"({"localization":{"terms":{"a":{"maxLength":@}}}})", "project.json: /localization/terms/a/maxLength",
             "a whole number from 0 up"},
+        TypeCase{R"({"localization":{"terms":{"a":{"silenced":@}}}})", "project.json: /localization/terms/a/silenced",
+            "an object"},
+        TypeCase{R"({"localization":{"terms":{"a":{"silenced":{"outer-blanks":@}}}}})",
+            "project.json: /localization/terms/a/silenced/outer-blanks", "a string"},
+        TypeCase{R"({"localization":{"checks":@}})", "project.json: /localization/checks", "an object"},
+        TypeCase{R"({"localization":{"checks":{"outer-blanks":@}}})", "project.json: /localization/checks/outer-blanks",
+            "a string"},
+        TypeCase{R"({"localization":{"namespaces":@}})", "project.json: /localization/namespaces", "an object"},
+        TypeCase{
+            R"({"localization":{"namespaces":{"ui":@}}})", "project.json: /localization/namespaces/ui", "an object"},
+        TypeCase{R"({"localization":{"namespaces":{"ui":{"flat":@}}}})",
+            "project.json: /localization/namespaces/ui/flat", "true or false"},
+        TypeCase{R"({"localization":{"namespaces":{"ui":{"order":@}}}})",
+            "project.json: /localization/namespaces/ui/order", "an object"},
+        TypeCase{R"({"localization":{"namespaces":{"ui":{"order":{"de":@}}}}})",
+            "project.json: /localization/namespaces/ui/order/de", "an array of strings"},
+        TypeCase{R"({"localization":{"values":@}})", "project.json: /localization/values", "an object"},
+        TypeCase{R"({"localization":{"values":{"de":@}}})", "project.json: /localization/values/de", "an object"},
+        TypeCase{R"({"localization":{"values":{"de":{"n":@}}}})", "project.json: /localization/values/de/n",
+            "a string, a number, true, false, or an empty container"},
         TypeCase{R"({"localization":{"strings":@}})", "project.json: /localization/strings", "an object"},
         TypeCase{R"({"localization":{"strings":{"a":@}}})", "project.json: /localization/strings/a", "a string"},
         TypeCase{R"({"localization":{"translations":@}})", "project.json: /localization/translations", "an object"},
