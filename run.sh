@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds the editor and opens a project in it: ./run.sh [PROJECT FOLDER]
+# Builds the editor and the tool without a window, and opens a project in the editor: ./run.sh [PROJECT FOLDER]
 #
 # Without a folder it opens the sample project. Without a display it draws on a virtual one until the picture is
 # settled, writes a screenshot and prints its path as the last line.
@@ -13,7 +13,7 @@ scripts/setup.sh
 if [ ! -f build/release/build.ninja ]; then
     configure release QUORVANE_TESTS=OFF
 fi
-build release quorvane-editor Localization
+build release quorvane-editor quorvane-localize Localization
 
 if [ -z "$project" ]; then
     for file in samples/*/project.json; do

@@ -1,0 +1,77 @@
+#include "batch/BatchReport.h"
+
+#include <string>
+#include <utility>
+
+#include "batch/BatchOutput.h"
+#include "batch/TextTable.h"
+#include "localization/LocalizationFindings.h"
+#include "localization/LocalizationReport.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+std::string string(const Containers::StringView text) { return {text.data(), text.size()}; }
+
+/** The file or else the language, and the term. */
+std::string placeOf(const LocalizationReport::Line& line) {
+    std::string place;
+    if(!line.file.isEmpty()) place = string(line.file) + ": ";
+    else if(line.language < LanguageCount) place = string(AllLanguages[line.language].code) + ": ";
+    return line.term.isEmpty() ? place : place + string(line.term) + ": ";
+}
+
+std::string counted(const UnsignedInt count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+void addMembers(const Containers::String& json, rapidjson::Document& object) {
+    rapidjson::Document parsed{&object.GetAllocator()};
+    parsed.Parse(json.data(), json.size());
+    for(auto& member: parsed.GetObject()) object.AddMember(member.name, member.value, object.GetAllocator());
+}
+
+bool isWarning(const TermOutcome outcome) { return outcome == TermOutcome::Skipped || outcome == TermOutcome::Notice; }
+
+}
+
+void printReport(const LocalizationReport& report, const bool isDetailed, BatchOutput& output) {
+    for(const LocalizationReport::Line& line: report.lines()) {
+        if(isWarning(line.outcome)) output.warn(placeOf(line) + string(line.reason));
+        else if(isDetailed) output.print(placeOf(line) + (line.outcome == TermOutcome::Added ? "added" : "changed"));
+    }
+
+    using Side = TextTable::Side;
+    TextTable table{{Side::Left, Side::Right, Side::Right, Side::Right, Side::Right, Side::Right}};
+    table.add({"Language", "Added", "Changed", "Unchanged", "Without text", "Skipped"});
+    for(const UnsignedInt language: report.languages()) {
+        const LocalizationReport::Counts counts = report.counts(language);
+        table.add({string(AllLanguages[language].code), std::to_string(counts.added), std::to_string(counts.changed),
+            std::to_string(counts.unchanged), std::to_string(counts.empty), std::to_string(counts.skipped)});
+    }
+    output.printText(table.text());
+}
+
+void addReport(const LocalizationReport& report, rapidjson::Document& object) { addMembers(report.json(), object); }
+
+void printFindings(const LocalizationFindings& findings, BatchOutput& output) {
+    for(const LocalizationFinding& finding: findings.findings()) {
+        if(!finding.silenced.isEmpty()) continue;
+        std::string line = string(finding.file) + ": ";
+        if(!finding.term.isEmpty()) line += string(finding.term) + ": ";
+        line += string(findingSeverityName(finding.severity)) + ": " + string(finding.message);
+        output.print(line + " [" + string(finding.check) + ']');
+    }
+    std::string sum = counted(findings.count(FindingSeverity::Error), "error") + ", " +
+        counted(findings.count(FindingSeverity::Warning), "warning") + ", " +
+        counted(findings.count(FindingSeverity::Hint), "hint");
+    if(findings.silencedCount()) sum += "; " + std::to_string(findings.silencedCount()) + " silenced";
+    output.print(sum);
+}
+
+void addFindings(const LocalizationFindings& findings, rapidjson::Document& object) {
+    addMembers(findings.toJson(), object);
+}
+
+}
