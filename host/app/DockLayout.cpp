@@ -10,7 +10,9 @@ namespace QuorvaneEngine::DockLayout {
 
 namespace {
 
-constexpr float BottomShare = 0.24f;
+constexpr float BottomShare = 0.34f;
+
+bool isBottom(Containers::StringView title) { return title == Messages || title == Report; }
 
 void build(ImGuiID space, const EditorState& state) {
     ImGui::DockBuilderAddNode(space, ImGuiDockNodeFlags_DockSpace);
@@ -19,7 +21,7 @@ void build(ImGuiID space, const EditorState& state) {
     const ImGuiID bottom = ImGui::DockBuilderSplitNode(centre, ImGuiDir_Down, BottomShare, nullptr, &centre);
     for(UnsignedInt view = 0; view != state.viewCount(); ++view) {
         const Containers::StringView title = state.viewTitle(view);
-        ImGui::DockBuilderDockWindow(title.data(), title == Bottom ? bottom : centre);
+        ImGui::DockBuilderDockWindow(title.data(), isBottom(title) ? bottom : centre);
     }
     // The tabs have close buttons of their own.
     for(const ImGuiID node: {centre, bottom})

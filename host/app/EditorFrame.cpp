@@ -25,7 +25,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _folderDialog{folderDialog},
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
-      _messagesView{session.state().registerView(DockLayout::Bottom)},
+      _messagesView{session.state().registerView(DockLayout::Messages)},
       _views{modules, _application, session.data(), conditions} {
     session.state().isViewOpen(_messagesView) = false;
 }

@@ -34,7 +34,7 @@ const char* icon(MessageLog::Severity severity) { return look(severity).icon; }
 ImVec4 color(MessageLog::Severity severity) { return look(severity).color; }
 
 void draw(const MessageLog& log, bool* open) {
-    const WindowGuard window{ImGui::Begin(DockLayout::Bottom, open, ImGuiWindowFlags_HorizontalScrollbar)};
+    const WindowGuard window{ImGui::Begin(DockLayout::Messages, open, ImGuiWindowFlags_HorizontalScrollbar)};
     if(!window) return;
     ImGuiListClipper clipper;
     clipper.Begin(int(log.messages().size()), ImGui::GetTextLineHeightWithSpacing());

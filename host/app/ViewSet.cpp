@@ -55,17 +55,29 @@ void ViewSet::start(Entry& entry) {
     if(entry.view) entry.view->init(ImGui::GetCurrentContext(), _data, _application);
 }
 
+void ViewSet::stop(Entry& entry) {
+    entry.reason = {};
+    if(!entry.view) return;
+    entry.view->deinit();
+    entry.view = nullptr;
+    _modules->unload(entry.module);
+}
+
 void ViewSet::restart() {
-    for(Entry& entry: _entries) {
-        entry.reason = {};
-        if(!entry.view) continue;
-        entry.view->deinit();
-        entry.view = nullptr;
-        _modules->unload(entry.module);
-    }
+    for(Entry& entry: _entries) stop(entry);
     for(Entry& entry: _entries) start(entry);
     _started = true;
     _checkedRevision = -1;
+}
+
+void ViewSet::restart(const Containers::StringView title) {
+    for(Entry& entry: _entries) {
+        if(!entry.view || entry.view->title() != title) continue;
+        stop(entry);
+        start(entry);
+        _checkedRevision = -1;
+        return;
+    }
 }
 
 void ViewSet::reload() {

@@ -35,6 +35,10 @@ public:
         Identifiers and open flags stay. */
     void restart();
 
+    /** Makes one view afresh, under the same conditions.
+        @param title    of the view; nothing happens where no view has it */
+    void restart(Containers::StringView title);
+
     /** Loads every module anew as its file is now; the views take their state over. */
     void reload();
 
@@ -64,6 +68,7 @@ private:
 
     AbstractModule* load(Containers::StringView name);
     void start(Entry& entry);
+    void stop(Entry& entry);
     void drawReason(Entry& entry);
 
     ModuleLoader* _modules;
