@@ -1,0 +1,30 @@
+#pragma once
+
+#include <imgui.h>
+
+#include "QuorvaneEditor/Host.h"
+#include "localization/LocalizationReport.h"
+
+namespace QuorvaneEngine {
+
+/** How an outcome is shown wherever a report is. */
+struct OutcomeLook {
+    TermOutcome outcome;
+
+    /** As the icon font's text. */
+    const char* icon;
+
+    ImVec4 color;
+
+    /** What heads its numbers. */
+    const char* heading;
+
+    UnsignedInt LocalizationReport::Counts::*count;
+};
+
+/** All outcomes, in the order of the enumeration. */
+QUORVANE_API Containers::ArrayView<const OutcomeLook> outcomeLooks();
+
+QUORVANE_API const OutcomeLook& outcomeLook(TermOutcome outcome);
+
+}
