@@ -33,6 +33,15 @@ constexpr UnsignedInt WorkerThreads = 2;
 constexpr double IdleSleep = 0.1;
 constexpr int BusyFrames = 8;
 
+/** While something runs that the user watches. */
+constexpr double WatchSleep = 0.03;
+
+Containers::String openArchiveDialog(Containers::StringView title, Containers::StringView defaultPath) {
+    Containers::Array<Containers::String> files =
+        openFileDialog(title, defaultPath, {"ZIP archive", "*.zip", "All files", "*"}, false);
+    return files.isEmpty() ? Containers::String{} : std::move(files[0]);
+}
+
 /** The GUI's context, which must be there before anything that draws and go after it. */
 class GuiContext {
 public:
@@ -98,7 +107,7 @@ public:
           _line{line},
           _renderer{window},
           _modules{moduleFolder(line)},
-          _frame{_session, _jobs, _modules, log, conditions, openFolderDialog} {
+          _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
         Fonts::load(iconFont());
@@ -143,7 +152,7 @@ private:
     }
 
     void waitForInput() {
-        _window.pollEvents(_busy > 0 ? 0.0 : IdleSleep);
+        _window.pollEvents(_busy > 0 ? 0.0 : _frame.exchange().isBusy() ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
         if(context.InputEventsQueue.Size || context.ActiveId) _busy = BusyFrames;
         else if(_busy > 0) --_busy;

@@ -12,13 +12,15 @@
 #include "app/StartPage.h"
 #include "app/StatusBar.h"
 #include "document/EditorSession.h"
+#include "document/FileSystem.h"
 #include "localization/ProjectReview.h"
 #include "modules/ModuleLoader.h"
 
 namespace QuorvaneEngine {
 
 EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& modules, MessageLog& log,
-    Containers::ArrayView<const ViewCondition> conditions, FolderDialog folderDialog)
+    Containers::ArrayView<const ViewCondition> conditions, PathDialog folderDialog, PathDialog archiveDialog,
+    FileSystem* fileSystem)
     : _session{&session},
       _jobs{&jobs},
       _log{&log},
@@ -26,17 +28,20 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
       _messagesView{session.state().registerView(DockLayout::Messages)},
-      _views{modules, _application, session.data(), conditions} {
+      _views{modules, _application, session.data(), conditions},
+      _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
     session.state().isViewOpen(_messagesView) = false;
 }
 
 EditorFrame::~EditorFrame() {
+    _exchange.stop();
     _jobs->waitForAll();
     // A handler's code may lie in a module, and the session lives longer than that.
     _session->changes().reset(_session->project());
 }
 
 bool EditorFrame::open(Containers::StringView folder) {
+    _exchange.stop();
     const std::size_t first = _log->count();
     if(!_session->open(folder)) {
         const Containers::String problems = _log->problemsSince(first);
@@ -44,6 +49,7 @@ bool EditorFrame::open(Containers::StringView folder) {
         return false;
     }
     _session->makeEditorFolder();
+    _exchange.reset();
     restartViews();
     _log->note("Opened " + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
@@ -57,12 +63,22 @@ void EditorFrame::restartViews() {
 }
 
 void EditorFrame::prepare() {
-    _jobs->runMainThreadJobs();
+    // A job of the GUI thread may change the project.
+    if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     executeAnswer(std::exchange(_answer, Answer::None));
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
+    exchangeTerms();
     _session->beginFrame();
     _views.checkConditions();
+}
+
+void EditorFrame::exchangeTerms() {
+    _exchange.prepare();
+    if(!_exchange.takeNewLanguages()) return;
+    // The view has a list of languages of its own, and learns of others when it is made.
+    _jobs->waitForAll();
+    _views.restart("Localization");
 }
 
 void EditorFrame::execute(Command command) {
@@ -70,7 +86,11 @@ void EditorFrame::execute(Command command) {
     case Command::None: return;
     case Command::OpenProject: return chooseProject();
     case Command::Save: save(); return;
-    case Command::Quit: _nextProject = {}; return proceed();
+    case Command::PreviewImport: return _exchange.askForImport();
+    case Command::Quit:
+        _exchange.stop();
+        _nextProject = {};
+        return proceed();
     case Command::Undo: return _session->undo();
     case Command::Redo: return _session->redo();
     case Command::About: return _questions.showAbout();
@@ -109,7 +129,8 @@ void EditorFrame::draw() {
     const bool unsaved = hasProject && _session->hasUnsavedChanges();
     const ChangeManager& changes = _session->changes();
     const bool settled = !changes.isGroupOpen();
-    _command = MainMenu::draw(_session->state(), {unsaved, settled && changes.canUndo(), settled && changes.canRedo()});
+    _command = MainMenu::draw(
+        _session->state(), {unsaved, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
     if(StatusBar::draw(_session->folder(), unsaved, *_log)) {
         bool& open = _session->state().isViewOpen(_messagesView);
         open = !open;
@@ -118,6 +139,7 @@ void EditorFrame::draw() {
         DockLayout::draw(_session->state());
         _views.draw();
         if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
+        _exchange.draw();
     } else if(StartPage::draw()) _command = Command::OpenProject;
     _answer = _questions.draw();
 }

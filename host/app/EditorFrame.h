@@ -8,12 +8,14 @@
 #include "Ui/Ui.h"
 #include "app/MainMenu.h"
 #include "app/Questions.h"
+#include "app/TermExchange.h"
 #include "app/ViewCondition.h"
 #include "app/ViewSet.h"
 
 namespace QuorvaneEngine {
 
 class EditorSession;
+class FileSystem;
 class MessageLog;
 class ModuleLoader;
 
@@ -23,13 +25,17 @@ class ModuleLoader;
     What the user asks for in a frame is done before the next one, so that nothing changes under a view that is being drawn. */
 class QUORVANE_API EditorFrame {
 public:
-    /** Lets the user choose a folder; empty when nothing was chosen. */
-    using FolderDialog = Containers::String (*)(Containers::StringView title, Containers::StringView defaultPath);
+    /** Lets the user choose a folder or a file; empty when nothing was chosen. */
+    using PathDialog = TermExchange::PathDialog;
 
-    /** @param session      must outlive this object, as must the others
-        @param conditions   not copied */
+    /** @param session          must outlive this object, as must the others
+        @param conditions       not copied
+        @param folderDialog     for a project, or a folder of terms
+        @param archiveDialog    for a ZIP archive of terms
+        @param fileSystem       where terms are; null for the disk */
     explicit EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& modules, MessageLog& log,
-        Containers::ArrayView<const ViewCondition> conditions, FolderDialog folderDialog);
+        Containers::ArrayView<const ViewCondition> conditions, PathDialog folderDialog, PathDialog archiveDialog,
+        FileSystem* fileSystem = nullptr);
 
     /** Takes leave of the views, and makes the session forget the handlers that they may have registered. */
     ~EditorFrame();
@@ -58,11 +64,13 @@ public:
     Containers::StringView failure() const { return _questions.failure(); }
 
     ViewSet& views() { return _views; }
+    const TermExchange& exchange() const { return _exchange; }
 
 private:
     void execute(Command command);
     void executeAnswer(Answer answer);
     void chooseProject();
+    void exchangeTerms();
     void proceed();
     void restartViews();
     bool save();
@@ -70,11 +78,12 @@ private:
     EditorSession* _session;
     JobSystem* _jobs;
     MessageLog* _log;
-    FolderDialog _folderDialog;
+    PathDialog _folderDialog;
     Ui _ui;
     QuorvaneEditorApplication _application;
     UnsignedInt _messagesView;
     ViewSet _views;
+    TermExchange _exchange;
     Questions _questions;
     Command _command = Command::None;
     Answer _answer = Answer::None;

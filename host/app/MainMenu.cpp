@@ -34,6 +34,8 @@ constexpr Entry Entries[]{
         Command::OpenProject, false},
     {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
         true, true},
+    {"File", ICON_FA_FILE_IMPORT, "Preview import...", "", 0, 0, &Available::previewImport, Command::PreviewImport,
+        true},
     {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
         false},
     {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,

@@ -7,13 +7,14 @@
 namespace QuorvaneEngine {
 
 /** What the user can ask the host for, by menu or by keys. It is done between two frames. */
-enum class Command : std::uint8_t { None, OpenProject, Save, Quit, Undo, Redo, ReloadModules, About };
+enum class Command : std::uint8_t { None, OpenProject, Save, PreviewImport, Quit, Undo, Redo, ReloadModules, About };
 
 namespace MainMenu {
 
 /** Which commands make sense now. */
 struct Available {
     bool save = false;
+    bool previewImport = false;
     bool undo = false;
     bool redo = false;
 };

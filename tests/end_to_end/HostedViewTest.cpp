@@ -27,6 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+Containers::String noDialog(Containers::StringView, Containers::StringView) { return {}; }
+
 /** The Localization view in the editor that comes with it, on two copies of the sample project, by mouse and keys alone. */
 class HostedView: public testing::Test {
 protected:
@@ -95,8 +97,7 @@ protected:
     JobSystem jobs{1};
     EditorSession session{&jobs};
     ModuleLoader modules{QUORVANE_MODULE_DIR};
-    EditorFrame frame{session, jobs, modules, log, viewConditions(),
-        [](Containers::StringView, Containers::StringView) { return Containers::String{}; }};
+    EditorFrame frame{session, jobs, modules, log, viewConditions(), noDialog, noDialog};
 };
 
 TEST_F(HostedView, ATermIsUntickedUndoneRedoneAndSavedByMouseAndKeys) {
@@ -231,6 +232,70 @@ TEST_F(HostedView, AProjectWithoutAKnownDefaultIsRepairedInOneStep) {
         user.Yield(3);
         IM_CHECK(document() == repaired);
         IM_CHECK(user.ItemExists("##termsearch"));
+    }));
+}
+
+TEST_F(HostedView, AnImportOfTheHostBringsItsLanguagesToTheView) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    fs::create_directories(root / "terms" / "es");
+    std::ofstream{root / "terms" / "es" / "translation.json"} << R"({"menu": {"start": "Juego nuevo"}})";
+    const std::string before = document();
+    EXPECT_TRUE(play("preview", [&](ImGuiTestContext& user) {
+        const auto isListed = [&user] {
+            user.ItemClick("localizationtabs/Languages");
+            user.Yield(3);
+            return user.ItemExists("//Localization/**/##Spanish");
+        };
+        IM_CHECK(!isListed());
+        user.SetRef("##MainMenuBar");
+        user.MenuClick("File/Preview import...");
+        user.Yield(3);
+        user.KeyCharsReplace((root / "terms").c_str());
+        user.ItemClick("//Preview Import/Preview");
+        user.Yield();
+        while(frame.exchange().isBusy()) user.Yield();
+        user.Yield(3);
+        IM_CHECK(document() == before);
+        user.ItemClick("//Localization Report/###Apply");
+        user.Yield(3);
+        IM_CHECK(document() != before);
+        user.SetRef("Localization");
+        IM_CHECK(isListed());
+        user.ItemClick("//Localization Report/###Undo");
+        user.Yield(3);
+        IM_CHECK(document() == before);
+    }));
+}
+
+TEST_F(HostedView, WhatTheViewImportsIsReportedAndUndoneInTheReport) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    fs::create_directories(root / "terms" / "de");
+    std::ofstream{root / "terms" / "de" / "translation.json"}
+        << R"({"menu": {"start": "Los!", "nowhere_to_be_found": "?"}})";
+    const std::string before = document();
+    EXPECT_TRUE(play("import", [&](ImGuiTestContext& user) {
+        IM_CHECK(!session.state().isViewOpen(session.state().registerView("Localization Report")));
+        user.MenuClick("File/Import");
+        user.Yield(4);
+        user.SetRef("//Import Terms");
+        user.ItemInput("##path");
+        user.KeyCharsReplace((root / "terms").c_str());
+        user.KeyPress(ImGuiKey_Enter);
+        user.ItemClick("Import");
+        user.Yield(4);
+        const std::string after = document();
+        IM_CHECK(after != before);
+        user.ItemClick("//Localization Report/###Skipped");
+        user.ItemClick("//Localization Report/###Copy");
+        const std::string copied = ImGui::GetClipboardText();
+        IM_CHECK(copied.find("de\tChanged\tmenu.start\t") != std::string::npos);
+        IM_CHECK(copied.find("nowhere_to_be_found") == std::string::npos);
+        user.ItemClick("//Localization Report/###Undo");
+        user.Yield(3);
+        IM_CHECK(document() == before);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Y);
+        user.Yield(3);
+        IM_CHECK(document() == after);
     }));
 }
 

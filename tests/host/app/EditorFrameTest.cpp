@@ -143,7 +143,7 @@ protected:
     JobSystem jobs{0};
     EditorSession session{&jobs};
     ModuleLoader modules{ModuleFolder};
-    EditorFrame frame{session, jobs, modules, log, Conditions, chooseFolder};
+    EditorFrame frame{session, jobs, modules, log, Conditions, chooseFolder, chooseFolder};
 };
 
 TEST_F(EditorFrameTest, WithoutAProjectNoViewIsDrawnAndTheStartPageOpensOne) {
@@ -297,6 +297,20 @@ TEST_F(EditorFrameTest, MenuItemsAreGreyWhereThereIsNothingToDo) {
         choose(user, "Edit");
         IM_CHECK(isEnabled(user, "//$FOCUSED/Undo"));
         IM_CHECK(!isEnabled(user, "//$FOCUSED/Redo"));
+    }));
+}
+
+TEST_F(EditorFrameTest, WithoutAProjectThereIsNoImportToPreview) {
+    const auto isEnabled = [](ImGuiTestContext& user) {
+        choose(user, "File");
+        const ImGuiTestItemInfo item = user.ItemInfo("//$FOCUSED/Preview import...");
+        user.PopupCloseAll();
+        return item.ID && !(item.ItemFlags & ImGuiItemFlags_Disabled);
+    };
+    EXPECT_TRUE(play("menu", [&](ImGuiTestContext& user) {
+        IM_CHECK(!isEnabled(user));
+        IM_CHECK(open("first"));
+        IM_CHECK(isEnabled(user));
     }));
 }
 
