@@ -31,6 +31,16 @@ PLURAL_FORMS = {
     "pt-BR": ["one", "many", "other"],
     "ru": ["one", "few", "many", "other"],
 }
+# Those of ordinal numbers.
+ORDINAL_FORMS = {
+    "ar": ["other"],
+    "de": ["other"],
+    "en": ["one", "two", "few", "other"],
+    "fr": ["one", "other"],
+    "ja": ["other"],
+    "pt-BR": ["other"],
+    "ru": ["other"],
+}
 ALL_FORMS = ["zero", "one", "two", "few", "many", "other"]
 # Forms that stand for one single number may say it in words, without {{count}}; "one" of French or Russian may not.
 SINGLE_NUMBER_FORMS = {"ar": {"zero", "one", "two"}, "de": {"one"}, "en": {"one"}}
@@ -45,7 +55,8 @@ TEXT_MEMBERS = {"text", "title", "label", "description", "hint"}
 # Texts of the postcard, left for "Gather Strings" to find.
 UNGATHERED = {"/objects/postcard/title", "/objects/postcard/text", "/objects/postcard/stamp/label"}
 
-KEY = re.compile(r"[a-z][a-z0-9]*(\.[a-z][a-z0-9]*)+(_(male|female))?(_(one|other))?")
+KEY = re.compile(r"""([a-z]+:[a-z]+(\.[a-z]+|\.\[[0-9]\])*
+                     |[a-z][a-z0-9]*(\.[a-z][a-z0-9]*)+(_(male|female))?(_(one|other)|_ordinal_(one|two|few|other))?)""", re.VERBOSE)
 PLACEHOLDER = re.compile(r"\{\{.*?\}\}|\$t\(.*?\)")
 STATES = {"draft", "review"}
 MINIMUM_TERMS = 150
@@ -73,6 +84,10 @@ def print_value(value, levels, depth=0):
         members = [print_value(member, levels, depth + 1) for member in value]
     indent = "\n" + "  " * (depth + 1)
     return brackets[0] + indent + ("," + indent).join(members) + indent[:-2] + brackets[1]
+
+
+def plural_forms(stem, code):
+    return (ORDINAL_FORMS if stem.endswith("_ordinal") else PLURAL_FORMS)[code]
 
 
 class Check:
@@ -192,7 +207,7 @@ class Check:
             if form in ALL_FORMS:
                 self.groups.setdefault(stem, []).append(form)
         for stem, forms in self.groups.items():
-            self.expect(forms == PLURAL_FORMS["en"], f"/localization/terms/{stem}_*: the plural forms are {forms}")
+            self.expect(forms == plural_forms(stem, "en"), f"/localization/terms/{stem}_*: the plural forms are {forms}")
         for key in self.project["localization"]["strings"]:
             self.expect(f"/localization/strings/{key}" in places, f"/localization/strings/{key}: no term shows it")
         self.expect(len(self.terms) >= MINIMUM_TERMS, f"only {len(self.terms)} terms")
@@ -224,6 +239,9 @@ class Check:
             count("of several lines", 8, lambda _, source: "\n" in source),
             count("of several paragraphs", 1, lambda _, source: source.count("\n\n") >= 4 and len(source) > 800),
             count("with a context", 2, lambda key, _: re.search("_(male|female)", key)),
+            count("of an ordinal", 4, lambda key, _: "_ordinal_" in key),
+            count("in a namespace", 4, lambda key, _: ":" in key),
+            count("of an array", 3, lambda key, _: "[" in key),
             count("from /localization/strings", 2, lambda key, _: "/strings/" in self.terms[key]["sourceText"]),
             count("with a note", 3, lambda key, _: "note" in self.terms[key]),
             count("with a maximum length", 3, lambda key, _: "maxLength" in self.terms[key]),
@@ -244,7 +262,7 @@ class Check:
             if form not in ALL_FORMS:
                 expected[key] = source
             elif form == "other":
-                for target_form in PLURAL_FORMS[code]:
+                for target_form in plural_forms(stem, code):
                     target = f"{stem}_{target_form}"
                     expected[target] = self.sources.get(target, source)
         return expected
@@ -261,8 +279,9 @@ class Check:
                 self.check_translation(f"{name}: {key}", code, key, entry, expected[key], counts)
         translated = {key for key, entry in entries.items() if entry.get("text")}
         for stem in self.groups:
-            present = [form for form in PLURAL_FORMS[code] if f"{stem}_{form}" in translated]
-            self.expect(present in ([], PLURAL_FORMS[code]), f"{name}: of {stem}_* only {present}")
+            forms = plural_forms(stem, code)
+            present = [form for form in forms if f"{stem}_{form}" in translated]
+            self.expect(present in ([], forms), f"{name}: of {stem}_* only {present}")
         missing = len(set(expected) - translated)
         rate = missing / len(expected)
         low, high = MISSING_RANGE

@@ -193,7 +193,7 @@ TEST_F(Workflow, ExportingAgainLeavesEveryByteAsItIs) {
     const fs::path folder = _dialogs.folder() / "exported";
     exchange("Export", folder.string(), false);
     const Files first = filesOf(folder);
-    ASSERT_EQ(first.size(), 7);
+    ASSERT_EQ(first.size(), 14);
     exchange("Export", folder.string(), false);
     EXPECT_EQ(filesOf(folder), first);
 }
