@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what building needs: Debian packages through apt, and one pinned source archive into .deps/.
+# Installs what building needs: Debian packages through apt, and one pinned source archive into .deps/. What the tests
+# need beside that is pinned, too: packages from npm, which nothing but tests ever sees.
 #
 #   scripts/setup.sh [--tests] [--archive FILE] [--no-packages]
 #
@@ -86,7 +87,11 @@ find_pip() {
     return 1
 }
 
-[ -z "$with_tests" ] || packages+=("${test_packages[@]}")
+if [ -n "$with_tests" ]; then
+    packages+=("${test_packages[@]}")
+    # Whichever Node.js there is will do, and Debian's is installed where there is none.
+    command -v node >/dev/null && command -v npm >/dev/null || packages+=("loading what was exported:nodejs npm")
+fi
 if ! has_bundle && [ -z "$archive" ] && ! find_pip; then
     packages+=("downloading the source archive:python3-pip")
 fi
@@ -197,5 +202,25 @@ if ! has_bundle; then
     work=$PWD/$work
     [ -n "$archive" ] || download_archive
     unpack_archive
+fi
+
+# --- The i18next library, for the tests ----------------------------------------------------------------------------
+
+node_dir=.deps/i18next
+has_node_packages() {
+    cmp --quiet tests/i18next/package-lock.json "$node_dir/package-lock.json" && [ -d "$node_dir/node_modules" ]
+}
+
+if [ -n "$with_tests" ] && ! has_node_packages; then
+    rm -rf "$node_dir"
+    mkdir -p "$node_dir"
+    cp tests/i18next/package.json "$node_dir"
+    log=$(cp tests/i18next/package-lock.json "$node_dir" &&
+        npm ci --prefix "$node_dir" --no-audit --no-fund --ignore-scripts --loglevel=error 2>&1) || {
+        rm -rf "$node_dir"
+        echo "$log" >&2
+        fail "the i18next library could not be installed with npm; is there a network?"
+    }
+    echo "setup: installed the i18next library to $node_dir"
 fi
 echo "setup: everything is in place"

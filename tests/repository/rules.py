@@ -9,7 +9,7 @@ from pathlib import Path
 # --- The tree -------------------------------------------------------------------------------------------------------
 
 UNTRACKED = {".git", ".deps", "build", "__pycache__", "node_modules", ".cache", ".editor"}
-TEXT = {".h", ".cpp", ".inc", ".py", ".sh", ".cmake", ".txt", ".md", ".json", ".conf", ".map", ".in", ""}
+TEXT = {".h", ".cpp", ".inc", ".py", ".sh", ".cmake", ".txt", ".md", ".json", ".mjs", ".conf", ".map", ".in", ""}
 
 
 def files_of(root):
