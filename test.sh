@@ -31,3 +31,18 @@ if [ -n "$full" ]; then
     scripts/tidy.py build/clang-debug
 fi
 suite release "$@"
+
+# Where Clang has its fuzzer, it runs for some seconds; elsewhere the tests above have run the fuzzers' seeds.
+has_fuzzer() {
+    clang++ -fsanitize=fuzzer -x c++ -o /dev/null - 2>/dev/null \
+        <<<'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }'
+}
+if [ $# != 0 ] && [[ $1 != *fuzz* ]]; then
+    :
+elif has_fuzzer; then
+    configure fuzz QUORVANE_FUZZERS=ON
+    build fuzz fuzzers
+    run_ctest fuzz
+else
+    echo "== fuzz: left out, there is no Clang with libFuzzer"
+fi

@@ -2,6 +2,7 @@
 
 option(QUORVANE_TESTS "Build the tests; needs GoogleTest" ON)
 option(QUORVANE_BENCHMARKS "Build the benchmark programs" ${QUORVANE_TESTS})
+option(QUORVANE_FUZZERS "Build the fuzzers of fuzz/ with Clang's, and not just their seeds; needs QUORVANE_SANITIZE with fuzzer-no-link" OFF)
 option(QUORVANE_WERROR "Turn warnings into errors" OFF)
 set(QUORVANE_SANITIZE "" CACHE STRING "Sanitizers for everything, as a list: \"address;undefined\"")
 set(QUORVANE_COMPAT AUTO CACHE STRING "Corrade and Magnum: AUTO takes installed ones, else compat/; ON forces compat/; OFF asks for installed ones")
