@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds and tests everything: ./test.sh [--full] [REGEX]
 #
-#   --full   also the formatter, GCC's address, leak and undefined-behaviour sanitizers, Clang, and clang-tidy
+#   --full   also the formatter, GCC's address, leak and undefined-behaviour sanitizers, Clang, clang-tidy, and catalogues of
+#            published applications
 #   REGEX    only the tests whose names match, "editor-tests:Ui" for instance
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -23,6 +24,7 @@ suite() {
 
 scripts/setup.sh --tests
 if [ -n "$full" ]; then
+    tests/catalogues/fetch.sh .deps/catalogues
     echo "== format"
     scripts/format.sh --check
     suite asan "$@"

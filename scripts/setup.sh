@@ -70,7 +70,7 @@ packages=(
     "drawing without a display:xvfb libgl1-mesa-dri libglx-mesa0"
 )
 test_packages=(
-    "test programs:libgtest-dev"
+    "test programs:libgtest-dev git"
     "second compiler and checks:clang clang-tidy clang-format libclang-rt-14-dev"
     "counting instructions:valgrind"
 )
