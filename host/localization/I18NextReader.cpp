@@ -13,6 +13,7 @@
 #include "../document/JsonScanner.h"
 #include "Catalogue.h"
 #include "I18NextVersion3.h"
+#include "ReservedNames.h"
 #include "TermKey.h"
 
 namespace QuorvaneEngine {
@@ -62,11 +63,6 @@ private:
         int element;
     };
 
-    static bool isDropped(const Containers::StringView name) {
-        if(name.size() != 9 && name.size() != 11) return false;
-        return name == "__proto__"_s || name == "constructor"_s || name == "prototype"_s;
-    }
-
     static rapidjson::Value numberOf(const Containers::StringView text) {
         const bool isInteger = !text.contains('.') && !text.contains('e') && !text.contains('E');
         std::int64_t integer;
@@ -100,9 +96,10 @@ private:
         _path.resize(level.pathSize);
         if(_levels.size() > 1) _path += '.';
         TermKey::appendSegment(_path, name);
-        if(!isDropped(name)) return true;
+        const Containers::StringView reason = ReservedNames::memberReason(name);
+        if(reason.isEmpty()) return true;
         if(!takeKeyRoom()) return false;
-        _catalogue.addNotice(path(), "is dropped by the i18next library"_s);
+        _catalogue.addNotice(path(), reason);
         return true;
     }
 

@@ -17,7 +17,7 @@ struct JsonError;
     @ref TermKey::MaxElements elements, and one whose keys, which repeat the names that lie around them, would together be more than
     16 times as long as the file and 64 KiB more.
 
-    Noticed, and kept as they are, are names that the i18next library drops ("__proto__", "constructor", "prototype") and plural
+    Noticed, and kept as they are, are names of members that programs lose (see @ref ReservedNames::memberReason() ) and plural
     forms as version 3 of the format has them, once for the whole file.
 
     @param bytes        all of the file; the catalogue keeps them

@@ -9,6 +9,7 @@
 #include "../document/JsonReader.h"
 #include "I18NextReader.h"
 #include "Parallel.h"
+#include "ReservedNames.h"
 #include "TermFiles.h"
 
 namespace QuorvaneEngine {
@@ -45,6 +46,8 @@ bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, 
             file.nameSpace = std::move(wanted[i]->nameSpace);
             file.path = std::move(wanted[i]->relativePath);
             readI18Next(std::move(wanted[i]->bytes), file.catalogue, errors[i]);
+            const Containers::StringView reason = ReservedNames::namespaceReason(file.nameSpace);
+            if(!reason.isEmpty()) file.catalogue.addNotice({}, reason);
         },
         progress);
     if(!isDone) return false;

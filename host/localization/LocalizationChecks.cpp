@@ -28,7 +28,7 @@ constexpr LocalizationCheck Checks[]{
     {"plural-missing"_s, FindingSeverity::Warning, "a plural lacks forms that its language needs"_s},
     {"plural-extra"_s, FindingSeverity::Hint, "a plural has a form that its language does not use"_s},
     {"leaf-and-branch"_s, FindingSeverity::Error, "a key has no place in a file beside another key"_s},
-    {"reserved-key"_s, FindingSeverity::Warning, "a key has a name that the i18next library drops"_s},
+    {"reserved-key"_s, FindingSeverity::Warning, "a key has a name that programs lose"_s},
     {"same-as-source"_s, FindingSeverity::Hint, "a translation is the same as its source"_s},
     {"outer-blanks"_s, FindingSeverity::Warning, "a translation begins or ends with other blanks than its source"_s},
     {"source-gone"_s, FindingSeverity::Error, "a term has no source text"_s},

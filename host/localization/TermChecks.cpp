@@ -10,6 +10,7 @@
 #include "DocumentLookup.h"
 #include "JsonPath.h"
 #include "Placeholders.h"
+#include "ReservedNames.h"
 #include "TermConflicts.h"
 #include "TermKey.h"
 #include "TermSource.h"
@@ -23,15 +24,13 @@ using Corrade::Utility::format;
 
 namespace {
 
-constexpr Containers::StringView ReservedNames[]{"__proto__"_s, "constructor"_s, "prototype"_s};
-
-/** The first name in a key that the library has no members of, empty where there is none. */
-Containers::StringView reservedName(const Containers::StringView fileKey) {
+/** What is wrong with the first name in a key that programs lose, empty where there is none. */
+Containers::String reservedMember(const Containers::StringView fileKey) {
     Containers::StringView rest = fileKey;
     do {
         const Containers::StringView segment = TermKey::takeSegment(rest, rest);
-        for(const Containers::StringView name: ReservedNames)
-            if(segment == name) return name;
+        const Containers::StringView reason = ReservedNames::memberReason(segment);
+        if(!reason.isEmpty()) return format("the member {} {}", segment, reason);
     } while(rest.data());
     return {};
 }
@@ -96,9 +95,11 @@ private:
     }
 
     void checkKey(const UnsignedInt term) {
-        const Containers::StringView name = reservedName(_project.term(term).fileKey);
-        if(!name.isEmpty())
-            add(CheckKind::ReservedKey, term, format("the i18next library drops members that are called {}", name));
+        const Containers::String member = reservedMember(_project.term(term).fileKey);
+        if(!member.isEmpty()) add(CheckKind::ReservedKey, term, member);
+        const Containers::StringView nameSpace = _project.terms().namespaces()[_project.term(term).nameSpace].name;
+        const Containers::StringView reason = ReservedNames::namespaceReason(nameSpace);
+        if(!reason.isEmpty()) add(CheckKind::ReservedKey, term, format("{} {}", nameSpace, reason));
     }
 
     void checkSource(const UnsignedInt index) {

@@ -60,11 +60,12 @@ TEST(I18NextReader, WhatIsNoTextIsKeptInItsPlace) {
             "list.[2]:={}"}));
 }
 
-TEST(I18NextReader, NamesThatTheLibraryDropsAreKeptAndNoticed) {
+TEST(I18NextReader, NamesThatProgramsLoseAreKeptAndNoticed) {
     EXPECT_EQ(read(R"({"__proto__": {"a": "x"}, "b": {"constructor": "y", "prototype": ""}, "proto": "z"})"),
         (Lines{"__proto__.a=x", "b.constructor=y", "b.prototype=", "proto=z",
-            "__proto__: is dropped by the i18next library", "b.constructor: is dropped by the i18next library",
-            "b.prototype: is dropped by the i18next library"}));
+            "__proto__: is lost where the i18next library merges a file into another one",
+            "b.constructor: is lost where the i18next library merges a file into another one",
+            "b.prototype: is lost in many programs that merge files, though not in the i18next library"}));
 }
 
 TEST(I18NextReader, EmptyObjectHasNoTexts) { EXPECT_EQ(read("{}"), Lines{}); }

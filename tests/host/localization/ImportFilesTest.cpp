@@ -63,6 +63,22 @@ TEST(ImportFiles, RefusalsNameFileLineAndColumn) {
     EXPECT_EQ(copied(imported.refusals[1]), folder / "de.json:2:7: a colon is missing behind the name of a member");
 }
 
+TEST(ImportFiles, ANamespaceThatTheLibraryDoesNotSeeIsNoticed) {
+    TestFolder folder;
+    for(const char* const name: {"__proto__", "constructor", "menu"})
+        folder.write("de/" + std::string{name} + ".json", R"({"a": "A"})");
+    ImportedFiles imported;
+    EXPECT_TRUE(readImportFiles(FileSystem::disk(), viewed(folder.path), {}, imported));
+    EXPECT_EQ(paths(imported), "de/__proto__.json __proto__ 1, de/constructor.json constructor 1, de/menu.json menu 1");
+    ASSERT_EQ(imported.files[0].catalogue.notices().size(), 1u);
+    EXPECT_EQ(copied(imported.files[0].catalogue.notices()[0].key), "");
+    EXPECT_EQ(copied(imported.files[0].catalogue.notices()[0].reason),
+        "is a namespace that the i18next library finds, but does not hold for loaded, so that it loads it again and "
+        "again");
+    EXPECT_EQ(imported.files[1].catalogue.notices().size(), 0u);
+    EXPECT_EQ(imported.files[2].catalogue.notices().size(), 0u);
+}
+
 TEST(ImportFiles, CancelledReadingRefusesNothing) {
     TestFolder folder;
     folder.write("de.json", "{}");

@@ -152,7 +152,9 @@ TEST(ImportTranslations, ReservedNamesAndVersion3AreNoticedAndKept) {
     folder.write("en/m.json", R"({"__proto__":"P","item":"item","item_plural":"items"})");
     const CapturedOutput output;
     importFrom(project, {"en"}, folder.path);
-    EXPECT_NE(output.warning().find(Prefix + "en/m.json: m:__proto__: is dropped by the i18next library\n"),
+    EXPECT_NE(output.warning().find(Prefix +
+                  "en/m.json: m:__proto__: is lost where the i18next library merges a file into another "
+                  "one\n"),
         std::string::npos);
     EXPECT_EQ(project.at("/localization/strings"), R"({"m:__proto__":"P","m:item":"item","m:item_plural":"items"})");
 }
