@@ -50,8 +50,8 @@ constexpr struct {
 constexpr LoadStates Forgettable = LoadState::NotLoaded | LoadState::WrongMetadataFile;
 
 // What message names for each entry point, in the order in which they are asked for.
-template <class F> bool resolve(F*& function, void* library, const char* symbol, const char* what, StringView plugin) {
-    function = reinterpret_cast<F*>(dlsym(library, symbol));
+template <class F> bool resolve(F*& function, void* handle, const char* symbol, const char* what, StringView plugin) {
+    function = reinterpret_cast<F*>(dlsym(handle, symbol));
     if(!function)
         Error{} << "PluginManager::Manager::load(): cannot get" << what << "of plugin" << plugin << Debug::nospace
                 << ":" << dlerror();
@@ -59,22 +59,22 @@ template <class F> bool resolve(F*& function, void* library, const char* symbol,
 }
 
 // Entry points of a library, or why there are none.
-LoadState resolveAll(EntryPoints& out, void* library, StringView plugin, StringView interface) {
-    if(!resolve(out.version, library, "pluginVersion", "version", plugin)) return LoadState::LoadFailed;
+LoadState resolveAll(EntryPoints& out, void* handle, StringView plugin, StringView interface) {
+    if(!resolve(out.version, handle, "pluginVersion", "version", plugin)) return LoadState::LoadFailed;
     if(out.version() != AbstractManager::Version) {
         Error{} << "PluginManager::Manager::load(): wrong version of plugin" << plugin << Debug::nospace << ", expected"
                 << AbstractManager::Version << "but got" << out.version();
         return LoadState::WrongPluginVersion;
     }
-    if(!resolve(out.interface, library, "pluginInterface", "interface string", plugin)) return LoadState::LoadFailed;
+    if(!resolve(out.interface, handle, "pluginInterface", "interface string", plugin)) return LoadState::LoadFailed;
     if(out.interface() != interface) {
         Error{} << "PluginManager::Manager::load(): wrong interface string of plugin" << plugin << Debug::nospace
                 << ", expected" << interface << "but got" << out.interface();
         return LoadState::WrongInterfaceVersion;
     }
-    return resolve(out.initializer, library, "pluginInitializer", "initializer", plugin) &&
-            resolve(out.finalizer, library, "pluginFinalizer", "finalizer", plugin) &&
-            resolve(out.instancer, library, "pluginInstancer", "instancer", plugin)
+    return resolve(out.initializer, handle, "pluginInitializer", "initializer", plugin) &&
+            resolve(out.finalizer, handle, "pluginFinalizer", "finalizer", plugin) &&
+            resolve(out.instancer, handle, "pluginInstancer", "instancer", plugin)
         ? LoadState::Loaded
         : LoadState::LoadFailed;
 }
@@ -236,16 +236,16 @@ LoadState AbstractManager::load(Plugin& plugin, StringView filename) {
     }
 
     // Global, so that plug-ins see the symbols of those that they depend on.
-    void* const library = dlopen(String::nullTerminatedView(filename).data(), RTLD_NOW | RTLD_GLOBAL);
-    if(!library) {
+    void* const handle = dlopen(String::nullTerminatedView(filename).data(), RTLD_NOW | RTLD_GLOBAL);
+    if(!handle) {
         Error{} << "PluginManager::Manager::load(): cannot load plugin" << plugin.name << "from \"" << Debug::nospace
                 << filename << Debug::nospace << "\":" << dlerror();
         return LoadState::LoadFailed;
     }
     EntryPoints entryPoints;
-    const LoadState state = resolveAll(entryPoints, library, plugin.name, pluginInterface());
+    const LoadState state = resolveAll(entryPoints, handle, plugin.name, pluginInterface());
     if(state != LoadState::Loaded) {
-        dlclose(library);
+        dlclose(handle);
         return state;
     }
 
@@ -253,7 +253,7 @@ LoadState AbstractManager::load(Plugin& plugin, StringView filename) {
     for(const String& name: plugin.depends)
         Containers::arrayAppend(_state->plugins.find(name)->second->usedBy, StringView(plugin.name));
     plugin.state = state;
-    plugin.library = library;
+    plugin.handle = handle;
     plugin.entryPoints = entryPoints;
     return state;
 }
@@ -288,7 +288,7 @@ LoadState AbstractManager::unload(Plugin& plugin) {
     plugin.entryPoints.finalizer();
     plugin.state = LoadState::NotLoaded;
     plugin.entryPoints = {};
-    if(dlclose(std::exchange(plugin.library, nullptr)) == 0) return LoadState::NotLoaded;
+    if(dlclose(std::exchange(plugin.handle, nullptr)) == 0) return LoadState::NotLoaded;
     Error{} << "PluginManager::Manager::unload(): cannot unload plugin" << plugin.name << Debug::nospace << ":"
             << dlerror();
     return LoadState::UnloadFailed;

@@ -31,7 +31,7 @@ struct Plugin: PluginMetadata {
     /** Names of loaded plug-ins, each owned by its Plugin. */
     Containers::Array<Containers::StringView> usedBy;
     std::vector<AbstractPlugin*> instances;
-    void* library = nullptr;
+    void* handle = nullptr;
     EntryPoints entryPoints;
 };
 
