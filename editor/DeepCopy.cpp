@@ -29,11 +29,9 @@ void ownStrings(rapidjson::Value& copy, const rapidjson::Value& source, Allocato
 }
 
 /** Hands on what a value holds. */
-struct Sharing {
-    /** Texts that are shorter may lie in their values, which move. */
-    static constexpr rapidjson::SizeType LongText = 24;
-
+struct Copying {
     rapidjson::Document& out;
+    bool isSharing;
 
     bool Null() { return out.Null(); }
     bool Bool(const bool value) { return out.Bool(value); }
@@ -44,7 +42,7 @@ struct Sharing {
     bool Double(const double value) { return out.Double(value); }
     bool RawNumber(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
     bool String(const char* const text, const rapidjson::SizeType size, bool) {
-        return out.String(text, size, size < LongText);
+        return out.String(text, size, !isSharing || size < MinSharedText);
     }
     bool Key(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
     bool StartObject() { return out.StartObject(); }
@@ -63,18 +61,20 @@ void deepCopy(rapidjson::Value& target, const rapidjson::Value& source, Allocato
 
 void sharingCopy(rapidjson::Value& target, const rapidjson::Value& source, Allocator& allocator) {
     if(!source.IsObject() && !source.IsArray()) {
-        if(source.IsString() && source.GetStringLength() >= Sharing::LongText)
+        if(source.IsString() && source.GetStringLength() >= MinSharedText)
             target = rapidjson::Value{rapidjson::StringRef(source.GetString(), source.GetStringLength())};
         else target.CopyFrom(source, allocator);
         return;
     }
     rapidjson::Document copy{&allocator};
-    auto share = [&source](rapidjson::Document& out) {
-        Sharing sharing{out};
-        return source.Accept(sharing);
-    };
+    auto share = [&source](rapidjson::Document& out) { return putCopy(out, source, true); };
     copy.Populate(share);
     target = static_cast<rapidjson::Value&&>(copy);
+}
+
+bool putCopy(rapidjson::Document& target, const rapidjson::Value& source, const bool isSharing) {
+    Copying copying{target, isSharing};
+    return source.Accept(copying);
 }
 
 }

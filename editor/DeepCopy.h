@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
@@ -15,5 +17,14 @@ void deepCopy(rapidjson::Value& target, const rapidjson::Value& source,
     @param allocator    owner of everything in both */
 void sharingCopy(rapidjson::Value& target, const rapidjson::Value& source,
     rapidjson::MemoryPoolAllocator<rapidjson::CrtAllocator>& allocator);
+
+/** The bytes of a text from which on it is shared. Shorter ones may lie in their values, which move. */
+constexpr std::size_t MinSharedText = 24;
+
+/** Hands a value on to a document that is being populated, by events (SAX).
+    @param isSharing    whether its longer texts are shared, as by @ref sharingCopy() : the allocator of the document then is the owner of
+        both; otherwise all are copied
+    @return false where the document says so */
+bool putCopy(rapidjson::Document& target, const rapidjson::Value& source, bool isSharing);
 
 }

@@ -1,6 +1,5 @@
 #include "ProjectEdit.h"
 
-#include <cstdint>
 #include <cstring>
 #include <unordered_map>
 #include <utility>
@@ -11,6 +10,7 @@
 
 #include "ChangeGroup.h"
 #include "ChangeManager.h"
+#include "DeepCopy.h"
 #include "JsonPath.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
@@ -32,37 +32,6 @@ rapidjson::SizeType sizeOf(const Containers::StringView text) { return rapidjson
 
 void key(rapidjson::Document& out, const Containers::StringView name, const bool isCopied = true) {
     out.Key(name.isEmpty() ? "" : name.data(), sizeOf(name), isCopied);
-}
-
-/** Hands a value on with its texts, or with references to those that the project's own memory holds. */
-struct Copying {
-    rapidjson::Document& out;
-    bool isOfProject;
-
-    /** Texts that are shorter lie in their values, which come and go. */
-    static constexpr rapidjson::SizeType LongText = 24;
-
-    bool Null() { return out.Null(); }
-    bool Bool(const bool value) { return out.Bool(value); }
-    bool Int(const int value) { return out.Int(value); }
-    bool Uint(const unsigned value) { return out.Uint(value); }
-    bool Int64(const std::int64_t value) { return out.Int64(value); }
-    bool Uint64(const std::uint64_t value) { return out.Uint64(value); }
-    bool Double(const double value) { return out.Double(value); }
-    bool RawNumber(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
-    bool String(const char* const text, const rapidjson::SizeType size, bool) {
-        return out.String(text, size, !isOfProject || size < LongText);
-    }
-    bool StartObject() { return out.StartObject(); }
-    bool Key(const char* const text, const rapidjson::SizeType size, bool) { return String(text, size, true); }
-    bool EndObject(const rapidjson::SizeType count) { return out.EndObject(count); }
-    bool StartArray() { return out.StartArray(); }
-    bool EndArray(const rapidjson::SizeType count) { return out.EndArray(count); }
-};
-
-void copy(rapidjson::Document& out, const rapidjson::Value& value, const bool isOfProject) {
-    Copying copying{out, isOfProject};
-    value.Accept(copying);
 }
 
 /** Makes a value in the project's memory, of exactly the size that it needs: the library would grow objects by half, from 16
@@ -142,7 +111,7 @@ private:
 
     static void make(rapidjson::Document& out, const Single& single) {
         key(out, single.name);
-        copy(out, single.value, false);
+        putCopy(out, single.value, false);
     }
 
     /** Sets the whole object, with those of its members that stay as they are. */
@@ -176,8 +145,8 @@ private:
                 if(change.single || change.members) makeChanged(out, change);
                 else {
                     const Containers::StringView name = viewOf(member.name);
-                    key(out, name, name.size() < Copying::LongText);
-                    copy(out, member.value, true);
+                    key(out, name, name.size() < MinSharedText);
+                    putCopy(out, member.value, true);
                 }
             }
             for(const Change& change: added) makeChanged(out, change);

@@ -78,5 +78,21 @@ TEST(SharingCopy, SharesLongTextsButNothingThatChanges) {
         R"({"a name that is longer than a few bytes":["a text that is longer than a few bytes","ab"]})");
 }
 
+TEST(PutCopy, SharesLongTextsWhereItMay) {
+    const std::string shortest(MinSharedText, 'x');
+    const std::string longest(MinSharedText - 1, 'y');
+    rapidjson::Document source =
+        parsed("{\"" + shortest + "\":[1.5,true,\"" + longest + "\"],\"" + longest + "\":null}");
+    for(const bool isSharing: {true, false}) {
+        rapidjson::Document target{&source.GetAllocator()};
+        auto put = [&](rapidjson::Document& out) { return putCopy(out, source, isSharing); };
+        target.Populate(put);
+        EXPECT_EQ(toText(target), toText(source));
+        const auto member = target.MemberBegin();
+        EXPECT_EQ(member->name.GetString() == source.MemberBegin()->name.GetString(), isSharing);
+        EXPECT_NE(member->value[2].GetString(), source.MemberBegin()->value[2].GetString());
+    }
+}
+
 }
 }
