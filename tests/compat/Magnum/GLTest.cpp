@@ -186,6 +186,17 @@ TEST_F(GLTest, ATextureGivesBackItsPixels) {
     EXPECT_EQ(pixel(changed, 6, 3), "00ff00ff");
 }
 
+TEST_F(GLTest, ATextureOfTheLargestSizeCanBeMade) {
+    const Vector2i size = GL::Texture2D::maxSize();
+    EXPECT_EQ(size.x(), size.y());
+    EXPECT_GE(size.x(), 1024);
+    GL::Texture2D wide, high;
+    wide.setStorage(1, GL::TextureFormat::RGBA8, {size.x(), 1});
+    high.setStorage(1, GL::TextureFormat::RGBA8, {1, size.y()});
+    EXPECT_EQ(wide.imageSize(0), (Vector2i{size.x(), 1}));
+    EXPECT_EQ(high.imageSize(0), (Vector2i{1, size.y()}));
+}
+
 TEST_F(GLTest, TexturesMoveWithTheirNames) {
     GL::Texture2D a;
     const UnsignedInt id = a.id();

@@ -10,6 +10,9 @@ namespace Magnum::GL {
 /** A texture in OpenGL's memory; movable. */
 template <> class Texture<2> {
 public:
+    /** In pixels. */
+    static Vector2i maxSize();
+
     explicit Texture();
     /** Without an OpenGL object. */
     explicit Texture(NoCreateT) noexcept {}

@@ -32,6 +32,13 @@ constexpr SamplerWrapping Wrappings[]{
 
 } // namespace
 
+Vector2i Texture2D::maxSize() {
+    static_cast<void>(Context::current());
+    GLint out = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &out);
+    return Vector2i(out);
+}
+
 Texture2D::Texture() {
     static_cast<void>(Context::current());
     glGenTextures(1, &_id);
