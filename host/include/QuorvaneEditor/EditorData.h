@@ -25,6 +25,10 @@ public:
     ResourceIndexMap materialIndices;
     ResourceIndexMap meshIndices;
 
+    /** Pictures of resources by the indices above: "1" of an image, "ma1" of a material, "m1" of a mesh. Null where the host has none;
+        owned by the host, outlives every view. */
+    ThumbnailManager* thumbnails = nullptr;
+
 private:
     const ProjectFile* _project;
     Int _storedRevision = 0;

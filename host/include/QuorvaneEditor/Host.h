@@ -40,6 +40,7 @@ class ProjectFile;
 class QuorvaneEditor;
 class QuorvaneEditorApplication;
 class ResourceIndexMap;
+class ThumbnailManager;
 class Ui;
 class ValueAccess;
 struct Change;
