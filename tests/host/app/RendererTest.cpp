@@ -1,6 +1,7 @@
 #include "app/Renderer.h"
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include <imgui.h>
 #include <png.h>
 
+#include "ThumbnailManager.h"
 #include "app/DesktopWindow.h"
 
 namespace QuorvaneEngine {
@@ -106,6 +108,60 @@ TEST_F(RendererTest, ATextureIsNamedByTheAddressOfItsObject) {
             EXPECT_EQ(at(pixels, 16, 16), 0x0ac81eu);
             EXPECT_EQ(at(pixels, 36, 40), 0x000000u);
         }
+    }
+    ImGui::DestroyContext();
+}
+
+TEST_F(RendererTest, AThumbnailIsDrawnIntoItsWindowTheRightWayUp) {
+    ASSERT_TRUE(opened);
+    {
+        Renderer renderer{window};
+        ASSERT_TRUE(renderer.isReady());
+        ThumbnailManager thumbnails;
+        // The upper half orange, the lower half green; rows go from bottom to top.
+        unsigned char pixels[128 * 128 * 4];
+        for(std::size_t i = 0; i != std::size(pixels); i += 4) {
+            const bool upper = i / (128 * 4) >= 64;
+            pixels[i] = upper ? 255 : 10;
+            pixels[i + 1] = upper ? 128 : 200;
+            pixels[i + 2] = upper ? 0 : 30;
+            pixels[i + 3] = 255;
+        }
+        for(const char* const name: {"1", "ma1", "m1"})
+            thumbnails.setThumbnail(name, Magnum::ImageView2D{Magnum::PixelFormat::RGBA8Unorm, {128, 128}, pixels});
+        // In the middle of the drawing of a frame the atlas gets more slices.
+        for(int i = 0; i != 1024; ++i) thumbnails.thumbnailPos(std::to_string(i).c_str());
+        ImGui::GetStyle().FrameRounding = 6.0f;
+        for(int frame = 0; frame != 3; ++frame) {
+            const std::vector<unsigned> shown = render(renderer, [&](ImDrawList&) {
+                ImGui::SetNextWindowPos({0.0f, 0.0f});
+                ImGui::SetNextWindowSize({float(Width), float(Height)});
+                ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, {0.0f, 0.0f});
+                ImGui::PushStyleColor(ImGuiCol_WindowBg, IM_COL32(0, 0, 255, 255));
+                ImGui::Begin("Window", nullptr, ImGuiWindowFlags_NoDecoration);
+                ImGui::SetCursorPos({8.0f, 4.0f});
+                EXPECT_TRUE(thumbnails.thumbnail("m1", {40.0f, 40.0f}));
+                if(frame == 1)
+                    thumbnails.setThumbnail(
+                        "1023", Magnum::ImageView2D{Magnum::PixelFormat::RGBA8Unorm, {128, 128}, pixels});
+                ImGui::End();
+                ImGui::PopStyleColor();
+                ImGui::PopStyleVar();
+            });
+            EXPECT_EQ(at(shown, 28, 10), 0xff8000u) << frame;
+            EXPECT_EQ(at(shown, 28, 22), 0xff8000u) << frame;
+            EXPECT_EQ(at(shown, 28, 25), 0x0ac81eu) << frame;
+            EXPECT_EQ(at(shown, 28, 40), 0x0ac81eu) << frame;
+            EXPECT_EQ(at(shown, 9, 23), 0xff8000u) << frame;
+            EXPECT_EQ(at(shown, 46, 24), 0x0ac81eu) << frame;
+            // Around it, and in its rounded corners.
+            EXPECT_EQ(at(shown, 6, 23), 0x0000ffu) << frame;
+            EXPECT_EQ(at(shown, 49, 23), 0x0000ffu) << frame;
+            EXPECT_EQ(at(shown, 8, 4), 0x0000ffu) << frame;
+            EXPECT_EQ(at(shown, 47, 43), 0x0000ffu) << frame;
+        }
+        EXPECT_TRUE(thumbnails.hasThumbnail("1023"));
+        EXPECT_EQ(thumbnails.thumbnailPos("1023").z(), 1);
     }
     ImGui::DestroyContext();
 }
