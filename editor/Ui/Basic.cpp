@@ -1,7 +1,5 @@
 #include <cstddef>
-#include <cstring>
 
-#include <Corrade/Containers/GrowableArray.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
@@ -10,6 +8,7 @@
 #include "QuorvaneEditor/JsonObject.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "Ui/Scope.h"
+#include "Ui/TextBuffer.h"
 #include "Ui/Ui.h"
 
 namespace QuorvaneEngine {
@@ -93,6 +92,12 @@ void Ui::label(const Containers::StringView text) {
     sameLineAt(LabelShare * ImGui::GetContentRegionAvail().x);
 }
 
+void Ui::valueLabel(const Containers::StringView name) const {
+    if(!(flags & Flag::NoLabel)) label(name);
+    // Zero and less are other widths to the library.
+    ImGui::SetNextItemWidth(ImMax(ImGui::GetContentRegionAvail().x, 1.0f));
+}
+
 void Ui::sameLineAt(const float x) {
     const float end = ImGui::GetCurrentWindow()->DC.CursorPosPrevLine.x;
     ImGui::SameLine(x);
@@ -155,11 +160,8 @@ bool Ui::searchBar(const Containers::StringView id, Containers::Array<char>& buf
 int Ui::textResizeCallback(ImGuiInputTextCallbackData* const data) {
     if(data->EventFlag != ImGuiInputTextFlags_CallbackResize) return 0;
     auto& array = *static_cast<Containers::Array<char>*>(data->UserData);
-    const std::size_t before = array.size();
-    const auto requested = std::size_t(data->BufSize);
-    if(data->BufSize < 0 || requested <= before) return 0;
-    Containers::arrayResize<Containers::ArrayMallocAllocator>(array, Corrade::NoInit, requested);
-    std::memset(array.data() + before, 0, requested - before);
+    if(data->BufSize < 0 || std::size_t(data->BufSize) <= array.size()) return 0;
+    growBuffer(array, std::size_t(data->BufSize));
     data->Buf = array.data();
     return 0;
 }

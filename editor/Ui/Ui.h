@@ -88,6 +88,9 @@ public:
     /** @ref alignedText() , and the line goes on at 33 % of the available width or, where that would cover the label, behind it. */
     static void label(Containers::StringView text);
 
+    /** @ref label() of a widget that edits a value, unless @ref Flag::NoLabel is in force. The next item fills the line. */
+    void valueLabel(Containers::StringView name) const;
+
     /** Goes on with the line at @p x from its start, in pixels, or behind the last item where that would cover it. */
     static void sameLineAt(float x);
 
@@ -136,11 +139,23 @@ public:
     /** The scope path, NUL-terminated; its size is the capacity, which only grows. */
     Containers::Array<char> path;
 
+    /** The text that the active text input shows, NUL-terminated; only grows. */
+    Containers::Array<char> editBuffer;
+
+    /** What was typed and is no change yet, NUL-terminated; without bytes where nothing is pending. */
+    Containers::Array<char> pendingText;
+
+    /** GUI id of the item that @ref pendingText belongs to, 0 for none. */
+    unsigned pendingItem = 0;
+
     /** The flags that @ref popFlags() restores. */
     std::vector<Flags> flagStack;
 
     /** The flags in force. */
     Flags flags;
+
+    /** GUI id of the item that is being renamed, 0 for none. */
+    unsigned renamingItem = 0;
 
 private:
     friend Scope;

@@ -132,6 +132,44 @@ TEST_F(UiBasic, AControlFollowsALabelThatIsLongerThanItsColumn) {
     });
 }
 
+TEST_F(UiBasic, TheLabelOfAValueLeavesTheRestOfTheLine) {
+    const Ui ui;
+    inWindow([&] {
+        const float end = ImGui::GetCursorScreenPos().x + ImGui::GetContentRegionAvail().x;
+        const float start = ImGui::GetWindowPos().x + 0.33f * ImGui::GetContentRegionAvail().x;
+        ui.valueLabel("Name");
+        float value = 0.0f;
+        ImGui::DragFloat("##value", &value);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, start);
+        // Widths are whole pixels.
+        EXPECT_NEAR(ImGui::GetItemRectMax().x, end, 1.0f);
+    });
+}
+
+TEST_F(UiBasic, WithoutTheLabelTheValueHasTheWholeLine) {
+    Ui ui;
+    ui.pushFlags(Ui::Flag::NoLabel);
+    inWindow([&] {
+        const float start = ImGui::GetCursorScreenPos().x;
+        const float width = ImGui::GetContentRegionAvail().x;
+        ui.valueLabel("Name");
+        float value = 0.0f;
+        ImGui::DragFloat("##value", &value);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, start);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectSize().x, width);
+    });
+}
+
+TEST_F(UiBasic, AValueWhoseLabelTakesTheWholeLineHasSomeWidth) {
+    const Ui ui;
+    inWindow([&] {
+        ui.valueLabel("A label that is longer than the whole window and leaves nothing at all for the value behind it");
+        float value = 0.0f;
+        ImGui::DragFloat("##value", &value);
+        EXPECT_EQ(ImGui::GetItemRectSize().x, 1.0f);
+    });
+}
+
 TEST_F(UiBasic, SameLineAtGoesBehindWhatItWouldCover) {
     inWindow([] {
         for(const float share: {0.5f, 1.5f}) {

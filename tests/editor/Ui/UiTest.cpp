@@ -25,6 +25,10 @@ TEST(Ui, AFreshOneHasNoScopeAndNoFlags) {
     EXPECT_EQ(ui.changes, nullptr);
     EXPECT_EQ(ui.editorData, nullptr);
     for(const char byte: ui.path) EXPECT_EQ(byte, '\0');
+    EXPECT_TRUE(ui.editBuffer.isEmpty());
+    EXPECT_TRUE(ui.pendingText.isEmpty());
+    EXPECT_EQ(ui.pendingItem, 0u);
+    EXPECT_EQ(ui.renamingItem, 0u);
 }
 
 TEST(Ui, IsBoundToProjectChangesAndData) {
