@@ -129,6 +129,24 @@ public:
 
     /** @} */
 
+    /** @{ @name Value clipboard
+
+        Values go to the clipboard as JSON text. Both belong into the scope of a value. */
+
+    /** Lets the last item copy and paste the value at the scope path: by a menu that the right button opens, and by the command
+        modifier with C and V while the mouse is over it and it is not being edited. */
+    void valueContextMenu();
+
+    /** Puts the value at the scope path on the clipboard, `null` where there is none. */
+    void copyValue();
+
+    /** Replaces the value at the scope path by that on the clipboard, as one change, or prints a warning and changes nothing: the
+        text has to be JSON that the project's files can hold, of the type that is there already, where `true` and `false` are
+        two types and all numbers one, and an array of the same size. */
+    void pasteValue();
+
+    /** @} */
+
     ProjectFile* project;
     ChangeManager* changes;
     EditorData* editorData;
@@ -159,6 +177,10 @@ public:
 
 private:
     friend Scope;
+
+    void valueContextMenu(Containers::StringView valuePath);
+    void copyValue(Containers::StringView valuePath);
+    void pasteValue(Containers::StringView valuePath);
 
     /** Shows the scope path where the last item is under the mouse and the key for it is held. The innermost of several scopes
         that close behind one item wins. */
