@@ -22,11 +22,17 @@ public:
 
     Function() = default;
 
-    /** Takes over any callable with the signature. */
+    /** One that is empty. */
+    Function(std::nullptr_t) {}
+
+    /** Takes over any callable with the signature. A null pointer to a function makes an empty one. */
     template <class T>
     requires(!std::is_same_v<std::remove_cvref_t<T>, Function> && std::is_invocable_r_v<R, T&, Args...>)
         Function(T&& callable) { // NOLINT(bugprone-forwarding-reference-overload)
         using Type = std::decay_t<T>;
+        if constexpr(std::is_pointer_v<std::remove_reference_t<T>>) {
+            if(!callable) return;
+        }
         if constexpr(std::is_trivially_copyable_v<Type> && sizeof(Type) <= StorageSize &&
             alignof(Type) <= alignof(std::max_align_t)) {
             new(_storage) Type(std::forward<T>(callable));

@@ -24,6 +24,12 @@ int add(int a, int b) { return a + b; }
 
 TEST(Function, ADefaultOneIsEmpty) { EXPECT_FALSE(Sum{}); }
 
+TEST(Function, ANullPointerMakesAnEmptyOne) {
+    EXPECT_FALSE(Sum{nullptr});
+    int (*const none)(int, int) = nullptr;
+    EXPECT_FALSE(Sum{none});
+}
+
 TEST(Function, CallsAPlainFunction) {
     Sum sum{add};
     ASSERT_TRUE(sum);
