@@ -4,6 +4,7 @@
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/EnumSet.h>
+#include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/Host.h"
@@ -147,6 +148,35 @@ public:
 
     /** @} */
 
+    /** @{ @name Resources
+
+        Resources are entries of the project's collections, each below its ID and with a "name". One that is dragged is a payload
+        of the GUI library, whose type belongs to the collection and whose bytes are the ID, without a zero byte behind it. */
+
+    /** The payload type of a collection, NUL-terminated and static. A collection whose resources cannot be dragged is a broken
+        precondition. */
+    static Containers::StringView resourceToDragDropType(Containers::StringView type);
+
+    /** Makes the last item, which has an ID, a drag source for a resource.
+        @param type     the collection
+        @param id       copied
+        @param label    what is shown beside the mouse
+        @return whether a drag from it is in progress */
+    static bool resourceDragDropSource(
+        Containers::StringView type, Containers::StringView id, Containers::StringView label);
+
+    /** Makes the last item a drop target for the resources of a collection.
+        @param id   what was dropped, in the frame in which it is: its bytes as they came, whether there is such a resource or not.
+            Valid until the next drop.
+        @return whether something was dropped */
+    bool acceptDragDropResources(Containers::StringView type, Containers::StringView& id);
+
+    /** Makes the current window a drop target, all of it but a margin. Where it succeeds, the caller accepts payloads and ends the
+        target as one of the GUI library's own. */
+    static bool beginDragDropTargetWindow();
+
+    /** @} */
+
     ProjectFile* project;
     ChangeManager* changes;
     EditorData* editorData;
@@ -187,6 +217,7 @@ private:
     void showPathTooltip();
 
     int _tooltipFrame = -1;
+    Containers::String _droppedId;
 };
 
 CORRADE_ENUMSET_OPERATORS(Ui::Flags)
