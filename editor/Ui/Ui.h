@@ -38,6 +38,16 @@ public:
     };
     using ButtonFlags = Containers::EnumSet<ButtonFlag>;
 
+    enum class SearchFlag : UnsignedInt {
+        /** An entry matches when its key contains the search text. */
+        Keys = 1,
+        /** An entry matches when its value, a string, contains the search text. */
+        Values = 2,
+        /** A value that begins with "/" and is the path of an existing value stands for the string there, one level deep. */
+        FollowReferences = 4
+    };
+    using SearchFlags = Containers::EnumSet<SearchFlag>;
+
     /** @param project      the document that value widgets read; may be bound later through the members
         @param changes      where they push their edits
         @param editorData   must outlive this object, as must the others */
@@ -177,6 +187,25 @@ public:
 
     /** @} */
 
+    /** @{ @name Search */
+
+    /** Searches a collection by a text that each entry has, without regard to case.
+        @param collection   a member of the project's root or the path of a value; one that does not exist, or is no object, has no
+            entries
+        @param field        the key of the text in an entry; where there is none it counts as empty
+        @param search       the text up to its first zero byte; an empty one finds all entries
+        @param results      the IDs of the entries that were found, in document order. They view the document, so they are valid
+            until the next change. */
+    void performResourceSearch(Containers::StringView collection, Containers::StringView field,
+        const Containers::Array<char>& search, Containers::Array<Containers::StringView>& results) const;
+
+    /** Searches a collection whose entries are strings, by key, by value or by both. Any other value counts as an empty string.
+        Parameters as in @ref performResourceSearch(); an empty text finds all entries whatever the flags are. */
+    void performSearch(Containers::StringView collection, const Containers::Array<char>& search,
+        Containers::Array<Containers::StringView>& results, SearchFlags flags) const;
+
+    /** @} */
+
     ProjectFile* project;
     ChangeManager* changes;
     EditorData* editorData;
@@ -222,5 +251,6 @@ private:
 
 CORRADE_ENUMSET_OPERATORS(Ui::Flags)
 CORRADE_ENUMSET_OPERATORS(Ui::ButtonFlags)
+CORRADE_ENUMSET_OPERATORS(Ui::SearchFlags)
 
 }
