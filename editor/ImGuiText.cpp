@@ -2,9 +2,14 @@
 
 #include <algorithm>
 
+#include "ImGuiGuards.h"
+
 namespace QuorvaneEngine {
 
 namespace {
+
+/** Bytes of a line that are looked at. */
+constexpr std::size_t LineLimit = 4096;
 
 /** An address for the empty view, too: the library takes equal pointers for an unknown length in places. */
 Containers::StringView total(const Containers::StringView text) {
@@ -42,6 +47,17 @@ void renderTextClipped(const ImVec2& min, const ImVec2& max, const Containers::S
     const ImVec2& align) {
     const Containers::StringView view = total(text);
     ImGui::RenderTextClipped(min, max, view.begin(), view.end(), &textSize, align);
+}
+
+bool isLineLabel(const Containers::StringView text) {
+    return text.size() <= LineLimit && !text.contains("##") && !text.contains('\n') && !text.contains('\0');
+}
+
+void renderLine(const ImVec2& min, const ImVec2& max, const Containers::StringView text) {
+    const char* const limit = text.begin() + std::min(text.size(), LineLimit);
+    const Containers::StringView line = text.prefix(std::find(text.begin(), limit, '\n'));
+    const ClipRectGuard clip{min, max};
+    renderText({min.x, min.y + ImTrunc((max.y - min.y - ImGui::GetTextLineHeight()) * 0.5f)}, line);
 }
 
 ImGuiID getId(const Containers::StringView text) {

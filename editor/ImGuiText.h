@@ -98,6 +98,13 @@ void renderText(const ImVec2& position, Containers::StringView text);
 void renderTextClipped(
     const ImVec2& min, const ImVec2& max, Containers::StringView text, const ImVec2& textSize, const ImVec2& align);
 
+/** Whether a label shows a text whole and on one line: it is no long one and has no "##", line break or zero byte. */
+bool isLineLabel(Containers::StringView text);
+
+/** Draws the first line of a text in the current window and the current colour, in the middle of a rectangle's height and cut off
+    at its edges; shows what follows "##". Of a long line only the beginning is looked at, which reaches over any screen. */
+void renderLine(const ImVec2& min, const ImVec2& max, Containers::StringView text);
+
 ImGuiID getId(Containers::StringView text);
 
 void pushId(Containers::StringView text);

@@ -187,7 +187,7 @@ public:
 
     /** @} */
 
-    /** @{ @name Search */
+    /** @{ @name Search and lists */
 
     /** Searches a collection by a text that each entry has, without regard to case.
         @param collection   a member of the project's root or the path of a value; one that does not exist, or is no object, has no
@@ -203,6 +203,12 @@ public:
         Parameters as in @ref performResourceSearch(); an empty text finds all entries whatever the flags are. */
     void performSearch(Containers::StringView collection, const Containers::Array<char>& search,
         Containers::Array<Containers::StringView>& results, SearchFlags flags) const;
+
+    /** A list of the strings of an array, as wide as the window's content and 100 pixels high, each on one line, of which it shows the
+        first. An element that is no string is an empty line; what is no array has no lines. Changes nothing in the project.
+        @param selected     the line that is shown as selected, perhaps none; set to the one that is clicked
+        @return whether a line was clicked */
+    bool stringList(Containers::StringView name, int& selected);
 
     /** @} */
 

@@ -109,5 +109,42 @@ TEST_F(ImGuiTextFunctions, AFormatInATooltipIsText) {
     EXPECT_NEAR(tooltip->ContentSize.x, ImGui::CalcTextSize("%s %d 100 %").x, 1.0f);
 }
 
+TEST_F(ImGuiTextFunctions, ALabelForALineIsShownWhole) {
+    EXPECT_TRUE(isLineLabel("a label"));
+    EXPECT_TRUE(isLineLabel("a#b #"));
+    EXPECT_FALSE(isLineLabel("a##b"));
+    EXPECT_FALSE(isLineLabel("a\nb"));
+    EXPECT_FALSE(isLineLabel({"a\0b", 3}));
+    const std::string text(100000, 'a');
+    EXPECT_FALSE(isLineLabel({text.data(), text.size()}));
+}
+
+TEST_F(ImGuiTextFunctions, ALineIsDrawnInTheMiddleAndCutOff) {
+    inWindow([] { ImGui::SetWindowSize({1000.0f, 300.0f}); });
+    inWindow([] {
+        const ImVec2 min = ImGui::GetCursorScreenPos();
+        const auto drawn = [&](const StringView text, const ImVec2& max) {
+            const int before = ImGui::GetWindowDrawList()->VtxBuffer.Size;
+            renderLine(min, max, text);
+            return ImGui::GetWindowDrawList()->VtxBuffer.Size - before;
+        };
+        const float height = ImGui::GetTextLineHeight();
+        const ImVec2 wide{min.x + 1000.0f, min.y + height};
+        EXPECT_EQ(drawn("ab##c", wide), 20);
+        EXPECT_EQ(drawn("ab\nc", wide), 8);
+        EXPECT_EQ(drawn({}, wide), 0);
+        const std::string text(100000, 'a');
+        EXPECT_LE(drawn({text.data(), text.size()}, wide), 4096 * 4);
+
+        drawn("a", {min.x + 1000.0f, min.y + height + 20.0f});
+        const float lower = ImGui::GetWindowDrawList()->VtxBuffer.back().pos.y;
+        drawn("a", wide);
+        EXPECT_FLOAT_EQ(lower, ImGui::GetWindowDrawList()->VtxBuffer.back().pos.y + 10.0f);
+        renderLine(min, {min.x + 5.0f, min.y + 3.0f}, "a");
+        const ImVec4 clip = ImGui::GetWindowDrawList()->CmdBuffer.back().ClipRect;
+        EXPECT_NE(clip.z, min.x + 5.0f) << "it is taken back";
+    });
+}
+
 }
 }
