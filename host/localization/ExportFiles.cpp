@@ -55,9 +55,8 @@ public:
                 count += !text.isEmpty();
                 text = pseudo.back();
             }
-            const Containers::String existing = std::move(_files[i].bytes);
-            _files[i].bytes = write(texts[i], nullptr);
-            _files[i].isChanged = _files[i].bytes != existing;
+            Catalogue catalogue;
+            replace(texts[i], _files[i], catalogue);
             _report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {},
                 format("has {} texts in a made-up language", count), _files[i].path);
         }
@@ -65,25 +64,29 @@ public:
 
 private:
     void make(const ExportTexts::File& texts, ExportFile& file) {
-        const Containers::String existing = std::move(file.bytes);
-        file.bytes = write(texts, nullptr);
-        file.isChanged = file.bytes != existing;
-        if(!file.isChanged) {
+        Catalogue existing;
+        if(!replace(texts, file, existing)) {
             for(const Containers::StringView text: texts.texts)
                 if(!text.isEmpty()) _report.add(_language, TermOutcome::Unchanged, {});
-            return;
-        }
-        Catalogue catalogue;
+        } else if(file.refusal.path.isEmpty()) compare(texts, existing, file.path);
+    }
+
+    /** Puts texts in the place of what a file holds, in the order that it has.
+        @param existing     must be empty; receives what the file holds
+        @return false, with nothing received, where the file holds just that, in the project's order */
+    bool replace(const ExportTexts::File& texts, ExportFile& file, Catalogue& existing) const {
+        const Containers::String before = std::move(file.bytes);
+        file.bytes = write(texts, nullptr);
+        file.isChanged = file.bytes != before;
+        if(!file.isChanged || before.isEmpty()) return file.isChanged;
         JsonError error;
-        if(!existing.isEmpty()) {
-            if(!readI18Next(existing, catalogue, error)) {
-                file.refusal = {format("{}:{}:{}", file.path, error.line, error.column), error.reason};
-                return;
-            }
-            file.bytes = write(texts, &catalogue);
-            file.isChanged = file.bytes != existing;
+        if(!readI18Next(before, existing, error)) {
+            file.refusal = {format("{}:{}:{}", file.path, error.line, error.column), error.reason};
+            return true;
         }
-        compare(texts, catalogue, file.path);
+        file.bytes = write(texts, &existing);
+        file.isChanged = file.bytes != before;
+        return true;
     }
 
     /** @param existing     the file that is there already; null for none, or where its order is that of the project */

@@ -407,6 +407,34 @@ TEST(Export, PseudoLocaleStandsBesideTheLanguages) {
     EXPECT_EQ(folder.files(), before);
 }
 
+TEST(Export, PseudoLocaleKeepsTheOrderOfItsFile) {
+    TestProject project{Doors};
+    TestFolder folder;
+    const std::string moved = "{\n  \"door\": {\n    \"hint\": \"" + copied(PseudoLocale::text("Knock")) +
+        "\",\n    \"text\": \"" + copied(PseudoLocale::text("Open")) + "\"\n  }\n}\n";
+    folder.write("en-XA/translation.json", moved);
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
+    FileError error;
+    LocalizationReport report;
+    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
+    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_EQ(folder.read("en-XA/translation.json"), moved);
+}
+
+TEST(Export, PseudoLocaleDoesNotReplaceAFileThatCannotBeRead) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("en-XA/translation.json", "{\"door\": ");
+    const Files before = folder.files();
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
+    FileError error;
+    LocalizationReport report;
+    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
+    EXPECT_FALSE(request.toFolder(viewed(folder.path), report, error));
+    EXPECT_EQ(copied(error.path), folder / "en-XA/translation.json:1:10");
+    EXPECT_EQ(folder.files(), before);
+}
+
 TEST(Export, CancelledWritesNothing) {
     TestProject project{Doors};
     TestFolder folder;
