@@ -51,6 +51,8 @@ bool isInside(const Containers::StringView folder, const Containers::StringView 
 /** Codes that no language has, with what they may be meant for. */
 class UnknownCodes {
 public:
+    bool isEmpty() const { return _codes.empty(); }
+
     /** The language that a code comes near to, -1 where there is none. */
     Int nearest(const Containers::StringView code) {
         const auto known = _nearest.find(code);
@@ -103,6 +105,9 @@ private:
     std::unordered_map<Containers::String, Int, StrHash, StrEq> _nearest;
 };
 
+/** How far below the folder of a language files are looked for that lie too deep. */
+constexpr std::size_t MaxDepth = 8;
+
 class Finding {
 public:
     Finding(FileSystem& fileSystem, const Containers::StringView path,
@@ -132,6 +137,7 @@ public:
             return;
         }
         _unknownCodes.describe(_notices);
+        noticeDeepFiles();
         if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
 
         std::stable_sort(_files.begin(), _files.end(), [](const TermFile& a, const TermFile& b) {
@@ -153,7 +159,19 @@ private:
     void refuseAll() {
         if(_notices.isEmpty())
             refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
-        else refuse(_path, format("holds no terms of a known language; {}", _notices[0]));
+        else
+            refuse(_path,
+                format("holds no terms{}; {}", _unknownCodes.isEmpty() ? "" : " of a known language", _notices[0]));
+    }
+
+    void noticeDeepFiles() {
+        if(_deepFiles.empty()) return;
+        std::sort(_deepFiles.begin(), _deepFiles.end());
+        const Containers::String first = printable(_deepFiles.front());
+        const Containers::String files =
+            _deepFiles.size() == 1 ? first : format("{} and {} more", first, _deepFiles.size() - 1);
+        Containers::arrayAppend(
+            _notices, format("{}: only files that lie right in the folder of their language are read", files));
     }
 
     void refuseUnread(const Containers::StringView name, const int error) {
@@ -176,9 +194,39 @@ private:
             const int result = _fileSystem.listFolder(folder, inner);
             // Only a folder of a language is missed where it cannot be read.
             if(result != 0 && result != ENOTDIR && isMeant) refuseUnread(folder, result);
-            for(const Containers::String& file: inner)
-                if(file.hasSuffix(".json"_s) && !file.hasPrefix('.')) findFile(name + "/"_s + file);
+            for(const Containers::String& file: inner) {
+                if(file.hasPrefix('.')) continue;
+                if(file.hasSuffix(".json"_s)) findFile(name + "/"_s + file);
+                else if(isMeant) findDeepFiles(name + "/"_s + file, 0);
+            }
         }
+    }
+
+    /** Files that somebody may hope to be read, below a folder of a language. */
+    // As deep as said.
+    void findDeepFiles(const Containers::String& relative, const std::size_t depth) {
+        const Containers::String folder = pathOf(relative);
+        Containers::Array<Containers::String> names;
+        // What a link leads to lies elsewhere, or is seen there.
+        if(isCancelled() || depth == MaxDepth || _deepFiles.size() >= ArchiveDirectory::MaxEntries ||
+            _fileSystem.isLink(folder) || _fileSystem.listFolder(folder, names) != 0)
+            return;
+        for(const Containers::String& name: names) {
+            if(name.hasPrefix('.')) continue;
+            if(name.hasSuffix(".json"_s)) _deepFiles.push_back(relative + "/"_s + name);
+            else findDeepFiles(relative + "/"_s + name, depth + 1);
+        }
+    }
+
+    /** Whether an entry of an archive lies below a folder of a language, with another folder between. */
+    bool isDeep(const Containers::StringView entry) const {
+        if(!entry.hasSuffix(".json"_s)) return false;
+        const Containers::Array<Containers::StringView> parts = entry.split('/');
+        for(const Containers::StringView part: parts)
+            if(part.isEmpty() || part.hasPrefix('.')) return false;
+        // One folder, whatever its name, may lie around those of the languages.
+        if(parts.size() == 3) return isLanguage(parts[0]) && !isLanguage(parts[1]);
+        return parts.size() > 3 && (isLanguage(parts[0]) || isLanguage(parts[1]));
     }
 
     bool isLanguage(const Containers::StringView folder) const {
@@ -255,6 +303,10 @@ private:
         for(std::size_t i = 0; i != archive.entries().size(); ++i) {
             const Containers::String& name = archive.entries()[i].name;
             TermFilePath parsed;
+            if(isDeep(name)) {
+                _deepFiles.push_back(name);
+                continue;
+            }
             if(!isTermFile(name, true, parsed)) continue;
             entries.push_back(i);
             Containers::arrayAppend(_files,
@@ -307,6 +359,8 @@ private:
     Containers::Array<Containers::String>& _refusals;
     bool& _isInaccessible;
     UnknownCodes _unknownCodes;
+    /** Relative paths of those that lie too deep. */
+    std::vector<Containers::String> _deepFiles;
 };
 
 }

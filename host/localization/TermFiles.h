@@ -33,8 +33,8 @@ struct TermFiles {
     /** By languages in the order of the table, then by namespaces in byte order. */
     Containers::Array<TermFile> files;
 
-    /** A sentence for every code that is not known, with the nearest one that is: it begins with the relative path of the first file
-        that has it. */
+    /** A sentence for every code that is not known, with the nearest one that is, and one for files that lie deeper than right in a
+        folder of a language: each begins with the relative path of the first file. */
     Containers::Array<Containers::String> notices;
 
     /** A sentence for everything that is refused: it begins with @ref TermFile::name , or with the path of all. */
@@ -50,7 +50,7 @@ struct TermFiles {
     Refused are more than @ref ArchiveDirectory::MaxEntries files; files that are larger than @ref ArchiveReader::MaxFileSize , or all
     of them than @ref ArchiveReader::MaxTotalSize , cannot be read, lead out of the folder by a link, or hold a namespace of a language a second time; what holds no such file; and a
     folder in which an export was cut short. A code that is not known is no reason to refuse: its files are passed over, with a
-    notice that names the nearest one that is.
+    notice that names the nearest one that is. So are files that lie deeper in a folder of a language.
     @param path     absolute
     @param map      codes that stand for others
     @param found    must be empty

@@ -116,6 +116,53 @@ TEST(TermFiles, ManyUnknownCodesDoNotAllGetASuggestion) {
     EXPECT_EQ(count, 100u) << all;
 }
 
+TEST(TermFiles, FilesThatLieTooDeepArePassedOverWithTheirPath) {
+    TestFolder folder;
+    folder.write("de/menu.json", "1");
+    folder.write("de/quests/first.json", "2");
+    folder.write("de/notes/README.md", "3");
+    folder.write("de/.cache/x.json", "4");
+    folder.write("docs/de/old/x.json", "5");
+    EXPECT_EQ(found(folder),
+        "de menu=1\n"
+        "notice: de/quests/first.json: only files that lie right in the folder of their language are read\n");
+    folder.write("de/a/b/c/d/second.json", "6");
+    folder.write("fr/quests/first.json", "7");
+    EXPECT_EQ(found(folder),
+        "de menu=1\n"
+        "notice: de/a/b/c/d/second.json and 2 more: only files that lie right in the folder of their language are "
+        "read\n");
+}
+
+TEST(TermFiles, WhereAllFilesLieTooDeepItIsSaid) {
+    TestFolder folder;
+    folder.write("de/quests/first.json", "1");
+    EXPECT_EQ(found(folder),
+        "notice: de/quests/first.json: only files that lie right in the folder of their language are read\n"
+        "refused: FOLDER: holds no terms; de/quests/first.json: only files that lie right in the folder of their "
+        "language "
+        "are read\n");
+}
+
+TEST(TermFiles, LinksBelowALanguageAreNotFollowed) {
+    TestFolder folder;
+    folder.write("de/menu.json", "1");
+    std::filesystem::create_directory_symlink(folder.path, folder / "de/circle");
+    EXPECT_EQ(found(folder), "de menu=1\n");
+}
+
+TEST(TermFiles, EntriesThatLieTooDeepInAnArchiveArePassedOverWithTheirPath) {
+    TestFolder folder;
+    folder.write("a.zip",
+        TestArchive{{{"de/menu.json", "1"}, {"de/quests/first.json", "2"}, {"game/de/quests/first.json", "3"},
+                        {"de/fr/menu.json", "4"}, {"docs/old/new/x.json", "5"}}}
+            .make());
+    EXPECT_EQ(found(folder, "a.zip"),
+        "fr menu=4\nde menu=1\n"
+        "notice: de/quests/first.json and 1 more: only files that lie right in the folder of their language are "
+        "read\n");
+}
+
 TEST(TermFiles, MapTakesWhatIsNoCode) {
     TestFolder folder;
     folder.write("enGB/translation.json", "1");
