@@ -224,7 +224,7 @@ std::string readOptions(const Parsing& parsing, BatchOptions& options) {
 }
 
 BatchResult wrongUsage(BatchOutput& output, const std::string& command, const std::string& wrong) {
-    output.warn(command + ": " + wrong);
+    output.fail(command + ": " + wrong);
     output.warn(command + " --help tells how it is used");
     return BatchResult::Usage;
 }
@@ -250,6 +250,11 @@ const char* nameOf(const BatchCommand command) {
     for(const CommandText& text: BatchCommandTexts)
         if(text.command == command) return text.name;
     return "";
+}
+
+bool asksForJson(const int argc, const char* const* const argv) {
+    const auto end = std::find(argv, argv + argc, std::string_view{"--"});
+    return std::find(argv, end, std::string_view{"--json"}) != end;
 }
 
 Containers::Optional<BatchOptions> parseBatchOptions(

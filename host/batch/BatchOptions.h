@@ -57,7 +57,11 @@ struct BatchOptions {
 /** The name of a command on the command line. */
 const char* nameOf(BatchCommand command);
 
-/** Reads a command line. Help goes to the output, what is wrong with the line to the error output, in two lines.
+/** Whether a command line, maybe a wrong one, asks for a document that machines read. */
+bool asksForJson(int argc, const char* const* argv);
+
+/** Reads a command line. Help goes to the output, what is wrong with the line to the error output, in two lines, of which the first
+    is a failure.
     @param result   how to end when there is no answer: done after help
     @return nothing when the program should end */
 Containers::Optional<BatchOptions> parseBatchOptions(

@@ -244,21 +244,24 @@ BatchResult runCommand(Run& run) {
     return BatchResult::Done;
 }
 
-/** The document around what a command found. */
-void printDocument(Run& run, const BatchResult result) {
-    rapidjson::Document document{rapidjson::kObjectType, &run.document.GetAllocator()};
+/** The document around what a command found.
+    @param command  null where the command line is wrong */
+void printDocument(
+    const char* const command, rapidjson::Document& found, const BatchResult result, BatchOutput& output) {
+    rapidjson::Document document{rapidjson::kObjectType, &found.GetAllocator()};
     auto& allocator = document.GetAllocator();
-    document.AddMember("command", rapidjson::StringRef(nameOf(run.options.command)), allocator);
+    if(command) document.AddMember("command", rapidjson::StringRef(command), allocator);
     document.AddMember("exitCode", int(result), allocator);
-    for(auto& member: run.document.GetObject()) document.AddMember(member.name, member.value, allocator);
+    for(auto& member: found.GetObject()) document.AddMember(member.name, member.value, allocator);
     rapidjson::Value failures{rapidjson::kArrayType};
-    for(const std::string& failure: run.output.failures()) failures.PushBack(run.text(viewed(failure)), allocator);
+    for(const std::string& failure: output.failures())
+        failures.PushBack(rapidjson::Value{failure.data(), rapidjson::SizeType(failure.size()), allocator}, allocator);
     document.AddMember("failures", failures, allocator);
 
     Containers::String text;
     Containers::String reason;
-    if(JsonWriter::write(document, {2}, text, reason)) run.output.printText({text.data(), text.size()});
-    else run.output.warn("--json: " + string(reason));
+    if(JsonWriter::write(document, {2}, text, reason)) output.printText({text.data(), text.size()});
+    else output.warn("--json: " + string(reason));
 }
 
 }
@@ -268,7 +271,10 @@ int runBatchTool(const int argc, const char* const* const argv, BatchOutput& out
     if(const Containers::Optional<BatchOptions> options = parseBatchOptions(argc, argv, output, result)) {
         Run run{*options, output};
         result = runCommand(run);
-        if(options->isJson) printDocument(run, result);
+        if(options->isJson) printDocument(nameOf(options->command), run.document, result, output);
+    } else if(result != BatchResult::Done && asksForJson(argc, argv)) {
+        rapidjson::Document nothing{rapidjson::kObjectType};
+        printDocument(nullptr, nothing, result, output);
     }
     if(const int failure = output.finish()) {
         output.warn("standard output: cannot be written: " + std::string{std::strerror(failure)});

@@ -120,7 +120,7 @@ TEST_F(LocalizeProgram, HelpGoesToTheOutputAndWrongUsageToTheErrors) {
     EXPECT_EQ(told({}),
         "--\nquorvane-localize: a command is missing; there are status, gather, check, export and import\n"
         "quorvane-localize --help tells how it is used\n-- 2");
-    EXPECT_EQ(told({"export", "small", "--json"}),
+    EXPECT_EQ(told({"export", "small"}),
         "--\nquorvane-localize export: where to write is missing: --to FOLDER, or --zip FILE for an archive\n"
         "quorvane-localize export --help tells how it is used\n-- 2");
 }
@@ -208,6 +208,19 @@ TEST_F(LocalizeProgram, MachinesGetOneDocumentAlsoWhereSomethingFails) {
     EXPECT_TRUE(json({"import", "small", "--from", "i18n"}, 0)["failures"].Empty());
     desk.write("i18n/de.json", "{\"\xff\": 1}");
     EXPECT_EQ(json({"import", "small", "--from", "i18n"}, 1)["failures"].Size(), 1u);
+}
+
+TEST_F(LocalizeProgram, MachinesGetOneDocumentAlsoWhereTheCommandLineIsWrong) {
+    const rapidjson::Document wrong = json({"export", "small"}, 2);
+    ASSERT_EQ(wrong["failures"].Size(), 1u);
+    EXPECT_STREQ(wrong["failures"][0].GetString(),
+        "quorvane-localize export: where to write is missing: --to FOLDER, or --zip FILE for an archive");
+    EXPECT_EQ(json({}, 2)["failures"].Size(), 1u);
+    EXPECT_EQ(json({"exprot", "small"}, 2)["failures"].Size(), 1u);
+    EXPECT_EQ(json({"status", "small", "--nothing"}, 2)["failures"].Size(), 1u);
+    // Behind "--" there are no options.
+    EXPECT_EQ(run({"status", "small", "--", "--json"}).out, "");
+    EXPECT_EQ(run({"--help", "--json"}).out, run({"--help"}).out);
 }
 
 // --- status ---------------------------------------------------------------------------------------------------------
