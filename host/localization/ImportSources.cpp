@@ -52,6 +52,7 @@ struct ImportSources::File {
     const ImportedFile& file;
     UnsignedInt nameSpace;
     LocalizationReport& report;
+    KeptNotice& kept;
 
     void add(const UnsignedInt language, const TermOutcome outcome, const Containers::StringView key,
         const Containers::StringView reason = {}) const {
@@ -69,7 +70,8 @@ ImportSources::ImportSources(const rapidjson::Value& root, ImportTerms& terms, c
 ImportSources::~ImportSources() = default;
 
 void ImportSources::compare(const ImportedFile& imported, LocalizationReport& report) {
-    const File file{imported, _terms.addNamespace(imported.nameSpace), report};
+    KeptNotice kept;
+    const File file{imported, _terms.addNamespace(imported.nameSpace), report, kept};
     if(isNew(file.nameSpace) && hasTexts(imported.catalogue))
         _terms.setFlat(file.nameSpace, imported.catalogue.isFlat());
     noticeSentences(file);
@@ -79,6 +81,7 @@ void ImportSources::compare(const ImportedFile& imported, LocalizationReport& re
         if(entry.value) compareValue(file, entry);
         else compareText(file, entry);
     }
+    kept.report(report, _language, imported.path);
     dropValues(file);
 }
 
@@ -145,9 +148,11 @@ void ImportSources::compareValue(const File& file, const CatalogueEntry& entry) 
     }
     const Containers::String key = _terms.key(file.nameSpace, entry.key);
     Containers::String reason;
-    if(!_terms.addValue(file.nameSpace, entry.key, reason)) file.add(_language, TermOutcome::Skipped, key, reason);
-    else if(_values.keep(key, file.nameSpace, entry))
-        file.add(_language, TermOutcome::Notice, key, format("{}: it is kept as it is", describeValue(*entry.value)));
+    if(!_terms.addValue(file.nameSpace, entry.key, reason))
+        return file.add(_language, TermOutcome::Skipped, key, reason);
+    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry);
+    file.add(_language, outcome, key);
+    if(outcome != TermOutcome::Unchanged) file.kept.add(key, describeValue(*entry.value));
 }
 
 void ImportSources::changeSource(const File& file, const std::size_t index, const CatalogueEntry& entry) {

@@ -23,6 +23,8 @@ struct ImportTranslations::File {
     const ImportedFile& file;
     UnsignedInt nameSpace;
     LocalizationReport& report;
+    KeptNotice& values;
+    KeptNotice& texts;
 
     void add(
         const TermOutcome outcome, const Containers::StringView key, const Containers::StringView reason = {}) const {
@@ -44,13 +46,17 @@ ImportTranslations::ImportTranslations(const rapidjson::Value& root, const Impor
 ImportTranslations::~ImportTranslations() = default;
 
 void ImportTranslations::compare(const ImportedFile& imported, LocalizationReport& report) {
-    const File file{imported, UnsignedInt(_terms.terms().findNamespace(imported.nameSpace)), report};
+    KeptNotice values;
+    KeptNotice texts;
+    const File file{imported, UnsignedInt(_terms.terms().findNamespace(imported.nameSpace)), report, values, texts};
     _last = -1;
     _changes.reserve(_changes.size() + imported.catalogue.entries().size());
     for(const CatalogueEntry& entry: imported.catalogue.entries()) {
         if(entry.value) compareValue(file, entry);
         else compareText(file, entry);
     }
+    values.report(report, _language, imported.path);
+    texts.report(report, _language, imported.path);
 }
 
 void ImportTranslations::compareText(const File& file, const CatalogueEntry& entry) {
@@ -58,12 +64,9 @@ void ImportTranslations::compareText(const File& file, const CatalogueEntry& ent
     if(found == -1) {
         const Containers::String key = _terms.key(file.nameSpace, entry.key);
         if(entry.text.isEmpty()) file.add(TermOutcome::Empty, key);
-        else if(_terms.hasValue(key)) {
-            if(_values.keep(key, file.nameSpace, entry))
-                file.add(
-                    TermOutcome::Notice, key, "stands where the default language has no text: it is kept as it is"_s);
-        } else if(!compareForm(file, entry, key))
-            skip(file, entry, key, _terms.reasonForNone(file.nameSpace, entry.key));
+        else if(_terms.hasValue(key))
+            keep(file, entry, key, file.texts, "stands where the default language has no text"_s);
+        else if(!compareForm(file, entry, key)) skip(file, entry, key, _terms.reasonForNone(file.nameSpace, entry.key));
         return;
     }
     const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
@@ -87,8 +90,14 @@ void ImportTranslations::compareValue(const File& file, const CatalogueEntry& en
         return skip(file, entry, key, format("{}, and the term has a translation", what));
     if(!term && !_terms.hasValue(key))
         return skip(file, entry, key, format("{}, and {}", what, _terms.reasonForNone(file.nameSpace, entry.key)));
-    if(_values.keep(key, file.nameSpace, entry))
-        file.add(TermOutcome::Notice, key, format("{}: it is kept as it is", what));
+    keep(file, entry, key, file.values, what);
+}
+
+void ImportTranslations::keep(const File& file, const CatalogueEntry& entry, const Containers::StringView key,
+    KeptNotice& notice, const Containers::StringView reason) {
+    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry);
+    file.add(outcome, key);
+    if(outcome != TermOutcome::Unchanged) notice.add(key, reason);
 }
 
 bool ImportTranslations::compareForm(const File& file, const CatalogueEntry& entry, const Containers::StringView key) {

@@ -77,6 +77,8 @@ private:
 
     void compareText(const File& file, const CatalogueEntry& entry);
     void compareValue(const File& file, const CatalogueEntry& entry);
+    void keep(const File& file, const CatalogueEntry& entry, Containers::StringView key, KeptNotice& notice,
+        Containers::StringView reason);
     bool compareForm(const File& file, const CatalogueEntry& entry, Containers::StringView key);
     void translate(const File& file, const CatalogueEntry& entry, std::size_t target);
     void skip(const File& file, const CatalogueEntry& entry, Containers::StringView key, Containers::StringView reason);

@@ -1,5 +1,6 @@
 #include "ImportedValues.h"
 
+#include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 
 #include "Catalogue.h"
@@ -24,12 +25,13 @@ ImportedValues::ImportedValues(
 
 ImportedValues::~ImportedValues() = default;
 
-bool ImportedValues::keep(const Containers::StringView key, const UnsignedInt nameSpace, const CatalogueEntry& entry) {
+TermOutcome ImportedValues::keep(
+    const Containers::StringView key, const UnsignedInt nameSpace, const CatalogueEntry& entry) {
     const Int known = _known.find(key);
     const KeptValues::Entry* const before = known == -1 ? nullptr : &_known.entries()[std::size_t(known)];
-    if(before && isSame(*before->value, entry)) return false;
+    if(before && isSame(*before->value, entry)) return TermOutcome::Unchanged;
     _changes.push_back({_memory.add(key), &entry, nameSpace, before ? before->position : -1});
-    return true;
+    return before ? TermOutcome::Changed : TermOutcome::Added;
 }
 
 bool ImportedValues::drop(const Containers::StringView key) {
@@ -62,6 +64,20 @@ void ImportedValues::collect(ProjectEdit& edit) {
                 else if(entry->value) entry->value->Accept(out);
                 else out.String(entry->text.data(), rapidjson::SizeType(entry->text.size()), true);
             }});
+}
+
+void KeptNotice::add(const Containers::StringView key, const Containers::StringView reason) {
+    if(_count++) return;
+    _key = key;
+    _reason = reason;
+}
+
+void KeptNotice::report(
+    LocalizationReport& report, const UnsignedInt language, const Containers::StringView file) const {
+    if(_count == 0) return;
+    const Containers::String more =
+        _count == 1 ? Containers::String{} : Corrade::Utility::format(", and so are {} more", _count - 1);
+    report.add(language, TermOutcome::Notice, _key, _reason + ": it is kept as it is"_s + more, file);
 }
 
 Containers::StringView describeValue(const rapidjson::Value& value) {

@@ -2,9 +2,10 @@
 
 #include <vector>
 
-#include <Corrade/Containers/StringView.h>
+#include <Corrade/Containers/String.h>
 
 #include "KeptValues.h"
+#include "LocalizationReport.h"
 #include "QuorvaneEditor/Host.h"
 #include "TermLayout.h"
 #include "TextArena.h"
@@ -28,8 +29,8 @@ public:
         @param key      as the project has it; copied
         @param nameSpace    index among the terms' namespaces
         @param entry    must outlive this object
-        @return whether the project has none there, or another one */
-    bool keep(Containers::StringView key, UnsignedInt nameSpace, const CatalogueEntry& entry);
+        @return whether it is new, changed, or as it was */
+    TermOutcome keep(Containers::StringView key, UnsignedInt nameSpace, const CatalogueEntry& entry);
 
     /** Lets go of a value that the project has, where what it stood for is something else now.
         @param key  as the project has it
@@ -62,6 +63,21 @@ private:
     std::vector<Change> _changes;
     /** Of those that the project has; empty until one is. */
     std::vector<bool> _isDropped;
+};
+
+/** What of a file is kept for one reason: a report has one notice for all of it, however much it is. */
+class QUORVANE_API KeptNotice {
+public:
+    /** @param key      as the project has it
+        @param reason   why it is kept; that of the first is told */
+    void add(Containers::StringView key, Containers::StringView reason);
+
+    /** Adds the notice, where anything is kept. */
+    void report(LocalizationReport& report, UnsignedInt language, Containers::StringView file) const;
+
+private:
+    Containers::String _key, _reason;
+    UnsignedInt _count = 0;
 };
 
 /** What a value is: "is a number and no text". */

@@ -5,6 +5,7 @@
 #include "Exchange.h"
 #include "FileSystem.h"
 #include "Fingerprint.h"
+#include "LastRun.h"
 #include "LocalizationReport.h"
 #include "TestArchive.h"
 #include "support/CapturedOutput.h"
@@ -48,6 +49,24 @@ TEST(Import, NothingIsDeletedAndEmptyTextsChangeNothing) {
         EXPECT_EQ(project.text(), before) << bytes;
         EXPECT_EQ(project.changeCount(), 0u);
     }
+}
+
+TEST(Import, ValuesThatAreKeptAreCountedLikeTexts) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("en.json", R"({"n": 1, "on": true, "more": "More"})");
+    folder.write("de.json", R"({"n": 2, "on": "ja"})");
+    const auto counts = [&](const char* const code) {
+        importFrom(project, {"en", "de"}, folder.path);
+        const LocalizationReport::Counts counts =
+            lastRun(project.editor())->report.counts(UnsignedInt(findLanguage(code)));
+        return std::to_string(counts.added) + " added, " + std::to_string(counts.changed) + " changed, " +
+            std::to_string(counts.unchanged) + " unchanged, " + std::to_string(counts.notices) + " notices";
+    };
+    EXPECT_EQ(counts("en"), "3 added, 0 changed, 0 unchanged, 1 notices");
+    EXPECT_EQ(counts("de"), "0 added, 0 changed, 2 unchanged, 0 notices");
+    folder.write("en.json", R"({"n": 3, "on": true, "more": "More"})");
+    EXPECT_EQ(counts("en"), "0 added, 1 changed, 2 unchanged, 1 notices");
 }
 
 TEST(Import, WhatIsNotTranslatableOrUnknownIsReportedAndLeft) {

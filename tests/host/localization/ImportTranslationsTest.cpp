@@ -125,11 +125,11 @@ TEST(ImportTranslations, ValuesAreKeptWhereTheDefaultLanguageHasATermOrAValue) {
         "c":{"sourceText":"x","translatable":false}},"translations":{"de":{"b":{"text":"B"}}},"values":{"en":{"n":1}}}})"};
     expectOneUndoStep(project, [&] {
         EXPECT_EQ(import(project, "de.json", R"({"a":1,"b":2,"c":3,"n":"eins","m":5})"),
-            Prefix + "de.json: a: is a number and no text: it is kept as it is\n" + Prefix +
-                "de.json: b: is a number and no text, and the term has a translation\n" + Prefix +
+            Prefix + "de.json: b: is a number and no text, and the term has a translation\n" + Prefix +
                 "de.json: c: is not translatable\n" + Prefix +
-                "de.json: n: stands where the default language has no text: it is kept as it is\n" + Prefix +
-                "de.json: m: is a number and no text, and no term has this key\n");
+                "de.json: m: is a number and no text, and no term has this key\n" + Prefix +
+                "de.json: a: is a number and no text: it is kept as it is\n" + Prefix +
+                "de.json: n: stands where the default language has no text: it is kept as it is\n");
     });
     EXPECT_EQ(project.at("/localization/values/de"), R"({"a":1,"n":"eins"})");
     const std::size_t changes = project.changeCount();

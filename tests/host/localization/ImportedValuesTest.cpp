@@ -17,9 +17,10 @@ TEST(ImportedValues, AreKeptWhereTheyAreNewOrDiffer) {
     catalogue.addValue("list", list);
     catalogue.add("text", "T");
     catalogue.add("other", "a text");
-    const bool isChange[]{true, false, true, false, true};
+    const TermOutcome outcomes[]{
+        TermOutcome::Changed, TermOutcome::Unchanged, TermOutcome::Added, TermOutcome::Unchanged, TermOutcome::Added};
     for(std::size_t i = 0; i != 5; ++i)
-        EXPECT_EQ(values.keep(catalogue.entries()[i].key, 0, catalogue.entries()[i]), isChange[i]) << i;
+        EXPECT_EQ(values.keep(catalogue.entries()[i].key, 0, catalogue.entries()[i]), outcomes[i]) << i;
     EXPECT_FALSE(values.isEmpty());
     std::vector<TermLayout::Key> keys;
     values.appendKeys(0, keys);
@@ -33,6 +34,24 @@ TEST(ImportedValues, AreKeptWhereTheyAreNewOrDiffer) {
         edit.push();
     });
     EXPECT_EQ(project.at("/localization/values/en"), R"({"n":6,"same":true,"text":"T","list":[],"other":"a text"})");
+}
+
+TEST(KeptNotice, IsOneHoweverMuchIsKept) {
+    LocalizationReport report;
+    KeptNotice notice;
+    notice.report(report, 0, "de.json");
+    EXPECT_EQ(report.lines().size(), 0u);
+    notice.add("n", "is a number and no text");
+    notice.report(report, 0, "de.json");
+    notice.add("flag", "is true or false and no text");
+    notice.add("m", "is a number and no text");
+    notice.report(report, 0, "de.json");
+    ASSERT_EQ(report.lines().size(), 2u);
+    EXPECT_EQ(copied(report.lines()[0].term), "n");
+    EXPECT_EQ(copied(report.lines()[0].reason), "is a number and no text: it is kept as it is");
+    EXPECT_EQ(copied(report.lines()[0].file), "de.json");
+    EXPECT_EQ(copied(report.lines()[1].term), "n");
+    EXPECT_EQ(copied(report.lines()[1].reason), "is a number and no text: it is kept as it is, and so are 2 more");
 }
 
 TEST(ImportedValues, AreDescribed) {
