@@ -92,10 +92,11 @@ term that no file has keeps its texts, and an empty text changes nothing.
 
 Exit codes:
   0  done, also where texts were skipped; each is told with the reason
-  1  a file is refused, or the project cannot take it
+  1  done, but texts were left out whose keys have no place beside others; each is
+     told. Or a file is refused, or the project cannot take it: nothing is done
   2  wrong usage
   3  something cannot be read, or the project not be saved
-With any but 0 the project is as it was.)"},
+With 2 and 3, and where something is refused, the project is as it was.)"},
 };
 
 const OptionText BatchOptionTexts[]{

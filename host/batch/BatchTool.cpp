@@ -119,15 +119,6 @@ BatchResult check(Run& run) {
     return findings.hasProblems() ? BatchResult::Problems : BatchResult::Done;
 }
 
-/** Whether terms had no place in the files. */
-bool hasConflicts(const LocalizationReport& report) {
-    for(const LocalizationReport::Line& line: report.lines())
-        if(line.language == LocalizationReport::NoLanguage && line.outcome == TermOutcome::Skipped &&
-            !line.term.isEmpty())
-            return true;
-    return false;
-}
-
 /** The folder that a file is in, "." where its path names none. */
 std::string parentOf(const std::string& path) {
     const std::string parent = std::filesystem::path{path}.parent_path().string();
@@ -158,7 +149,7 @@ BatchResult exportTerms(Run& run) {
         return BatchResult::Inaccessible;
     }
     tell(run, report);
-    return hasConflicts(report) ? BatchResult::Problems : BatchResult::Done;
+    return report.hasConflicts() ? BatchResult::Problems : BatchResult::Done;
 }
 
 /** Where the project does not say which language its source texts are in, and the user neither, it is English if that is there. */
@@ -229,7 +220,7 @@ BatchResult importTerms(Run& run) {
         if(const BatchResult result = run.project.save(); result != BatchResult::Done) return result;
     }
     tell(run, report);
-    return BatchResult::Done;
+    return report.hasConflicts() ? BatchResult::Problems : BatchResult::Done;
 }
 
 BatchResult runCommand(Run& run) {

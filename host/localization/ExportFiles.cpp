@@ -164,8 +164,7 @@ bool makeExportFiles(const rapidjson::Value& root, const UnsignedInt defaultLang
             known.push_back(language);
     const ExportTexts texts{root, defaultLanguage, {known.data(), known.size()}};
     for(const LayoutConflict& conflict: texts.conflicts())
-        report.add(LocalizationReport::NoLanguage, TermOutcome::Skipped, conflict.key,
-            describe(conflict.conflict, conflict.other));
+        report.addConflict(LocalizationReport::NoLanguage, conflict.key, describe(conflict.conflict, conflict.other));
 
     std::vector<Containers::StringView> codes;
     codes.reserve(known.size() + 1);

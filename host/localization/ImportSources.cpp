@@ -136,7 +136,7 @@ void ImportSources::compareText(const File& file, const CatalogueEntry& entry) {
     Containers::String reason;
     if(entry.text.isEmpty()) file.add(_language, TermOutcome::Empty, key);
     else if(_terms.addTerm(file.nameSpace, entry.key, entry.text, reason)) file.add(_language, TermOutcome::Added, key);
-    else file.add(_language, TermOutcome::Skipped, key, reason);
+    else file.report.addConflict(_language, key, reason, file.file.path);
 }
 
 void ImportSources::compareValue(const File& file, const CatalogueEntry& entry) {
@@ -149,7 +149,7 @@ void ImportSources::compareValue(const File& file, const CatalogueEntry& entry) 
     const Containers::String key = _terms.key(file.nameSpace, entry.key);
     Containers::String reason;
     if(!_terms.addValue(file.nameSpace, entry.key, reason))
-        return file.add(_language, TermOutcome::Skipped, key, reason);
+        return file.report.addConflict(_language, key, reason, file.file.path);
     const TermOutcome outcome = _values.keep(key, file.nameSpace, entry);
     file.add(_language, outcome, key);
     if(outcome != TermOutcome::Unchanged) file.kept.add(key, describeValue(*entry.value));

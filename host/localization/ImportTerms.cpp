@@ -130,13 +130,14 @@ Containers::String ImportTerms::key(const UnsignedInt nameSpace, const Container
     return _terms.projectKey(nameSpace, fileKey, memory);
 }
 
-Containers::String ImportTerms::reasonForNone(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+Containers::String ImportTerms::reasonForNone(
+    const UnsignedInt nameSpace, const Containers::StringView fileKey, bool& isConflict) const {
     const Namespace& in = withTree(nameSpace);
     Int other = -1;
     const TermConflict conflict = in.tree.check(fileKey, other);
     // An array whose elements are all new, or a member beside others, is no conflict.
-    if(conflict != TermConflict::LeafAndBranch && conflict != TermConflict::MemberAndElement)
-        return "no term has this key"_s;
+    isConflict = conflict == TermConflict::LeafAndBranch || conflict == TermConflict::MemberAndElement;
+    if(!isConflict) return "no term has this key"_s;
     return "no term has this key, and it "_s + describe(conflict, in.keys[std::size_t(other)]);
 }
 

@@ -71,8 +71,9 @@ public:
     /** Forgets the value that the default language had under a key. */
     void dropValue(Containers::StringView key);
 
-    /** Why no term has a key: the end of a sentence. */
-    Containers::String reasonForNone(UnsignedInt nameSpace, Containers::StringView fileKey) const;
+    /** Why no term has a key: the end of a sentence.
+        @param isConflict   receives whether it has no place beside the keys of terms */
+    Containers::String reasonForNone(UnsignedInt nameSpace, Containers::StringView fileKey, bool& isConflict) const;
 
     /** The plurals that the default language proves. */
     const PluralSets& plurals(UnsignedInt nameSpace) const;

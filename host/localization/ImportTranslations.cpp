@@ -66,7 +66,7 @@ void ImportTranslations::compareText(const File& file, const CatalogueEntry& ent
         if(entry.text.isEmpty()) file.add(TermOutcome::Empty, key);
         else if(_terms.hasValue(key))
             keep(file, entry, key, file.texts, "stands where the default language has no text"_s);
-        else if(!compareForm(file, entry, key)) skip(file, entry, key, _terms.reasonForNone(file.nameSpace, entry.key));
+        else if(!compareForm(file, entry, key)) skipUnknown(file, entry, key, {});
         return;
     }
     const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
@@ -88,8 +88,7 @@ void ImportTranslations::compareValue(const File& file, const CatalogueEntry& en
     if(term && !term->isTranslatable) return skip(file, entry, key, "is not translatable"_s);
     if(term && (_isFound[std::size_t(found)] || !_known[std::size_t(found)].text().isEmpty()))
         return skip(file, entry, key, format("{}, and the term has a translation", what));
-    if(!term && !_terms.hasValue(key))
-        return skip(file, entry, key, format("{}, and {}", what, _terms.reasonForNone(file.nameSpace, entry.key)));
+    if(!term && !_terms.hasValue(key)) return skipUnknown(file, entry, key, format("{}, and ", what));
     keep(file, entry, key, file.values, what);
 }
 
@@ -129,6 +128,15 @@ void ImportTranslations::skip(const File& file, const CatalogueEntry& entry, con
     const Containers::StringView reason) {
     _skipped.insert(&entry);
     file.add(TermOutcome::Skipped, key, reason);
+}
+
+void ImportTranslations::skipUnknown(const File& file, const CatalogueEntry& entry, const Containers::StringView key,
+    const Containers::StringView beginning) {
+    bool isConflict = false;
+    const Containers::String reason = beginning + _terms.reasonForNone(file.nameSpace, entry.key, isConflict);
+    if(!isConflict) return skip(file, entry, key, reason);
+    _skipped.insert(&entry);
+    file.report.addConflict(_language, key, reason, file.file.path);
 }
 
 void ImportTranslations::translate(const File& file, const CatalogueEntry& entry, const std::size_t target) {

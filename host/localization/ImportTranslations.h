@@ -82,6 +82,8 @@ private:
     bool compareForm(const File& file, const CatalogueEntry& entry, Containers::StringView key);
     void translate(const File& file, const CatalogueEntry& entry, std::size_t target);
     void skip(const File& file, const CatalogueEntry& entry, Containers::StringView key, Containers::StringView reason);
+    void skipUnknown(
+        const File& file, const CatalogueEntry& entry, Containers::StringView key, Containers::StringView beginning);
 
     Containers::StringView key(std::size_t target) const;
     ProjectTranslation known(std::size_t target) const;

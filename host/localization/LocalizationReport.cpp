@@ -60,6 +60,12 @@ void LocalizationReport::add(const UnsignedInt language, const TermOutcome outco
         _lines.push_back({language, outcome, term._key, asBefore(reason, &Line::reason), asBefore(file, &Line::file)});
 }
 
+void LocalizationReport::addConflict(const UnsignedInt language, const Containers::StringView term,
+    const Containers::StringView reason, const Containers::StringView file) {
+    add(language, TermOutcome::Skipped, term, reason, file);
+    _hasConflicts = true;
+}
+
 void LocalizationReport::addLanguage(const UnsignedInt language) {
     if(std::find(_languages.begin(), _languages.end(), language) == _languages.end()) _languages.push_back(language);
 }
@@ -71,6 +77,7 @@ void LocalizationReport::append(LocalizationReport&& other) {
     for(const UnsignedInt language: other._languages) addLanguage(language);
     for(std::size_t i = 0; i != other._counts.size(); ++i)
         for(const Outcome& outcome: Outcomes) slot(UnsignedInt(i)).*outcome.count += other._counts[i].*outcome.count;
+    _hasConflicts = _hasConflicts || other._hasConflicts;
     other = LocalizationReport{};
 }
 

@@ -79,6 +79,13 @@ public:
     void add(UnsignedInt language, TermOutcome outcome, KeptTerm term, Containers::StringView reason = {},
         Containers::StringView file = {});
 
+    /** Counts a text as skipped because its key has no place in a file beside another one. */
+    void addConflict(UnsignedInt language, Containers::StringView term, Containers::StringView reason,
+        Containers::StringView file = {});
+
+    /** Whether there was any such text. */
+    bool hasConflicts() const { return _hasConflicts; }
+
     /** Counts for a language, from which on it is one of @ref languages() . */
     void addLanguage(UnsignedInt language);
 
@@ -114,6 +121,7 @@ private:
     std::vector<UnsignedInt> _languages;
     /** Empty until something is counted; one more than there are languages then: the last one is of what belongs to none. */
     std::vector<Counts> _counts;
+    bool _hasConflicts = false;
 };
 
 }

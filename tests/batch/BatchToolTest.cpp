@@ -223,6 +223,20 @@ TEST_F(LocalizeProgram, MachinesGetOneDocumentAlsoWhereTheCommandLineIsWrong) {
     EXPECT_EQ(run({"--help", "--json"}).out, run({"--help"}).out);
 }
 
+TEST_F(LocalizeProgram, AnImportWhoseKeysHaveNoPlaceIsDoneAndEndsWithOne) {
+    desk.write("theirs/de.json", R"({"door": {"handle": "Klinke"}, "key": "Schlüssel"})");
+    EXPECT_EQ(told({"import", "small", "--from", "theirs"}),
+        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+        "de            1        0          0             0        1\n"
+        "--\nde.json: door.handle: no term has this key, and it cannot stand beside door: one is a text, and "
+        "the "
+        "other lies below it\n-- 1");
+    EXPECT_NE(desk.read("small/localization/de.json").find("Schlüssel"), std::string::npos);
+    EXPECT_TRUE(json({"import", "small", "--from", "theirs"}, 1)["failures"].Empty());
+    desk.write("theirs/de.json", R"({"unknown": "x", "key": "Schlüssel"})");
+    EXPECT_EQ(run({"import", "small", "--from", "theirs"}).exitCode, 0);
+}
+
 // --- status ---------------------------------------------------------------------------------------------------------
 
 TEST_F(LocalizeProgram, StatusShowsEveryLanguage) {

@@ -42,9 +42,12 @@ TEST(ImportTerms, ConflictsNameBothKeys) {
     EXPECT_EQ(terms.terms().terms().size(), 3u);
     EXPECT_EQ(terms.knownCount(), 2u);
 
-    EXPECT_EQ(copied(terms.reasonForNone(0, "x")), "no term has this key");
-    EXPECT_EQ(copied(terms.reasonForNone(0, "menu")),
+    bool isConflict = true;
+    EXPECT_EQ(copied(terms.reasonForNone(0, "x", isConflict)), "no term has this key");
+    EXPECT_FALSE(isConflict);
+    EXPECT_EQ(copied(terms.reasonForNone(0, "menu", isConflict)),
         "no term has this key, and it cannot stand beside menu.file: one is a text, and the other lies below it");
+    EXPECT_TRUE(isConflict);
 }
 
 TEST(ImportTerms, ValuesOfTheDefaultLanguageAreKnown) {

@@ -36,6 +36,23 @@ TEST(LocalizationReport, CountsPerLanguageAndKeepsLinesOfWhatIsWorthOne) {
     EXPECT_EQ(report.counts(LocalizationReport::NoLanguage).skipped, 0u);
 }
 
+TEST(LocalizationReport, RemembersWhetherThereWereConflicts) {
+    LocalizationReport report;
+    report.add(0, TermOutcome::Skipped, "a", "why", "de.json");
+    EXPECT_FALSE(report.hasConflicts());
+    LocalizationReport other;
+    other.addConflict(0, "b", "cannot stand beside c", "de.json");
+    EXPECT_TRUE(other.hasConflicts());
+    EXPECT_EQ(other.counts(0).skipped, 1u);
+    ASSERT_EQ(other.lines().size(), 1u);
+    EXPECT_EQ(other.lines()[0].outcome, TermOutcome::Skipped);
+    EXPECT_EQ(other.lines()[0].reason, "cannot stand beside c");
+    report.append(std::move(other));
+    EXPECT_TRUE(report.hasConflicts());
+    report.append(LocalizationReport{});
+    EXPECT_TRUE(report.hasConflicts());
+}
+
 TEST(LocalizationReport, PrintsWhatWasSkippedAndTheCounts) {
     LocalizationReport report;
     const UnsignedInt german = UnsignedInt(findLanguage("de"));
