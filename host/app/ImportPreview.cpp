@@ -50,6 +50,8 @@ struct ImportPreview::Work {
 
     Progress progress;
     Import import;
+    /** Of the preview that is to be applied. */
+    TextDigest shownReplaced;
     bool succeeded = false;
     std::atomic<bool> hasEnded{false};
 };
@@ -98,7 +100,8 @@ ImportPreview::Event ImportPreview::finish() {
     const std::shared_ptr<LocalizationRun> shown = std::exchange(_shown, nullptr);
     if(!shown) return Event::Ready;
     const bool isSettled = !_editor->changeManager().isGroupOpen();
-    return isSettled && isSame(shown->report, _run->report) ? apply() : Event::Outdated;
+    const bool isAsShown = isSame(shown->report, _run->report) && _work->import.replaced() == _work->shownReplaced;
+    return isSettled && isAsShown ? apply() : Event::Outdated;
 }
 
 ImportPreview::Event ImportPreview::refuse() {
@@ -110,6 +113,7 @@ ImportPreview::Event ImportPreview::refuse() {
 ImportPreview::Event ImportPreview::apply() {
     if(_editor->project().revision() != _revision) {
         _shown = _run;
+        _work->shownReplaced = _work->import.replaced();
         dispatch(State::Comparing);
         return Event::None;
     }

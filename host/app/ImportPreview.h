@@ -36,7 +36,7 @@ public:
         None,
         /** The report is there. */
         Ready,
-        /** The report is there, and differs from the one that was to be applied. */
+        /** The report is there, and is not that of what was to be applied: other lines, or other texts that would be replaced. */
         Outdated,
         /** The files or the project cannot be taken; the last run of the editor has the reasons. */
         Refused,

@@ -58,6 +58,8 @@ bool Import::compare(LocalizationReport& report) {
 
 bool Import::isEmpty() const { return _data->comparison->isEmpty(); }
 
+TextDigest Import::replaced() const { return _data->comparison->replaced(); }
+
 Int Import::apply(Containers::Array<UnsignedInt>& languages) {
     ProjectEdit edit{_data->editor};
     // What has come into the project is not needed twice.

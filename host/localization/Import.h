@@ -6,6 +6,7 @@
 
 #include "ImportFiles.h"
 #include "QuorvaneEditor/Host.h"
+#include "TextDigest.h"
 
 namespace QuorvaneEngine {
 
@@ -54,6 +55,10 @@ public:
 
     /** Whether there is nothing to apply: all is as it was. After @ref compare() . */
     bool isEmpty() const;
+
+    /** What the project has in the place of all that is to change, and the source texts of the translations among it: a report says of
+        which terms that is, and not what would be lost. After @ref compare() . */
+    TextDigest replaced() const;
 
     /** Changes the project, as one group; nothing where all is as it was. To be called once, on the GUI thread.
         @param languages    those that the files brought are appended

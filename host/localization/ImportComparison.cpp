@@ -181,6 +181,12 @@ bool ImportComparison::isEmpty() const {
             [](const auto& translations) { return translations->isEmpty(); });
 }
 
+TextDigest ImportComparison::replaced() const {
+    TextDigest all = _data->sources.replaced();
+    for(const auto& translations: _data->translations) all.add(translations->replaced());
+    return all;
+}
+
 void ImportComparison::collect(ProjectEdit& edit, const std::function<void(UnsignedInt language)>& release) {
     for(const auto& [language, isDefault]: _data->newLanguages()) {
         rapidjson::Value entry{rapidjson::kObjectType};

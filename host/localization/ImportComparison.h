@@ -7,6 +7,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "TextDigest.h"
 
 namespace QuorvaneEngine {
 
@@ -38,6 +39,9 @@ public:
 
     /** Whether nothing would change. */
     bool isEmpty() const;
+
+    /** See @ref Import::replaced() . */
+    TextDigest replaced() const;
 
     /** Wants the changes of an edit; this object must outlive its push.
         @param release  called while the edit is pushed, for a language whose files are no longer needed */

@@ -172,7 +172,10 @@ void ImportSources::changeSource(const File& file, const std::size_t index, cons
         return add(TermOutcome::Skipped,
             format("shares its source {} with another term, which has another text", term.sourceText));
     if(term.source == entry.text) return add(TermOutcome::Unchanged);
-    if(isNew) _changes.push_back({term.sourceText, entry.text});
+    if(isNew) {
+        _changes.push_back({term.sourceText, entry.text});
+        _replaced.add(term.source);
+    }
     add(TermOutcome::Changed);
 }
 
@@ -210,6 +213,12 @@ void ImportSources::finish() {
             if(path != -1) _terms.setSource(i, _texts[std::size_t(path)]);
         }
     _terms.finish();
+}
+
+TextDigest ImportSources::replaced() const {
+    TextDigest all = _replaced;
+    all.add(_values.replaced());
+    return all;
 }
 
 bool ImportSources::isEmpty() const {

@@ -8,6 +8,7 @@
 #include "ImportedValues.h"
 #include "QuorvaneEditor/Host.h"
 #include "TextArena.h"
+#include "TextDigest.h"
 #include "TextIndex.h"
 
 namespace QuorvaneEngine {
@@ -35,6 +36,9 @@ public:
     void finish();
 
     bool isEmpty() const;
+
+    /** What the project has now in the place of all that changes. */
+    TextDigest replaced() const;
 
     /** Wants the changes of an edit; this object must outlive its push. */
     void collect(ProjectEdit& edit);
@@ -71,6 +75,7 @@ private:
     std::vector<Containers::StringView> _texts;
     /** Sources that get another text. */
     std::vector<Source> _changes;
+    TextDigest _replaced;
     /** Of the terms that the project has, those that were found. */
     std::vector<bool> _isFound;
     /** Where the order of terms in a file is that of the project, the term that was found last. */

@@ -146,9 +146,19 @@ void ImportTranslations::translate(const File& file, const CatalogueEntry& entry
     const TermOutcome outcome = before == entry.text ? TermOutcome::Unchanged
         : before.isEmpty()                           ? TermOutcome::Added
                                                      : TermOutcome::Changed;
-    if(outcome != TermOutcome::Unchanged) _changes.push_back({&entry, UnsignedInt(target)});
+    if(outcome != TermOutcome::Unchanged) {
+        _changes.push_back({&entry, UnsignedInt(target)});
+        _replaced.add(before);
+        _replaced.add(_terms.fingerprint(sourceOf(target)));
+    }
     if(target < _kept.size()) file.report.add(_language, outcome, _kept[target], {}, file.file.path);
     else file.add(outcome, key(target));
+}
+
+TextDigest ImportTranslations::replaced() const {
+    TextDigest all = _replaced;
+    all.add(_values.replaced());
+    return all;
 }
 
 void ImportTranslations::appendForms(const UnsignedInt nameSpace, std::vector<TermLayout::Key>& forms) const {

@@ -14,6 +14,7 @@
 #include "ProjectTranslations.h"
 #include "QuorvaneEditor/Host.h"
 #include "TextArena.h"
+#include "TextDigest.h"
 
 namespace QuorvaneEngine {
 
@@ -40,6 +41,9 @@ public:
     void compare(const ImportedFile& file, LocalizationReport& report);
 
     bool isEmpty() const { return _changes.empty() && _values.isEmpty(); }
+
+    /** What the project has now in the place of all that changes, and the source texts of that. */
+    TextDigest replaced() const;
 
     /** Wants the changes of an edit; this object must outlive its push.
         @param terms    those that this object has
@@ -98,6 +102,7 @@ private:
     ImportedValues _values;
     TextArena _memory;
     std::vector<Change> _changes;
+    TextDigest _replaced;
     std::vector<Form> _forms;
     std::vector<bool> _isFound;
     std::unordered_set<const CatalogueEntry*> _skipped;

@@ -1,8 +1,11 @@
 #include "ImportedValues.h"
 
+#include <string>
+
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 
+#include "../document/JsonText.h"
 #include "Catalogue.h"
 #include "ProjectEdit.h"
 
@@ -51,6 +54,19 @@ void ImportedValues::appendKeys(const UnsignedInt nameSpace, std::vector<TermLay
             keys.push_back({known[i].key, known[i].place.fileKey});
     for(const Change& change: _changes)
         if(change.entry && change.nameSpace == nameSpace) keys.push_back({change.key, change.entry->key});
+}
+
+TextDigest ImportedValues::replaced() const {
+    TextDigest digest;
+    std::string text;
+    for(const Change& change: _changes) {
+        const Int known = _known.find(change.key);
+        if(known == -1) continue;
+        text.clear();
+        appendJson(text, *_known.entries()[std::size_t(known)].value);
+        digest.add({text.data(), text.size()});
+    }
+    return digest;
 }
 
 void ImportedValues::collect(ProjectEdit& edit) {

@@ -9,6 +9,7 @@
 #include "QuorvaneEditor/Host.h"
 #include "TermLayout.h"
 #include "TextArena.h"
+#include "TextDigest.h"
 
 namespace QuorvaneEngine {
 
@@ -44,6 +45,9 @@ public:
     void appendKeys(UnsignedInt nameSpace, std::vector<TermLayout::Key>& keys) const;
 
     bool isEmpty() const { return _changes.empty(); }
+
+    /** What the project has now in the place of all that changes. */
+    TextDigest replaced() const;
 
     /** Wants the changes of an edit; this object must outlive its push. */
     void collect(ProjectEdit& edit);

@@ -210,6 +210,26 @@ TEST_P(ImportPreviewTest, WhatIsNoLongerWhatWasShownIsShownAgain) {
     EXPECT_EQ(document(), edited);
 }
 
+TEST_P(ImportPreviewTest, ATextThatWouldBeReplacedAndIsAnotherOneNowIsShownAgain) {
+    ASSERT_EQ(see(), Event::Ready);
+    edit("/localization/translations/de/door/text", "Portal");
+    const std::string edited = document();
+    EXPECT_EQ(preview.apply(), Event::None);
+    EXPECT_EQ(follow(), Event::Outdated);
+    EXPECT_EQ(preview.run()->report.counts(UnsignedInt(findLanguage("de"))).changed, 1u);
+    EXPECT_EQ(document(), edited);
+    EXPECT_EQ(preview.apply(), Event::Applied);
+    session.undo();
+    EXPECT_EQ(document(), edited);
+}
+
+TEST_P(ImportPreviewTest, ASourceTextThatIsAnotherOneNowIsShownAgain) {
+    ASSERT_EQ(see(), Event::Ready);
+    edit("/objects/lamp/text", "Lantern");
+    EXPECT_EQ(preview.apply(), Event::None);
+    EXPECT_EQ(follow(), Event::Outdated);
+}
+
 TEST_P(ImportPreviewTest, IsNotAppliedInTheMiddleOfAnotherChange) {
     ASSERT_EQ(see(), Event::Ready);
     edit("/objects/lamp/colour", "red");
