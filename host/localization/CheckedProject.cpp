@@ -65,31 +65,26 @@ void CheckedProject::readSilencings(const rapidjson::Value* const silenced, cons
 void CheckedProject::findPlurals() {
     const std::size_t namespaces = _terms.namespaces().size();
     std::vector<TermTree> trees(namespaces);
-    std::vector<std::vector<Containers::StringView>> keys(namespaces);
-    std::vector<std::vector<UnsignedInt>> exchanged(namespaces);
     for(UnsignedInt i = 0; i != _terms.terms().size(); ++i) {
         const ProjectTerm& term = this->term(i);
         if(!term.isTranslatable) continue;
         Int other = -1;
         const TermConflict conflict = trees[term.nameSpace].insert(term.fileKey, Int(i), other);
-        if(conflict != TermConflict::None) {
-            _conflicts.push_back({i, conflict, other});
-            continue;
-        }
-        keys[term.nameSpace].push_back(term.fileKey);
-        exchanged[term.nameSpace].push_back(i);
+        if(conflict != TermConflict::None) _conflicts.push_back({i, conflict, other});
     }
 
     _pluralsOfTerms.assign(_terms.terms().size(), -1);
-    for(std::size_t i = 0; i != namespaces; ++i) {
+    for(UnsignedInt i = 0; i != namespaces; ++i) {
         _firstPlurals.push_back(_plurals.size());
-        _pluralSets.emplace_back(Containers::arrayView(keys[i].data(), keys[i].size()), _defaultCode);
+        // As an import and an export do: a form that is not translated proves the others.
+        _pluralSets.emplace_back(_terms.fileKeys(i), _defaultCode);
         for(const PluralSet& set: _pluralSets[i].sets()) {
-            CheckedPlural plural{set.kind, {}, {}};
+            CheckedPlural plural{set.kind, {}, {}, {}};
             for(std::size_t form = 0; form != PluralCategoryCount; ++form) {
-                plural.terms[form] = set.forms[form] == -1 ? -1 : Int(exchanged[i][std::size_t(set.forms[form])]);
+                plural.terms[form] = set.forms[form] == -1 ? -1 : Int(_terms.termAt(i, std::size_t(set.forms[form])));
                 if(plural.terms[form] == -1) continue;
                 const std::size_t term = std::size_t(plural.terms[form]);
+                if(!this->term(term).isTranslatable) plural.untranslated |= AllPluralCategories[form];
                 _pluralsOfTerms[term] = Int(_plurals.size());
                 const Placeholders places{this->term(term).source};
                 if(!places.placeholders().isEmpty()) TextComparison::addNames(places, plural.names);

@@ -37,6 +37,9 @@ struct CheckedPlural {
     /** By category; indices of terms, -1 where the default language has no such form. There is one for `other`. */
     Int terms[PluralCategoryCount];
 
+    /** Forms that are terms and not translatable: in no file, and asked of no language. */
+    PluralCategories untranslated;
+
     /** Of the placeholders in all forms, in byte order. */
     std::vector<Containers::StringView> names;
 

@@ -132,7 +132,7 @@ private:
 
     void checkPlural(const UnsignedInt index) {
         const CheckedPlural* const plural = _project.pluralOf(index);
-        if(!plural || plural->otherTerm() != index) return;
+        if(!plural || plural->otherTerm() != index || !_project.term(index).isTranslatable) return;
         PluralCategories missing = _categories[std::size_t(plural->kind)];
         for(const PluralCategory category: AllPluralCategories)
             if(plural->terms[pluralCategoryIndex(category)] != -1) missing &= ~PluralCategories{category};

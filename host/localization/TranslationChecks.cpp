@@ -157,8 +157,11 @@ private:
 
     /** @param forms    that have a text */
     void checkPlural(const CheckedPlural& plural, const PluralCategories forms) {
+        // No language is asked for forms of what is not translatable, and no import takes them.
+        if(!_project.term(plural.otherTerm()).isTranslatable) return;
         // One without any text is not translated yet.
-        const PluralCategories missing = forms ? _categories[std::size_t(plural.kind)] & ~forms : PluralCategories{};
+        const PluralCategories needed = _categories[std::size_t(plural.kind)] & ~plural.untranslated;
+        const PluralCategories missing = forms ? needed & ~forms : PluralCategories{};
         if(missing)
             add(CheckKind::PluralMissing, _project.term(plural.otherTerm()).key, plural.otherTerm(),
                 TextComparison::missingForms(missing, _code));

@@ -62,6 +62,22 @@ TEST(TranslationChecks, FindOtherBlanksAroundATranslation) {
     EXPECT_EQ(found(translated({{"a", " Name\n"}}, {{"a", " Bezeichnung\n"}})), "");
 }
 
+TEST(TranslationChecks, AFormThatIsNotTranslatableProvesAPluralAndIsAskedOfNobody) {
+    const auto plural = [](const char* const one, const char* const other, const char* const texts) {
+        return std::string{
+                   R"({"localization": {"strings": {"a_one": "{{count}} key", "a_other": "{{count}} keys"}, "terms": {
+            "a_one": {"sourceText": "/localization/strings/a_one", "translatable": )"} +
+            one + R"(}, "a_other": {"sourceText": "/localization/strings/a_other", "translatable": )" + other +
+            R"(}}, "translations": {"ru": {)" + texts + "}}}}";
+    };
+    const char* const texts = R"("a_few": {"text": "ключа"}, "a_other": {"text": "{{count}} ключей"})";
+    EXPECT_EQ(found(plural("false", "true", texts)),
+        "plural-missing: localization/ru.json: /a_other: lacks the form many, which ru has numbers for\n");
+    EXPECT_EQ(found(plural("true", "true", texts)),
+        "plural-missing: localization/ru.json: /a_other: lacks the forms one and many, which ru has numbers for\n");
+    EXPECT_EQ(found(plural("true", "false", R"("a_one": {"text": "{{count}} ключ"})")), "");
+}
+
 TEST(TranslationChecks, FindFormsThatAPluralLacks) {
     const std::string forms =
         "plural-missing: localization/ru.json: /a_other: lacks the forms few and many, which ru has "
