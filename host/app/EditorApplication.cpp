@@ -7,6 +7,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <Corrade/Containers/Pointer.h>
 #include <Corrade/Utility/Debug.h>
 
 #include "QuorvaneEditor/JobSystem.h"
@@ -19,6 +20,7 @@
 #include "app/MessageLog.h"
 #include "app/Renderer.h"
 #include "app/Theme.h"
+#include "app/Thumbnails.h"
 #include "document/EditorSession.h"
 #include "modules/ModuleLoader.h"
 
@@ -111,6 +113,7 @@ public:
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
         Fonts::load(iconFont());
+        if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
     ExitCode run() {
@@ -130,6 +133,7 @@ public:
 private:
     void drawFrame() {
         _frame.prepare();
+        _thumbnails->update();
         _title.update(_window, _session);
         _renderer.beginFrame();
         {
@@ -152,7 +156,8 @@ private:
     }
 
     void waitForInput() {
-        _window.pollEvents(_busy > 0 ? 0.0 : _frame.exchange().isBusy() ? WatchSleep : IdleSleep);
+        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy();
+        _window.pollEvents(_busy > 0 ? 0.0 : isWatched ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
         if(context.InputEventsQueue.Size || context.ActiveId) _busy = BusyFrames;
         else if(_busy > 0) --_busy;
@@ -164,6 +169,8 @@ private:
     Renderer _renderer;
     JobSystem _jobs{WorkerThreads};
     EditorSession _session{&_jobs};
+    /** Null without OpenGL. */
+    Containers::Pointer<Thumbnails> _thumbnails;
     ModuleLoader _modules;
     EditorFrame _frame;
     Title _title;
