@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/EnumSet.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
@@ -137,6 +138,33 @@ public:
 
     /** Returns whether it was clicked. */
     static bool radioButton(Containers::StringView label, bool active);
+
+    /** @} */
+
+    /** @{ @name Value inputs
+
+        Each edits the value at the scope path and its name through the change manager, and returns whether it changed it in this
+        frame. What has a label shows the name unless @ref Flag::NoLabel is in force. A value that is missing or of another type
+        counts as 0, `false` or an empty text, and an edit replaces it. Edits that go on over many frames merge. */
+
+    /** A number that is dragged, or typed.
+        @param min          lowest value that a drag comes to; there are no limits unless it is less than @p max
+        @param speed        change per pixel
+        @param fastSpeed    change per pixel while the command modifier is held */
+    bool inputFloat(Containers::StringView name, float min, float max, float speed, float fastSpeed);
+
+    /** Elements of an array, of which all are written as doubles and those behind them are dropped. */
+    bool inputFloat2(Containers::StringView name, float min, float max, float speed, float fastSpeed);
+    bool inputFloat3(Containers::StringView name, float min, float max, float speed, float fastSpeed);
+    bool inputFloat4(Containers::StringView name, float min, float max, float speed, float fastSpeed);
+
+    /** An integer. What is typed is clamped, too. */
+    bool inputInt(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
+
+    /** Integers of an array. What is typed is not clamped. */
+    bool inputInt2(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
+    bool inputInt3(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
+    bool inputInt4(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
 
     /** @} */
 

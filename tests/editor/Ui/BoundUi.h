@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 
 #include <Corrade/Containers/StringView.h>
@@ -66,6 +67,22 @@ protected:
             for(int i = 0; i != count; ++i) changes.redoLastUndo();
             EXPECT_EQ(toText(project), edited);
         }
+    }
+
+    /** Moves the mouse by some pixels to the right. */
+    static void moveBy(ImGuiTestContext& user, float pixels) {
+        const ImVec2 position = ImGui::GetMousePos();
+        user.MouseMoveToPos({position.x + pixels, position.y});
+        user.Yield();
+    }
+
+    /** Holds the mouse down over an item and moves it to the right in some steps. */
+    static void drag(ImGuiTestContext& user, const char* item, std::initializer_list<float> steps) {
+        user.MouseMove(item);
+        user.MouseDown();
+        for(const float step: steps) moveBy(user, step);
+        user.MouseUp();
+        user.Yield();
     }
 
     GuiTest gui;
