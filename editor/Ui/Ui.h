@@ -166,6 +166,12 @@ public:
     bool inputInt3(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
     bool inputInt4(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
 
+    /** An array of red, green and blue from 0 to 1. */
+    bool colorEdit3(Containers::StringView name);
+
+    /** An array of red, green, blue and alpha from 0 to 1. One of less than four elements is a broken precondition. */
+    bool colorEdit4(Containers::StringView name);
+
     /** @} */
 
     /** @{ @name Value clipboard

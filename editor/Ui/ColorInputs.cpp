@@ -1,0 +1,51 @@
+#include <cstdlib>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Utility/Debug.h>
+#include <imgui.h>
+#include <rapidjson/document.h>
+
+#include "ChangeManager.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "Ui/JsonNumbers.h"
+#include "Ui/Scope.h"
+#include "Ui/Ui.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr UnsignedInt MaxComponents = 4;
+
+bool editColor(
+    Ui& ui, const Containers::StringView name, const rapidjson::Value* const value, const UnsignedInt count) {
+    float color[MaxComponents];
+    for(UnsignedInt i = 0; i != MaxComponents; ++i) color[i] = jsonFloat(jsonElement(value, i));
+    ui.valueLabel(name);
+    const bool isChanged = count == 3 ? ImGui::ColorEdit3("##val", color, ImGuiColorEditFlags_None)
+                                      : ImGui::ColorEdit4("##val", color, ImGuiColorEditFlags_AlphaBar);
+    if(isChanged) {
+        const Containers::ArrayView<const float> components{color, count};
+        ui.changes->pushChange(ui.scopePath(), toJson(components, ui.project->allocator()), true);
+    } else ui.valueContextMenu();
+    return isChanged;
+}
+
+}
+
+bool Ui::colorEdit3(const Containers::StringView name) {
+    const Scope scope{this, name};
+    return editColor(*this, name, project->getValue(scopePath(), false), 3);
+}
+
+bool Ui::colorEdit4(const Containers::StringView name) {
+    const Scope scope{this, name};
+    const rapidjson::Value* const value = project->getValue(scopePath(), false);
+    if(!jsonElement(value, 3)) {
+        Corrade::Utility::Error{} << "Ui::colorEdit4(): Json array for" << name << "too small";
+        std::abort();
+    }
+    return editColor(*this, name, value, 4);
+}
+
+}
