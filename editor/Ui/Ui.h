@@ -172,6 +172,26 @@ public:
     /** An array of red, green, blue and alpha from 0 to 1. One of less than four elements is a broken precondition. */
     bool colorEdit4(Containers::StringView name);
 
+    /** A boolean. The name is the label of the box and stands behind it. */
+    bool checkbox(Containers::StringView name);
+
+    /** A boolean, without a label. */
+    bool checkboxUnlabled(Containers::StringView name);
+
+    /** A bit of an integer.
+        @param bit      modulo 32
+        @param label    of the box; empty for the bit's number */
+    bool checkboxBit(Containers::StringView name, int bit, Containers::StringView label);
+
+    /** The lowest bits of an integer, four in a row. Two that are toggled in one frame are one change.
+        @param names    of the boxes, of which there are 8, or none for the bits' numbers; others are a broken precondition */
+    bool checkboxBits(
+        Containers::StringView name, int count, Containers::ArrayView<const Containers::StringView> names);
+
+    /** A text that is one of several, chosen from a drop-down. One that is none of them is shown as it is.
+        @param values   in the order of the drop-down */
+    bool inputEnum(Containers::StringView name, const Containers::StringIterable& values);
+
     /** @} */
 
     /** @{ @name Value clipboard

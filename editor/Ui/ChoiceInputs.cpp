@@ -1,0 +1,142 @@
+#include <cfloat>
+#include <charconv>
+#include <cstdlib>
+#include <limits>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringIterable.h>
+#include <Corrade/Utility/Debug.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+#include <rapidjson/document.h>
+
+#include "ChangeManager.h"
+#include "ImGuiGuards.h"
+#include "ImGuiText.h"
+#include "QuorvaneEditor/JsonObject.h"
+#include "QuorvaneEditor/ProjectFile.h"
+#include "QuorvaneEditor/RapidJsonUtils.h"
+#include "Ui/JsonNumbers.h"
+#include "Ui/Scope.h"
+#include "Ui/Ui.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+/** How many names a field of bits has, if any. */
+constexpr std::size_t NameCount = 8;
+
+/** Of check boxes that stand in a row, and the share of the width that is left of them. */
+constexpr int Columns = 4;
+constexpr float ColumnsStart = 0.33f;
+
+/** Entries that a drop-down shows before it scrolls. */
+constexpr float VisibleEntries = 7.0f;
+
+constexpr UnsignedInt bitMask(const int bit) { return 1u << (UnsignedInt(bit) % 32); }
+
+/** A number in decimal digits. */
+class Digits {
+public:
+    explicit Digits(const int number): _end{std::to_chars(_digits, _digits + sizeof(_digits), number).ptr} {}
+    Digits(const Digits&) = delete;
+    Digits& operator=(const Digits&) = delete;
+
+    Containers::StringView text() const { return {_digits, std::size_t(_end - _digits)}; }
+
+private:
+    char _digits[std::numeric_limits<int>::digits10 + 2];
+    const char* _end;
+};
+
+/** @param label    empty for the digits of @p bit */
+bool bitCheckbox(const Containers::StringView label, const int bit, UnsignedInt& bits) {
+    const Digits digits{bit};
+    bool isSet = bits & bitMask(bit);
+    if(!Ui::checkbox(label.isEmpty() ? digits.text() : label, &isSet)) return false;
+    bits ^= bitMask(bit);
+    return true;
+}
+
+bool editBool(Ui& ui, const Containers::StringView name, const Containers::StringView label) {
+    const Scope scope{&ui, name};
+    bool value = JsonObject{ui.project->getValue(ui.scopePath(), false)}.asBool();
+    if(!Ui::checkbox(label, &value)) return false;
+    ui.changes->pushChange(ui.scopePath(), rapidjson::Value{value}, false);
+    return true;
+}
+
+/** Continues with the box behind that of a bit: beside it, or in the next row. */
+void goToNextBox(const int bit, const float start, const float step) {
+    const int column = (bit + 1) % Columns;
+    if(column == 0) ImGui::Dummy({1.0f, 1.0f});
+    Ui::sameLineAt(start + float(column) * step);
+}
+
+}
+
+bool Ui::checkbox(const Containers::StringView name) { return editBool(*this, name, name); }
+
+bool Ui::checkboxUnlabled(const Containers::StringView name) { return editBool(*this, name, "##" + name); }
+
+bool Ui::checkboxBit(const Containers::StringView name, const int bit, const Containers::StringView label) {
+    const Scope scope{this, name};
+    auto bits = UnsignedInt(jsonInt(project->getValue(scopePath(), false)));
+    if(!(flags & Flag::NoLabel)) Ui::label(name);
+    const IdGuard id{bit};
+    if(!bitCheckbox(label, bit, bits)) return false;
+    changes->pushChange(scopePath(), toJson(Int(bits)), false);
+    return true;
+}
+
+bool Ui::checkboxBits(const Containers::StringView name, const int count,
+    const Containers::ArrayView<const Containers::StringView> names) {
+    if(!names.isEmpty() && names.size() != NameCount) {
+        Corrade::Utility::Error{} << "Ui::checkboxBits(): expected names to have" << count << "elements";
+        std::abort();
+    }
+    // The path is shown for all boxes, which the group makes one item.
+    const Scope scope{this, name};
+    const GroupGuard group;
+    auto bits = UnsignedInt(jsonInt(project->getValue(scopePath(), false)));
+    if(!(flags & Flag::NoLabel)) label(name);
+
+    const float width = ImGui::GetCurrentWindow()->ContentRegionRect.GetWidth();
+    const float start = ColumnsStart * width;
+    const float step = (width - start) / float(Columns);
+    bool isChanged = false;
+    for(int bit = 0; bit < count; ++bit) {
+        const bool isNamed = std::size_t(bit) < names.size();
+        if(bitCheckbox(isNamed ? names[std::size_t(bit)] : Containers::StringView{}, bit, bits)) isChanged = true;
+        goToNextBox(bit, start, step);
+    }
+    if(isChanged) changes->pushChange(scopePath(), toJson(Int(bits)), false);
+    return isChanged;
+}
+
+bool Ui::inputEnum(const Containers::StringView name, const Containers::StringIterable& values) {
+    const Scope scope{this, name};
+    const Containers::StringView current = JsonObject{project->getValue(scopePath(), false)}.asString();
+    const Int index = RapidJsonUtils::enumStringToValue(current, values);
+    valueLabel(name);
+
+    const ImGuiStyle& style = ImGui::GetStyle();
+    const float entries = VisibleEntries * (ImGui::GetFontSize() + style.ItemSpacing.y) - style.ItemSpacing.y;
+    ImGui::SetNextWindowSizeConstraints({}, {FLT_MAX, 2.0f * style.WindowPadding.y + entries});
+    bool isChanged = false;
+    // What is none of the values is shown as it is, so that it can be seen and repaired.
+    if(const ComboGuard combo{ImGui::BeginCombo(
+           "##val", ImGuiText{index < 0 ? current : values[std::size_t(index)]}, ImGuiComboFlags_None)})
+        for(std::size_t i = 0; i != values.size(); ++i) {
+            const IdGuard id{int(i)};
+            if(!ImGui::Selectable(ImGuiText{values[i]})) continue;
+            changes->pushChange(scopePath(), values[i], false);
+            isChanged = true;
+        }
+    valueContextMenu();
+    return isChanged;
+}
+
+}

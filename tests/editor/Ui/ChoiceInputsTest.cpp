@@ -1,0 +1,479 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/StringIterable.h>
+#include <gtest/gtest.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "BoundUi.h"
+#include "Ui/Scope.h"
+#include "support/Abort.h"
+#include "support/Allocations.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+using namespace Containers::Literals;
+using Test::Allocations;
+using Test::GuiTest;
+using Test::toText;
+
+constexpr char Wrong[] = R"({"null":null,"number":2.5,"text":"true","object":{},"list":[true,1],"first":false})";
+constexpr const char* WrongNames[]{"null", "number", "text", "object", "list", "missing"};
+
+// Booleans
+
+class UiBoolInputs: public Test::BoundUi {
+protected:
+    UiBoolInputs() { loadProject(R"({"a":{"yes":true,"no":false},"first":false})"); }
+};
+
+TEST_F(UiBoolInputs, ABoxShowsItsNameAndTogglesTheValue) {
+    int toggles = 0;
+    EXPECT_TRUE(run(
+        [&] {
+            toggles += ui.checkbox("a/yes");
+            toggles += ui.checkbox("a/no");
+        },
+        [this](ImGuiTestContext& user) {
+            IM_CHECK(user.ItemIsChecked("//Window/a/yes/a\\/yes"));
+            IM_CHECK(!user.ItemIsChecked("//Window/a/no/a\\/no"));
+            user.ItemClick("//Window/a/yes/a\\/yes");
+            IM_CHECK_STR_EQ(value("/a/yes").c_str(), "false");
+            user.ItemClick("//Window/a/no/a\\/no");
+        }));
+    EXPECT_EQ(value("/a/no"), "true");
+    EXPECT_EQ(toggles, 2);
+    EXPECT_EQ(recorded(), 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBoolInputs, TogglesDoNotMerge) {
+    EXPECT_TRUE(run([this] { ui.checkbox("a/yes"); },
+        [](ImGuiTestContext& user) {
+            for(int i = 0; i != 3; ++i) user.ItemClick("//Window/a/yes/a\\/yes");
+        }));
+    EXPECT_EQ(recorded(), 3);
+    EXPECT_EQ(value("/a/yes"), "false");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBoolInputs, TheNameIsTheOnlyLabel) {
+    frames([this] {
+        const Scope scope{&ui, "a"};
+        const float start = ImGui::GetCursorScreenPos().x;
+        ui.checkbox("yes");
+        EXPECT_EQ(ImGui::GetItemRectMin().x, start);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectSize().x,
+            Ui::checkboxHeight() + ImGui::GetStyle().ItemInnerSpacing.x + ImGui::CalcTextSize("yes").x);
+        ui.checkboxUnlabled("no");
+        EXPECT_EQ(ImGui::GetItemRectMin().x, start);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectSize().x, Ui::checkboxHeight());
+    });
+}
+
+TEST_F(UiBoolInputs, ABoxWithoutALabelTogglesTheValue) {
+    int toggles = 0;
+    EXPECT_TRUE(run([&] { toggles += ui.checkboxUnlabled("a/no"); },
+        [](ImGuiTestContext& user) { user.ItemClick("//Window/a/no/##a\\/no"); }));
+    EXPECT_EQ(value("/a/no"), "true");
+    EXPECT_EQ(toggles, 1);
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBoolInputs, WhatIsNotTrueIsUncheckedAndBecomesTrue) {
+    for(const char* name: WrongNames) {
+        loadProject(Wrong);
+        const std::string item = std::string{"//Window/"} + name + "/" + name;
+        EXPECT_TRUE(run([&] { ui.checkbox(name); },
+            [&](ImGuiTestContext& user) {
+                IM_CHECK(!user.ItemIsChecked(item.c_str()));
+                user.ItemClick(item.c_str());
+            }));
+        EXPECT_EQ(value((std::string{"/"} + name).c_str()), "true");
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiBoolInputs, ThereIsNoMenu) {
+    EXPECT_TRUE(run(
+        [this] {
+            ui.checkbox("a/yes");
+            ui.checkboxUnlabled("a/no");
+        },
+        [](ImGuiTestContext& user) {
+            for(const char* item: {"//Window/a/yes/a\\/yes", "//Window/a/no/##a\\/no"}) {
+                user.ItemClick(item, ImGuiMouseButton_Right);
+                IM_CHECK_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 0);
+            }
+        }));
+}
+
+TEST_F(UiBoolInputs, AnIdleFrameAllocatesNothing) {
+    const auto widgets = [this] { ui.checkbox("a/yes"); };
+    frames(widgets, 5);
+    std::uint64_t count = 1;
+    frames(
+        [&] {
+            const Allocations allocations;
+            widgets();
+            count = allocations.count();
+        },
+        1);
+    EXPECT_EQ(count, 0u);
+}
+
+// Bits
+
+constexpr Containers::StringView Names[]{"a"_s, "b"_s, "c"_s, "d"_s, "e"_s, "f"_s, "g"_s, "h"_s};
+
+class UiBitInputs: public Test::BoundUi {
+protected:
+    UiBitInputs() { loadProject(R"({"bits":5,"negative":-1,"unsigned":4294967295,"first":false})"); }
+
+    /** Where a box was drawn last, which no frame needs to look at. */
+    static ImVec2 place(ImGuiTestContext& user, const std::string& item) {
+        return user.ItemInfo(item.c_str()).RectFull.Min;
+    }
+};
+
+TEST_F(UiBitInputs, ABoxTogglesItsBit) {
+    int toggles = 0;
+    EXPECT_TRUE(run(
+        [&] {
+            toggles += ui.checkboxBit("bits", 0, "zero");
+            toggles += ui.checkboxBit("bits", 1, "one");
+        },
+        [this](ImGuiTestContext& user) {
+            IM_CHECK(user.ItemIsChecked("//Window/bits/$$0/zero"));
+            IM_CHECK(!user.ItemIsChecked("//Window/bits/$$1/one"));
+            user.ItemClick("//Window/bits/$$1/one");
+            IM_CHECK_STR_EQ(value("/bits").c_str(), "7");
+            user.ItemClick("//Window/bits/$$0/zero");
+        }));
+    EXPECT_EQ(value("/bits"), "6");
+    EXPECT_EQ(toggles, 2);
+    EXPECT_EQ(recorded(), 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBitInputs, BitsAreCountedModulo32AndLabelledAsTheyAre) {
+    EXPECT_TRUE(run([this] { ui.checkboxBit("bits", 33, ""); },
+        [](ImGuiTestContext& user) {
+            IM_CHECK(!user.ItemIsChecked("//Window/bits/$$33/33"));
+            user.ItemClick("//Window/bits/$$33/33");
+        }));
+    EXPECT_EQ(value("/bits"), "7");
+}
+
+TEST_F(UiBitInputs, TheHighestBitIsTheSign) {
+    EXPECT_TRUE(run(
+        [this] {
+            ui.checkboxBit("bits", 31, "");
+            ui.checkboxBit("negative", 31, "");
+            ui.checkboxBit("unsigned", 0, "");
+        },
+        [](ImGuiTestContext& user) {
+            user.ItemClick("//Window/bits/$$31/31");
+            user.ItemClick("//Window/negative/$$31/31");
+            user.ItemClick("//Window/unsigned/$$0/0");
+        }));
+    EXPECT_EQ(value("/bits"), "-2147483643");
+    EXPECT_EQ(value("/negative"), "2147483647");
+    EXPECT_EQ(value("/unsigned"), "-2");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBitInputs, TheLabelTakesAThirdOfTheLine) {
+    frames([this] {
+        const float start = ImGui::GetCursorScreenPos().x;
+        const float width = ImGui::GetContentRegionAvail().x;
+        ui.checkboxBit("bits", 0, "zero");
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, ImGui::GetWindowPos().x + 0.33f * width);
+        ui.pushFlags(Ui::Flag::NoLabel);
+        ui.checkboxBit("bits", 1, "one");
+        ui.popFlags();
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, start);
+    });
+}
+
+TEST_F(UiBitInputs, BoxesStandInRowsOfFour) {
+    EXPECT_TRUE(run([this] { ui.checkboxBits("bits", 6, {}); },
+        [](ImGuiTestContext& user) {
+            const ImGuiWindow& window = *user.GetWindowByRef("//Window");
+            const float width = window.ContentRegionRect.GetWidth();
+            // The group begins where the window's contents do.
+            const float start = window.ContentRegionRect.Min.x + 0.33f * width;
+            const float step = 0.25f * (width - 0.33f * width);
+            const float top = place(user, "//Window/bits/0").y;
+            for(int bit = 0; bit != 6; ++bit) {
+                const ImVec2 box = place(user, "//Window/bits/" + std::to_string(bit));
+                IM_CHECK_LT(ImAbs(box.x - start - float(bit % 4) * step), 1.0f);
+                if(bit < 4) IM_CHECK_EQ(box.y, top);
+                else IM_CHECK_GT(box.y, top);
+            }
+            IM_CHECK(!user.ItemExists("//Window/bits/6"));
+            for(int bit = 0; bit != 6; ++bit)
+                IM_CHECK_EQ(user.ItemIsChecked(("//Window/bits/" + std::to_string(bit)).c_str()), bit == 0 || bit == 2);
+        }));
+}
+
+TEST_F(UiBitInputs, ALongNameIsNotCovered) {
+    constexpr Containers::StringView names[]{"a name that is longer than its column"_s, "b"_s, "c"_s, "d"_s,
+        "another one that is longer"_s, "f"_s, "g"_s, "h"_s};
+    EXPECT_TRUE(run([&] { ui.checkboxBits("bits", 8, names); },
+        [](ImGuiTestContext& user) {
+            const auto box = [&user](const char* name) {
+                return user.ItemInfo((std::string{"//Window/bits/"} + name).c_str()).RectFull;
+            };
+            IM_CHECK_GE(box("b").Min.x, box("a name that is longer than its column").Max.x);
+            IM_CHECK_EQ(box("b").Min.y, box("a name that is longer than its column").Min.y);
+            IM_CHECK_GE(box("f").Min.x, box("another one that is longer").Max.x);
+        }));
+}
+
+TEST_F(UiBitInputs, NamedBoxesToggleTheirBits) {
+    int toggles = 0;
+    EXPECT_TRUE(run([&] { toggles += ui.checkboxBits("bits", 8, Names); },
+        [this](ImGuiTestContext& user) {
+            IM_CHECK(user.ItemIsChecked("//Window/bits/a"));
+            IM_CHECK(!user.ItemIsChecked("//Window/bits/b"));
+            user.ItemClick("//Window/bits/h");
+            IM_CHECK_STR_EQ(value("/bits").c_str(), "133");
+            user.ItemClick("//Window/bits/a");
+        }));
+    EXPECT_EQ(value("/bits"), "132");
+    EXPECT_EQ(toggles, 2);
+    EXPECT_EQ(recorded(), 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBitInputs, EightNamesServeFewerBits) {
+    EXPECT_TRUE(run([this] { ui.checkboxBits("bits", 2, Names); },
+        [](ImGuiTestContext& user) {
+            IM_CHECK(user.ItemExists("//Window/bits/b"));
+            IM_CHECK(!user.ItemExists("//Window/bits/c"));
+        }));
+}
+
+TEST_F(UiBitInputs, MoreBitsThanNamesHaveNumbers) {
+    EXPECT_TRUE(run([this] { ui.checkboxBits("bits", 10, Names); },
+        [](ImGuiTestContext& user) { user.ItemClick("//Window/bits/9"); }));
+    EXPECT_EQ(value("/bits"), "517");
+}
+
+/** No user gets there with one mouse: the library is told that the keyboard presses the other box in the frame of the click. */
+TEST_F(UiBitInputs, TwoBoxesThatToggleInOneFrameAreOneChange) {
+    EXPECT_TRUE(run(
+        [&] {
+            ImGuiContext& context = *ImGui::GetCurrentContext();
+            if(context.IO.MouseReleased[0]) {
+                const ImGuiID other = ImHashStr("3", 0, ImGui::GetID("bits"));
+                context.NavActivateId = context.NavActivateDownId = context.NavActivatePressedId = other;
+            }
+            ui.checkboxBits("bits", 6, {});
+        },
+        [&](ImGuiTestContext& user) { user.ItemClick("//Window/bits/0"); }));
+    EXPECT_EQ(value("/bits"), "12");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiBitInputs, CtrlShowsThePathOverEachBox) {
+    EXPECT_TRUE(run([this] { ui.checkboxBits("bits", 6, {}); },
+        [](ImGuiTestContext& user) {
+            for(const char* item: {"//Window/bits/0", "//Window/bits/5"}) {
+                user.MouseMove(item);
+                user.KeyDown(ImGuiMod_Ctrl);
+                user.Yield(3);
+                const ImGuiWindow* const tooltip = ImGui::FindWindowByName("##Tooltip_00");
+                IM_CHECK(tooltip && tooltip->Active);
+                user.KeyUp(ImGuiMod_Ctrl);
+                user.Yield(3);
+                IM_CHECK(!tooltip->Active);
+            }
+        }));
+}
+
+TEST_F(UiBitInputs, WhatIsNoIntegerHasNoBits) {
+    for(const char* name: {"null", "text", "object", "list", "missing"}) {
+        loadProject(Wrong);
+        const std::string item = std::string{"//Window/"} + name + "/1";
+        EXPECT_TRUE(run([&] { ui.checkboxBits(name, 2, {}); },
+            [&](ImGuiTestContext& user) {
+                IM_CHECK(!user.ItemIsChecked(item.c_str()));
+                user.ItemClick(item.c_str());
+            }));
+        EXPECT_EQ(value((std::string{"/"} + name).c_str()), "2");
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiBitInputs, AnIdleFrameAllocatesNothing) {
+    const auto widgets = [this] {
+        ui.checkboxBit("bits", 3, "");
+        ui.checkboxBits("bits", 8, Names);
+        ui.checkboxBits("negative", 32, {});
+    };
+    frames(widgets, 5);
+    std::uint64_t count = 1;
+    frames(
+        [&] {
+            const Allocations allocations;
+            widgets();
+            count = allocations.count();
+        },
+        1);
+    EXPECT_EQ(count, 0u);
+}
+
+using UiBitInputsDeathTest = UiBitInputs;
+
+TEST_F(UiBitInputsDeathTest, AnotherNumberOfNamesAborts) {
+    for(const std::size_t size: {1u, 6u, 7u})
+        QUORVANE_EXPECT_ABORT(frames([&] { ui.checkboxBits("bits", 6, Containers::arrayView(Names).prefix(size)); }, 1),
+            "Ui::checkboxBits(): expected names to have 6 elements");
+}
+
+// Enumerations
+
+constexpr Containers::StringView Lights[]{
+    "point"_s, "spot"_s, "sun##hidden"_s, ""_s, "a"_s, "b"_s, "c"_s, "d"_s, "e"_s, "f"_s};
+
+class UiEnumInput: public Test::BoundUi {
+protected:
+    UiEnumInput() { loadProject(R"({"light":"spot","other":"laser","first":false})"); }
+
+    bool use(const GuiTest::Script& script) {
+        return run([this] { changed += ui.inputEnum("light", Containers::arrayView(Lights)); }, script);
+    }
+
+    int changed = 0;
+};
+
+TEST_F(UiEnumInput, AnEntryIsChosenFromTheDropDown) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemClick("//Window/light/##val");
+        user.ItemClick("//$FOCUSED/$$0/point");
+        IM_CHECK_STR_EQ(value("/light").c_str(), "\"point\"");
+        user.ItemClick("//Window/light/##val");
+        user.ItemClick("//$FOCUSED/$$2/sun##hidden");
+    }));
+    EXPECT_EQ(value("/light"), "\"sun##hidden\"");
+    EXPECT_EQ(changed, 2);
+    EXPECT_EQ(recorded(), 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiEnumInput, AnEmptyEntryCanBeChosen) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick("//Window/light/##val");
+        // It has no label, and the ID of its number.
+        const ImGuiWindow& list = *ImGui::GetCurrentContext()->NavWindow;
+        user.MouseMoveToPos({list.Pos.x + 30.0f,
+            list.Pos.y + ImGui::GetStyle().WindowPadding.y + 3.5f * ImGui::GetTextLineHeightWithSpacing()});
+        user.MouseClick();
+    }));
+    EXPECT_EQ(value("/light"), "\"\"");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiEnumInput, TheDropDownShowsSevenEntries) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick("//Window/light/##val");
+        user.Yield(2);
+        const ImGuiStyle& style = ImGui::GetStyle();
+        const float height =
+            2.0f * style.WindowPadding.y + 7.0f * (ImGui::GetFontSize() + style.ItemSpacing.y) - style.ItemSpacing.y;
+        const ImGuiWindow& list = *ImGui::GetCurrentContext()->NavWindow;
+        IM_CHECK_EQ(list.Size.y, height);
+        IM_CHECK_GE(list.Size.x, user.ItemInfo("//Window/light/##val").RectFull.GetWidth() - 1.0f);
+    }));
+}
+
+TEST_F(UiEnumInput, ItFillsTheLineBehindItsLabel) {
+    frames([this] {
+        const float start = ImGui::GetCursorScreenPos().x;
+        const float width = ImGui::GetContentRegionAvail().x;
+        ui.inputEnum("light", Containers::arrayView(Lights));
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, ImGui::GetWindowPos().x + 0.33f * width);
+        EXPECT_NEAR(ImGui::GetItemRectMax().x, start + width, 1.0f);
+        ui.pushFlags(Ui::Flag::NoLabel);
+        ui.inputEnum("other", Containers::arrayView(Lights));
+        ui.popFlags();
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, start);
+    });
+}
+
+/** What is drawn of a text, for the preview is no item of its own. */
+int verticesOf(Ui& ui, const char* name) {
+    const int before = ImGui::GetWindowDrawList()->VtxBuffer.Size;
+    ui.inputEnum(name, Containers::arrayView(Lights));
+    return ImGui::GetWindowDrawList()->VtxBuffer.Size - before;
+}
+
+TEST_F(UiEnumInput, ItShowsTheStoredTextWhateverItIs) {
+    loadProject(R"({"none":"","known":"point","unknown":"lasers","number":5,"first":false})");
+    ui.pushFlags(Ui::Flag::NoLabel);
+    frames([this] {
+        constexpr int glyph = 4;
+        const int none = verticesOf(ui, "none");
+        EXPECT_EQ(verticesOf(ui, "known"), none + 5 * glyph);
+        EXPECT_EQ(verticesOf(ui, "unknown"), none + 6 * glyph);
+        EXPECT_EQ(verticesOf(ui, "number"), none);
+        EXPECT_EQ(verticesOf(ui, "missing"), none);
+    });
+    EXPECT_EQ(toText(project), loaded);
+}
+
+TEST_F(UiEnumInput, ChoosingRepairsAValueOfAnotherType) {
+    for(const char* name: WrongNames) {
+        loadProject(Wrong);
+        EXPECT_TRUE(run([&] { ui.inputEnum(name, Containers::arrayView(Lights)); },
+            [&](ImGuiTestContext& user) {
+                user.ItemClick((std::string{"//Window/"} + name + "/##val").c_str());
+                user.ItemClick("//$FOCUSED/$$1/spot");
+            }));
+        EXPECT_EQ(value((std::string{"/"} + name).c_str()), "\"spot\"");
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiEnumInput, TheMenuCopiesAndPastes) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick("//Window/light/##val", ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\x85 Copy");
+        user.Yield();
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "\"spot\"");
+        ImGui::SetClipboardText("\"point\"");
+        user.ItemClick("//Window/light/##val", ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\xaa Paste");
+    }));
+    EXPECT_EQ(value("/light"), "\"point\"");
+    EXPECT_EQ(changed, 0);
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiEnumInput, AnIdleFrameAllocatesNothing) {
+    const auto widgets = [this] {
+        ui.inputEnum("light", Containers::arrayView(Lights));
+        ui.inputEnum("other", Containers::arrayView(Lights));
+    };
+    frames(widgets, 5);
+    std::uint64_t count = 1;
+    frames(
+        [&] {
+            const Allocations allocations;
+            widgets();
+            count = allocations.count();
+        },
+        1);
+    EXPECT_EQ(count, 0u);
+}
+
+}
+}
