@@ -192,6 +192,21 @@ public:
         @param values   in the order of the drop-down */
     bool inputEnum(Containers::StringView name, const Containers::StringIterable& values);
 
+    /** A line of text. It becomes a change, if it is another text then, when the input loses the keyboard; who leaves with Escape
+        keeps the old one. Where the input is not drawn in that frame, what was typed is lost.
+        @return whether the text in the input changed, which is not yet a change of the value */
+    bool inputText(Containers::StringView name);
+
+    /** Lines of text that fill the available region, otherwise as @ref inputText() .
+        @param absolute         whether the name is itself the JSON Pointer of the value; it is opened as a scope all the same
+        @param returnOnCommit   whether to return, instead, whether the value changed */
+    bool inputTextMultiline(Containers::StringView name, bool absolute, bool returnOnCommit);
+
+    /** A text that a double-click turns into an input. Enter and a click of the left button elsewhere accept what was typed, as a
+        change if it is another text; Escape and a click of the right button elsewhere do not.
+        @param absolute     as for @ref inputTextMultiline() */
+    bool renameable(Containers::StringView name, bool absolute);
+
     /** @} */
 
     /** @{ @name Value clipboard
@@ -296,6 +311,19 @@ public:
 
 private:
     friend Scope;
+
+    /** What became of a text in a frame. */
+    struct TextEdit {
+        bool isChanged = false;
+        bool isCommitted = false;
+    };
+
+    TextEdit editText(Containers::StringView name, Containers::StringView valuePath, bool isMultiline);
+    bool rename(Containers::StringView valuePath, Containers::StringView stored);
+
+    /** Keeps the text of @ref editBuffer as that of an item, whose value holds another one. Returns whether it is news. */
+    bool keepPendingText(unsigned item, Containers::StringView stored);
+    void dropPendingText();
 
     void valueContextMenu(Containers::StringView valuePath);
     void copyValue(Containers::StringView valuePath);

@@ -1,0 +1,777 @@
+#include <cstdint>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "BoundUi.h"
+#include "Ui/Scope.h"
+#include "Ui/TextBuffer.h"
+#include "support/Allocations.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+using Test::Allocations;
+using Test::GuiTest;
+using Test::toText;
+
+constexpr char Wrong[] = R"({"null":null,"number":2.5,"true":true,"object":{},"list":["a"],"first":false})";
+constexpr const char* WrongNames[]{"null", "number", "true", "object", "list", "missing"};
+
+// One line
+
+class UiTextInput: public Test::BoundUi {
+protected:
+    UiTextInput() { loadProject(R"({"a":{"name":"old","other":"another","empty":"","null":null},"first":false})"); }
+
+    /** Draws two inputs. */
+    bool use(const GuiTest::Script& script) {
+        return run(
+            [this] {
+                changed += ui.inputText("a/name");
+                ui.inputText("a/other");
+            },
+            script);
+    }
+
+    static constexpr char Name[] = "//Window/a/name/##val";
+    static constexpr char Other[] = "//Window/a/other/##val";
+
+    int changed = 0;
+};
+
+TEST_F(UiTextInput, WhatIsTypedIsOneChangeWhenTabIsPressed) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsReplace("abc");
+        user.Yield(3);
+        IM_CHECK_EQ(recorded(), 0);
+        user.KeyPress(ImGuiKey_Tab);
+        user.Yield(2);
+        IM_CHECK_EQ(recorded(), 1);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"abc\"");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, WhatIsTypedIsPendingUntilTheFieldIsLeft) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        IM_CHECK(ui.pendingText.isEmpty());
+        IM_CHECK_EQ(ui.pendingItem, 0u);
+        user.ItemClick(Name);
+        user.KeyCharsAppend("er");
+        user.Yield(3);
+        IM_CHECK_EQ(recorded(), 0);
+        IM_CHECK_STR_EQ(value("/a/name").c_str(), "\"old\"");
+        IM_CHECK_STR_EQ(ui.pendingText.data(), "older");
+        IM_CHECK_EQ(ui.pendingText.size(), ui.editBuffer.size());
+        IM_CHECK_EQ(ui.pendingItem, user.ItemInfo(Name).ID);
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(2);
+        IM_CHECK(ui.pendingText.isEmpty());
+        IM_CHECK_EQ(ui.pendingItem, 0u);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"older\"");
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiTextInput, LeavingTheFieldInAnyWayRecordsTheText) {
+    struct Way {
+        const char* name;
+        void (*leave)(ImGuiTestContext& user);
+    };
+    constexpr Way ways[]{
+        {"Enter", [](ImGuiTestContext& user) { user.KeyPress(ImGuiKey_Enter); }},
+        {"Tab", [](ImGuiTestContext& user) { user.KeyPress(ImGuiKey_Tab); }},
+        {"the field behind it", [](ImGuiTestContext& user) { user.ItemClick(Other); }},
+        {"nothing",
+            [](ImGuiTestContext& user) {
+                user.MouseMoveToVoid();
+                user.MouseClick();
+            }},
+    };
+    for(const Way& way: ways) {
+        loadProject(loaded);
+        EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+            user.ItemClick(Name);
+            user.KeyCharsReplace(way.name);
+            way.leave(user);
+            user.Yield(3);
+        }));
+        EXPECT_EQ(value("/a/name"), '"' + std::string{way.name} + '"');
+        EXPECT_EQ(recorded(), 1);
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiTextInput, AFieldInFrontTakesTheKeyboardInTime) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick(Other);
+        user.KeyCharsReplace("abc");
+        user.ItemClick(Name);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(value("/a/other"), "\"abc\"");
+    EXPECT_EQ(value("/a/name"), "\"old\"");
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiTextInput, EscapeRecordsNothing) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsReplace("abc");
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(toText(project), loaded);
+    EXPECT_EQ(recorded(), 0);
+    EXPECT_TRUE(ui.pendingText.isEmpty());
+}
+
+TEST_F(UiTextInput, ATextThatIsTypedBackRecordsNothing) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsAppend("er");
+        user.KeyPress(ImGuiKey_Backspace, 2);
+        user.Yield(2);
+        IM_CHECK_STR_EQ(ui.pendingText.data(), "old");
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(2);
+    }));
+    EXPECT_EQ(recorded(), 0);
+    EXPECT_TRUE(ui.pendingText.isEmpty());
+    // Both letters come in one frame, and go in two.
+    EXPECT_EQ(changed, 3);
+}
+
+TEST_F(UiTextInput, ItReturnsTrueInTheFramesInWhichTheTextChanges) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.Yield(3);
+        IM_CHECK_EQ(changed, 0);
+        user.KeyCharsAppend("x");
+        user.Yield(5);
+        IM_CHECK_EQ(changed, 1);
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(5);
+        // The commit changes no text.
+        IM_CHECK_EQ(changed, 1);
+        user.ItemClick(Name);
+        user.KeyCharsAppend("y");
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(5);
+        IM_CHECK_EQ(changed, 3);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"oldx\"");
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiTextInput, EachEditIsAStepButARunOfEditsOfOneValueMerges) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        for(const char* text: {"a", "b"}) {
+            user.ItemClick(Name);
+            user.KeyCharsReplaceEnter(text);
+        }
+        user.ItemClick(Other);
+        user.KeyCharsReplaceEnter("c");
+        user.ItemClick(Name);
+        user.KeyCharsReplaceEnter("d");
+        user.Yield(2);
+    }));
+    // The change manager merges edits of one path in a run, whatever lies between.
+    EXPECT_EQ(recorded(), 2);
+    EXPECT_EQ(value("/a/name"), "\"d\"");
+    EXPECT_EQ(value("/a/other"), "\"c\"");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, TheFirstEntryOfALogDoesNotMerge) {
+    changes.reset(project);
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        for(const char* text: {"a", "b", "c"}) {
+            user.ItemClick(Name);
+            user.KeyCharsReplaceEnter(text);
+        }
+        user.Yield(2);
+    }));
+    ASSERT_EQ(changes.changes().size(), 2u);
+    EXPECT_EQ(toText(*changes.changes()[0].newValue), "\"a\"");
+    EXPECT_EQ(toText(*changes.changes()[1].newValue), "\"c\"");
+}
+
+TEST_F(UiTextInput, TextsOfAnyLengthAreEdited) {
+    std::string longText(300, 'x');
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsReplaceEnter(longText.c_str());
+        user.Yield(2);
+        user.ItemClick(Name);
+        user.KeyCharsReplaceEnter("x");
+        user.Yield(2);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"x\"");
+    EXPECT_GT(ui.editBuffer.size(), 300u);
+    EXPECT_EQ(ui.editBuffer.deleter(), nullptr);
+    EXPECT_EQ(ui.pendingText.deleter(), nullptr);
+}
+
+TEST_F(UiTextInput, AnEmptyTextAndNullAreEdited) {
+    EXPECT_TRUE(run(
+        [this] {
+            ui.inputText("a/empty");
+            ui.inputText("a/null");
+        },
+        [this](ImGuiTestContext& user) {
+            // Nothing is typed, so null stays.
+            user.ItemClick("//Window/a/null/##val");
+            user.KeyPress(ImGuiKey_Tab);
+            user.Yield(2);
+            IM_CHECK_EQ(recorded(), 0);
+            user.ItemClick("//Window/a/empty/##val");
+            user.KeyCharsReplaceEnter("x");
+            user.ItemClick("//Window/a/null/##val");
+            user.KeyCharsReplaceEnter("y");
+            user.Yield(2);
+        }));
+    EXPECT_EQ(value("/a/empty"), "\"x\"");
+    EXPECT_EQ(value("/a/null"), "\"y\"");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, ATextCanBeEmptied) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_A);
+        user.KeyPress(ImGuiKey_Delete);
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(2);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"\"");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, ATextIsShownUpToAZeroByteAndStaysWholeUntilItIsEdited) {
+    loadProject(R"({"a":{"name":"ab\u0000cd","other":""},"first":false})");
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(2);
+        IM_CHECK_EQ(recorded(), 0);
+        user.ItemClick(Name);
+        user.KeyCharsAppendEnter("x");
+        user.Yield(2);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"abx\"");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, TypedTextOfAFieldThatIsGoneIsForgotten) {
+    bool isDrawn = true;
+    EXPECT_TRUE(run(
+        [&] {
+            if(isDrawn) ui.inputText("a/name");
+            ImGui::Button("button");
+        },
+        [&](ImGuiTestContext& user) {
+            user.ItemClick(Name);
+            user.KeyCharsReplace("lost");
+            isDrawn = false;
+            user.Yield(5);
+            isDrawn = true;
+            user.Yield(2);
+            IM_CHECK_EQ(recorded(), 0);
+            // The next edit of the field does not bring it back.
+            user.ItemClick(Name);
+            user.Yield(2);
+            user.KeyPress(ImGuiKey_Tab);
+            user.Yield(2);
+        }));
+    EXPECT_EQ(recorded(), 0);
+    EXPECT_EQ(toText(project), loaded);
+}
+
+TEST_F(UiTextInput, WhatIsNoTextIsEmptyUntilItIsEdited) {
+    for(const char* name: WrongNames) {
+        loadProject(Wrong);
+        EXPECT_TRUE(run([&] { ui.inputText(name); },
+            [&](ImGuiTestContext& user) {
+                const std::string item = std::string{"//Window/"} + name + "/##val";
+                user.ItemClick(item.c_str());
+                IM_CHECK_STR_EQ(ui.editBuffer.data(), "");
+                user.KeyPress(ImGuiKey_Tab);
+                user.Yield(2);
+                IM_CHECK_EQ(recorded(), 0);
+                user.ItemClick(item.c_str());
+                user.KeyCharsReplaceEnter("text");
+                user.Yield(2);
+            }));
+        EXPECT_EQ(value((std::string{"/"} + name).c_str()), "\"text\"");
+        EXPECT_EQ(recorded(), 1);
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiTextInput, ItFillsTheLineBehindItsLabel) {
+    frames([this] {
+        const float start = ImGui::GetCursorScreenPos().x;
+        const float width = ImGui::GetContentRegionAvail().x;
+        ui.inputText("a/name");
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, ImGui::GetWindowPos().x + 0.33f * width);
+        EXPECT_NEAR(ImGui::GetItemRectMax().x, start + width, 1.0f);
+        ui.pushFlags(Ui::Flag::NoLabel);
+        ui.inputText("a/other");
+        ui.popFlags();
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, start);
+    });
+}
+
+TEST_F(UiTextInput, TheMenuCopiesAndPastes) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick(Name, ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\x85 Copy");
+        user.Yield();
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "\"old\"");
+        ImGui::SetClipboardText("\"new\"");
+        user.ItemClick(Name, ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\xaa Paste");
+        user.Yield();
+    }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextInput, AFrameWithoutAnEditAllocatesNothing) {
+    std::uint64_t count = 1;
+    bool isCounted = false;
+    EXPECT_TRUE(run(
+        [&] {
+            const Allocations allocations;
+            ui.inputText("a/name");
+            ui.inputText("a/other");
+            if(isCounted) count = allocations.count();
+        },
+        [&](ImGuiTestContext& user) {
+            user.Yield(3);
+            isCounted = true;
+            user.Yield();
+            IM_CHECK_EQ(count, 0u);
+            isCounted = false;
+            user.ItemClick(Name);
+            user.KeyCharsAppend("x");
+            user.Yield(5);
+            // Typed, and pending still.
+            isCounted = true;
+            count = 1;
+            user.Yield();
+            IM_CHECK_EQ(count, 0u);
+        }));
+}
+
+// Many lines
+
+class UiTextMultiline: public UiTextInput {
+protected:
+    bool use(bool returnOnCommit, const GuiTest::Script& script) {
+        return run([=, this] { changed += ui.inputTextMultiline("a/name", false, returnOnCommit); }, script);
+    }
+};
+
+TEST_F(UiTextMultiline, LinesAreTypedAndRecordedWhenTheFieldIsLeft) {
+    EXPECT_TRUE(use(false, [this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsReplace("a");
+        user.KeyPress(ImGuiKey_Enter);
+        user.KeyChars("b");
+        user.Yield(2);
+        IM_CHECK_EQ(recorded(), 0);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Enter);
+        user.Yield(2);
+    }));
+    EXPECT_EQ(value("/a/name"), R"("a\nb")");
+    EXPECT_EQ(recorded(), 1);
+    EXPECT_GE(changed, 3);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextMultiline, ItReturnsTheCommitWhereThatIsAskedFor) {
+    EXPECT_TRUE(use(true, [this](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyCharsAppend("abc");
+        user.Yield(3);
+        IM_CHECK_EQ(changed, 0);
+        user.MouseMoveToVoid();
+        user.MouseClick();
+        user.Yield(3);
+        IM_CHECK_EQ(changed, 1);
+        // Without an edit there is no commit.
+        user.ItemClick(Name);
+        user.MouseMoveToVoid();
+        user.MouseClick();
+        user.Yield(3);
+        IM_CHECK_EQ(changed, 1);
+        user.ItemClick(Name);
+        user.KeyCharsAppend("x");
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(changed, 1);
+    EXPECT_EQ(value("/a/name"), "\"oldabc\"");
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiTextMultiline, ItFillsTheRegion) {
+    frames([this] {
+        const ImVec2 region = ImGui::GetContentRegionAvail();
+        ui.pushFlags(Ui::Flag::NoLabel);
+        ui.inputTextMultiline("a/name", false, false);
+        ui.popFlags();
+        EXPECT_EQ(ImGui::GetItemRectSize().x, region.x);
+        EXPECT_EQ(ImGui::GetItemRectSize().y, region.y);
+    });
+    frames([this] {
+        const ImVec2 region = ImGui::GetContentRegionAvail();
+        const float start = ImGui::GetCursorScreenPos().x;
+        ui.inputTextMultiline("a/name", false, false);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMin().x, ImGui::GetWindowPos().x + 0.33f * region.x);
+        EXPECT_FLOAT_EQ(ImGui::GetItemRectMax().x, start + region.x);
+        EXPECT_EQ(ImGui::GetItemRectSize().y, region.y);
+    });
+}
+
+TEST_F(UiTextMultiline, AnAbsoluteNameIsThePathOfTheValue) {
+    EXPECT_TRUE(run(
+        [this] {
+            const Scope scope{&ui, "some/where"};
+            ui.inputTextMultiline("/a/other", true, false);
+        },
+        [this](ImGuiTestContext& user) {
+            constexpr char item[] = "//Window/some/where/a/other/##val";
+            user.ItemClick(item);
+            user.KeyCharsReplace("new");
+            user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Enter);
+            user.Yield(2);
+            IM_CHECK_STR_EQ(value("/a/other").c_str(), "\"new\"");
+            // So it is for the menu.
+            user.ItemClick(item, ImGuiMouseButton_Right);
+            user.ItemClick("//$FOCUSED/\xef\x83\x85 Copy");
+            user.Yield();
+            IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "\"new\"");
+        }));
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextMultiline, ScrollingByTheBarKeepsWhatIsTyped) {
+    std::string lines;
+    for(int i = 0; i != 200; ++i) lines += "line\\n";
+    loadProject("{\"a\":{\"name\":\"" + lines + "\"},\"first\":false}");
+    EXPECT_TRUE(use(false, [](ImGuiTestContext& user) {
+        user.ItemClick(Name);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Home);
+        user.KeyChars("top ");
+        user.Yield(2);
+        ImGuiWindow* lines = nullptr;
+        for(ImGuiWindow* const window: ImGui::GetCurrentContext()->Windows)
+            if(window->ParentWindow == user.GetWindowByRef("//Window") && window->ScrollbarY) lines = window;
+        IM_CHECK(lines != nullptr);
+        const ImVec2 bar = ImGui::GetWindowScrollbarRect(lines, ImGuiAxis_Y).GetCenter();
+        user.MouseMoveToPos(bar);
+        user.MouseClick();
+        user.Yield(3);
+        IM_CHECK_GT(lines->Scroll.y, 0.0f);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_End);
+        user.KeyChars("bottom");
+        user.Yield(2);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Enter);
+        user.Yield(2);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"top " + lines + "bottom\"");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiTextMultiline, WhatIsNoTextIsEmpty) {
+    loadProject(Wrong);
+    for(const char* name: WrongNames) {
+        frames([&] { EXPECT_FALSE(ui.inputTextMultiline(name, false, false)); });
+        EXPECT_STREQ(ui.editBuffer.data(), "");
+    }
+    EXPECT_EQ(toText(project), loaded);
+}
+
+TEST_F(UiTextMultiline, AnIdleFrameAllocatesNothing) {
+    const auto widgets = [this] { ui.inputTextMultiline("a/name", false, false); };
+    frames(widgets, 5);
+    std::uint64_t count = 1;
+    frames(
+        [&] {
+            const Allocations allocations;
+            widgets();
+            count = allocations.count();
+        },
+        1);
+    EXPECT_EQ(count, 0u);
+}
+
+// Renaming
+
+class UiRenameable: public Test::BoundUi {
+protected:
+    UiRenameable() { loadProject(R"({"a":{"name":"old name","other":"another name"},"first":false})"); }
+
+    /** Draws a text that can be renamed, another one, and some space. */
+    bool use(const GuiTest::Script& script) {
+        return run(
+            [this] {
+                place = ImGui::GetCursorScreenPos();
+                renamed += ui.renameable("a/name", false);
+                ImGui::Dummy({0.0f, 50.0f});
+                otherPlace = ImGui::GetCursorScreenPos();
+                ui.renameable("a/other", false);
+                ImGui::Dummy({0.0f, 50.0f});
+                ImGui::Button("button");
+            },
+            script);
+    }
+
+    void doubleClick(ImGuiTestContext& user, const ImVec2& where) {
+        user.MouseMoveToPos({where.x + 5.0f, where.y + 5.0f});
+        user.MouseDoubleClick();
+        user.Yield(3);
+    }
+
+    static constexpr char Input[] = "//Window/a/name/##renameable";
+
+    ImVec2 place, otherPlace;
+    int renamed = 0;
+};
+
+TEST_F(UiRenameable, ADoubleClickEditsWithAllTextSelected) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+        doubleClick(user, place);
+        IM_CHECK_NE(ui.renamingItem, 0u);
+        const ImGuiInputTextState* const state = ImGui::GetInputTextState(user.ItemInfo(Input).ID);
+        IM_CHECK(state != nullptr);
+        IM_CHECK_EQ(state->GetSelectionStart(), 0);
+        IM_CHECK_EQ(state->GetSelectionEnd(), 8);
+        // So typing replaces it.
+        user.KeyChars("new");
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield();
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+    EXPECT_EQ(renamed, 1);
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiRenameable, ASingleClickAndOneBesideTheTextDoNothing) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.MouseMoveToPos({place.x + 5.0f, place.y + 5.0f});
+        user.MouseClick();
+        user.Yield(3);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+        doubleClick(user, {place.x + ImGui::CalcTextSize("old name").x, place.y});
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+    }));
+}
+
+TEST_F(UiRenameable, EscapeLeavesTheTextAsItIs) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        user.KeyChars("new");
+        user.Yield(2);
+        IM_CHECK_EQ(recorded(), 0);
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+        IM_CHECK_EQ(ImGui::GetActiveID(), 0u);
+    }));
+    EXPECT_EQ(toText(project), loaded);
+    EXPECT_EQ(recorded(), 0);
+    EXPECT_EQ(renamed, 0);
+}
+
+TEST_F(UiRenameable, AClickElsewhereAccepts) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        user.KeyChars("new");
+        user.ItemClick("//Window/button");
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+    EXPECT_EQ(renamed, 1);
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiRenameable, AClickIntoTheInputDoesNotEndIt) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        for(const ImGuiMouseButton button: {ImGuiMouseButton_Left, ImGuiMouseButton_Right}) {
+            user.ItemClick(Input, button);
+            user.Yield(2);
+            IM_CHECK_NE(ui.renamingItem, 0u);
+        }
+        IM_CHECK_EQ(ImGui::GetActiveID(), user.ItemInfo(Input).ID);
+    }));
+    EXPECT_EQ(recorded(), 0);
+}
+
+TEST_F(UiRenameable, ARightClickElsewhereCancels) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        user.KeyChars("new");
+        user.MouseMoveToPos(otherPlace);
+        user.MouseClick(ImGuiMouseButton_Right);
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+        IM_CHECK_EQ(ImGui::GetActiveID(), 0u);
+    }));
+    EXPECT_EQ(toText(project), loaded);
+    EXPECT_EQ(recorded(), 0);
+}
+
+TEST_F(UiRenameable, AcceptingTheSameTextRecordsNothing) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        user.KeyPress(ImGuiKey_Enter);
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+        doubleClick(user, place);
+        user.ItemClick("//Window/button");
+        user.Yield(2);
+        IM_CHECK_EQ(ui.renamingItem, 0u);
+    }));
+    EXPECT_EQ(recorded(), 0);
+    EXPECT_EQ(renamed, 0);
+}
+
+TEST_F(UiRenameable, TheNextDoubleClickAcceptsAndEditsTheOther) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        doubleClick(user, place);
+        user.KeyChars("new");
+        doubleClick(user, otherPlace);
+        IM_CHECK_STR_EQ(value("/a/name").c_str(), "\"new\"");
+        IM_CHECK_EQ(ImGui::GetActiveID(), user.ItemInfo("//Window/a/other/##renameable").ID);
+        user.KeyChars("newer");
+        user.KeyPress(ImGuiKey_Enter);
+    }));
+    EXPECT_EQ(value("/a/other"), "\"newer\"");
+    EXPECT_EQ(recorded(), 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiRenameable, OneIsRenamedUntilItIsDrawnAgain) {
+    bool isDrawn = true;
+    EXPECT_TRUE(run(
+        [&] {
+            place = ImGui::GetCursorScreenPos();
+            if(isDrawn) ui.renameable("a/name", false);
+        },
+        [&](ImGuiTestContext& user) {
+            user.Yield();
+            doubleClick(user, place);
+            isDrawn = false;
+            user.Yield(5);
+            IM_CHECK_NE(ui.renamingItem, 0u);
+            isDrawn = true;
+            user.Yield(3);
+            user.KeyChars("new");
+            user.KeyPress(ImGuiKey_Enter);
+        }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+}
+
+TEST_F(UiRenameable, TheInputStandsWhereTheTextWas) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.Yield(2);
+        const ImVec2 before = otherPlace;
+        doubleClick(user, place);
+        const ImRect input = user.ItemInfo(Input).RectFull;
+        IM_CHECK_EQ(input.Min.x, place.x);
+        IM_CHECK_EQ(input.Min.y, place.y);
+        IM_CHECK_EQ(input.GetHeight(), ImGui::GetFontSize());
+        IM_CHECK_EQ(otherPlace.y, before.y);
+    }));
+}
+
+TEST_F(UiRenameable, AnAbsoluteNameIsThePathOfTheValue) {
+    EXPECT_TRUE(run(
+        [this] {
+            const Scope scope{&ui, "some/where"};
+            place = ImGui::GetCursorScreenPos();
+            ui.renameable("/a/name", true);
+        },
+        [this](ImGuiTestContext& user) {
+            user.Yield();
+            doubleClick(user, place);
+            user.KeyChars("new");
+            user.KeyPress(ImGuiKey_Enter);
+        }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiRenameable, WhatIsNoTextIsEmptyAndCannotBeHit) {
+    loadProject(Wrong);
+    frames([this] {
+        for(const char* name: WrongNames) {
+            EXPECT_FALSE(ui.renameable(name, false));
+            EXPECT_EQ(ImGui::GetItemRectSize().x, 0.0f);
+        }
+    });
+    EXPECT_EQ(toText(project), loaded);
+}
+
+TEST_F(UiRenameable, RunsOfRenamesMerge) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.Yield();
+        for(const char* text: {"abc", "abcdef"}) {
+            doubleClick(user, place);
+            user.KeyChars(text);
+            user.KeyPress(ImGuiKey_Enter);
+            user.Yield(2);
+        }
+    }));
+    EXPECT_EQ(value("/a/name"), "\"abcdef\"");
+    EXPECT_EQ(recorded(), 1);
+    EXPECT_EQ(renamed, 2);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiRenameable, AFrameWithoutAnEditAllocatesNothing) {
+    std::uint64_t count = 1;
+    bool isCounted = false;
+    EXPECT_TRUE(run(
+        [&] {
+            place = ImGui::GetCursorScreenPos();
+            const Allocations allocations;
+            ui.renameable("a/name", false);
+            if(isCounted) count = allocations.count();
+        },
+        [&](ImGuiTestContext& user) {
+            for(int i = 0; i != 2; ++i) {
+                user.Yield(5);
+                isCounted = true;
+                count = 1;
+                user.Yield();
+                IM_CHECK_EQ(count, 0u);
+                isCounted = false;
+                // And while it is being edited.
+                doubleClick(user, place);
+            }
+        }));
+}
+
+}
+}
