@@ -56,3 +56,13 @@ function(quorvane_benchmark name)
     quorvane_apply_policy(bench-${name})
     set_property(GLOBAL APPEND PROPERTY QUORVANE_BENCHMARKS bench-${name})
 endfunction()
+
+# quorvane_log_attachments(<target>): gives a program the log of tests/editor/AttachmentLog.h. The linker hands over the calls
+# that attach textures to framebuffers, so that they can be counted whichever library does the rest.
+function(quorvane_log_attachments target)
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests/editor/AttachmentLog.cpp)
+    target_link_libraries(${target} PRIVATE Magnum::GL Magnum::GLXContext)
+    target_link_options(${target} PRIVATE
+        -Wl,--wrap=_ZN6Magnum2GL11Framebuffer13attachTextureENS1_16BufferAttachmentERNS0_7TextureILj2EEEi
+        -Wl,--wrap=_ZN6Magnum2GL11Framebuffer6detachENS1_16BufferAttachmentE)
+endfunction()

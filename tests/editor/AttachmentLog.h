@@ -15,7 +15,7 @@ struct Attachment {
     Magnum::UnsignedInt texture;
 };
 
-/** All such calls of the program since its start, in order. The program's CMakeLists.txt has the linker lead them here. */
+/** All such calls of the program since its start, in order. For programs that CMake's quorvane_log_attachments() was called for. */
 std::vector<Attachment>& attachmentLog();
 
 }
