@@ -53,7 +53,9 @@ bool Import::compare(LocalizationReport& report) {
         report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, reason);
     _data->comparison.emplace(_data->editor.project().document(), _data->defaultLanguage,
         Containers::ArrayView<const ImportedFile>{_data->imported.files.data(), _data->imported.files.size()});
-    return _data->comparison->run(report, _data->imported.refusals, _data->progress);
+    if(!_data->comparison->run(report, _data->imported.refusals, _data->progress)) return false;
+    _data->comparison->noticeNewLanguages(_data->options.map, report);
+    return true;
 }
 
 bool Import::isEmpty() const { return _data->comparison->isEmpty(); }

@@ -16,6 +16,8 @@
 #include "ImportTerms.h"
 #include "ImportTranslations.h"
 #include "JsonPath.h"
+#include "LanguageLookup.h"
+#include "LanguageMapping.h"
 #include "LocalizationReport.h"
 #include "Parallel.h"
 #include "Progress.h"
@@ -27,6 +29,11 @@ namespace QuorvaneEngine {
 using namespace Containers::Literals;
 
 namespace {
+
+/** What a code begins with, the language without script and region. */
+Containers::StringView subtag(const Containers::StringView code) {
+    return code.prefix(code.findOr('-', code.end()).begin());
+}
 
 /** Files of one language, which lie side by side. */
 struct LanguageFiles {
@@ -142,6 +149,29 @@ struct ImportComparison::Data {
         }
     }
 
+    /** Texts may go beside those of the language that they are meant for. */
+    void noticeNewLanguages(const Containers::ArrayView<const LanguageMapping> map, LocalizationReport& report) const {
+        const rapidjson::Value* const known = memberOf(&root, "languages"_s);
+        if(!known) return;
+        for(const auto& [language, isDefault]: newLanguages()) {
+            // What was asked for by name is meant.
+            if(std::any_of(map.begin(), map.end(),
+                   [asked = language](const LanguageMapping& one) { return one.language == asked; }))
+                continue;
+            const Containers::StringView code = AllLanguages[language].code;
+            for(const auto& member: known->GetObject()) {
+                const Containers::StringView other{member.name.GetString(), member.name.GetStringLength()};
+                const Int near = findLanguage(other);
+                if(near == -1 || subtag(other) != subtag(code)) continue;
+                report.add(language, TermOutcome::Notice, {},
+                    Corrade::Utility::format(
+                        "is new beside the project's {} ({}): if that is meant, map it with --map {}={}",
+                        AllLanguages[near].name, other, code, other));
+                break;
+            }
+        }
+    }
+
     /** Languages that the project does not have, with a mark for the default one. */
     std::vector<std::pair<UnsignedInt, bool>> newLanguages() const {
         std::vector<std::pair<UnsignedInt, bool>> languages;
@@ -173,6 +203,11 @@ bool ImportComparison::run(
     if(!_data->compareTranslations(report, progress)) return false;
     _data->order.compare(_data->files, _data->sources, {_data->translations.data(), _data->translations.size()});
     return true;
+}
+
+void ImportComparison::noticeNewLanguages(
+    const Containers::ArrayView<const LanguageMapping> map, LocalizationReport& report) const {
+    _data->noticeNewLanguages(map, report);
 }
 
 bool ImportComparison::isEmpty() const {

@@ -14,6 +14,7 @@ namespace QuorvaneEngine {
 class LocalizationReport;
 class ProjectEdit;
 struct ImportedFile;
+struct LanguageMapping;
 struct Progress;
 
 /** What files of terms would change in a project: first the default language is compared, which may bring terms, then the others, each
@@ -36,6 +37,10 @@ public:
         @param progress may be null
         @return whether it can; false without refusals where @p progress was cancelled */
     bool run(LocalizationReport& report, Containers::Array<Containers::String>& refusals, Progress* progress);
+
+    /** Notices languages that the project has in another form, "de" where files bring "de-DE".
+        @param map      languages that are meant as they are */
+    void noticeNewLanguages(Containers::ArrayView<const LanguageMapping> map, LocalizationReport& report) const;
 
     /** Whether nothing would change. */
     bool isEmpty() const;

@@ -51,6 +51,28 @@ TEST(ImportComparison, ReadsNoIndexOfTheProject) {
     EXPECT_EQ(project.project().lookupCount(), before);
 }
 
+TEST(ImportComparison, ALanguageBesideAnotherOfItsKindIsNoticed) {
+    TestFolder folder;
+    folder.write("de-DE.json", R"({"a": "B"})");
+    folder.write("fr.json", R"({"a": "C"})");
+    const auto notices = [&folder](const char* const json) {
+        TestProject project{json};
+        Import import{project.editor(), FallbackLanguage};
+        LocalizationReport report;
+        EXPECT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)));
+        EXPECT_TRUE(import.compare(report));
+        std::string told;
+        for(const LocalizationReport::Line& line: report.lines())
+            if(line.outcome == TermOutcome::Notice)
+                told += copied(AllLanguages[line.language].code) + ' ' + copied(line.reason) + '\n';
+        return told;
+    };
+    EXPECT_EQ(notices(R"({"languages": {"en": {"isDefault": true}, "de": {}}})"),
+        "de-DE is new beside the project's German (de): if that is meant, map it with --map de-DE=de\n");
+    EXPECT_EQ(notices(R"({"languages": {"en": {"isDefault": true}, "de": {}, "de-DE": {}}})"), "");
+    EXPECT_EQ(notices("{}"), "");
+}
+
 TEST(ImportComparison, CancelledChangesNothingAndRefusesNothing) {
     TestProject project{"{}"};
     TestFolder folder;
