@@ -220,7 +220,7 @@ BatchResult importTerms(Run& run) {
         if(const BatchResult result = run.project.save(); result != BatchResult::Done) return result;
     }
     tell(run, report);
-    return report.hasConflicts() ? BatchResult::Problems : BatchResult::Done;
+    return report.hasConflicts() || import.lacksLanguages() ? BatchResult::Problems : BatchResult::Done;
 }
 
 BatchResult runCommand(Run& run) {

@@ -38,6 +38,8 @@ Containers::ArrayView<const Containers::String> Import::refusals() const { retur
 
 bool Import::isInaccessible() const { return _data->imported.isInaccessible; }
 
+bool Import::lacksLanguages() const { return _data->imported.lacksLanguages; }
+
 bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
     if(!readImportFiles(fileSystem, path, _data->options, _data->imported, _data->progress)) return false;
     Containers::Array<UnsignedInt>& languages = _data->languages;

@@ -47,6 +47,10 @@ public:
     /** Whether nothing is imported because the system does not let read it, rather than for what it holds. */
     bool isInaccessible() const;
 
+    /** Whether files were passed over whose code no language has, but one has a code much like it: the report names them.
+        Never where it was said which languages are read. */
+    bool lacksLanguages() const;
+
     /** Finds out what is to be done. To be called after @ref read() , and again where the project has changed since. Reads the project's
         document and no index of it: may run on any thread while nobody changes the project.
         @param report   receives what becomes of every text

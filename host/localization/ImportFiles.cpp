@@ -29,6 +29,7 @@ bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, 
     imported.notices = std::move(found.notices);
     imported.refusals = std::move(found.refusals);
     imported.isInaccessible = found.isInaccessible;
+    imported.lacksLanguages = found.lacksLanguages && options.languages.isEmpty();
     if(!isFound) return false;
 
     std::vector<TermFile*> wanted;

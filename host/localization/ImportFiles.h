@@ -50,6 +50,9 @@ struct ImportedFiles {
 
     /** See @ref TermFiles::isInaccessible . */
     bool isInaccessible = false;
+
+    /** See @ref TermFiles::lacksLanguages ; never where it was said which languages are read. */
+    bool lacksLanguages = false;
 };
 
 /** Reads a folder or an archive; see @ref readTermFiles() . Files are parsed on all cores.

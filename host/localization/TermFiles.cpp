@@ -53,6 +53,12 @@ class UnknownCodes {
 public:
     bool isEmpty() const { return _codes.empty(); }
 
+    /** Whether one of them may be meant for a language. */
+    bool hasLanguages() {
+        return std::any_of(_codes.begin(), _codes.end(),
+            [this](const Code& code) { return code.code != PseudoLocale::Code && nearest(code.code) != -1; });
+    }
+
     /** The language that a code comes near to, -1 where there is none. */
     Int nearest(const Containers::StringView code) {
         const auto known = _nearest.find(code);
@@ -119,7 +125,8 @@ public:
           _files{found.files},
           _notices{found.notices},
           _refusals{found.refusals},
-          _isInaccessible{found.isInaccessible} {}
+          _isInaccessible{found.isInaccessible},
+          _lacksLanguages{found.lacksLanguages} {}
 
     void run() {
         Containers::Array<Containers::String> names;
@@ -137,6 +144,7 @@ public:
             return;
         }
         _unknownCodes.describe(_notices);
+        _lacksLanguages = _unknownCodes.hasLanguages();
         noticeDeepFiles();
         if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
 
@@ -358,6 +366,7 @@ private:
     Containers::Array<Containers::String>& _notices;
     Containers::Array<Containers::String>& _refusals;
     bool& _isInaccessible;
+    bool& _lacksLanguages;
     UnknownCodes _unknownCodes;
     /** Relative paths of those that lie too deep. */
     std::vector<Containers::String> _deepFiles;

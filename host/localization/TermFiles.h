@@ -42,6 +42,9 @@ struct TermFiles {
 
     /** Whether the system does not let read what is refused. */
     bool isInaccessible = false;
+
+    /** Whether files were passed over whose code no language has, but one has a code much like it. */
+    bool lacksLanguages = false;
 };
 
 /** Finds and reads the files of terms in a folder or in a ZIP archive: `<code>/<namespace>.json` and `<code>.json`, both side by

@@ -531,10 +531,19 @@ TEST_F(LocalizeProgram, AnImportIsTakenFromAnArchive) {
 TEST_F(LocalizeProgram, AFolderOfAnotherNameIsToldAndTakenWhereItIsMapped) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
     desk.write("i18n/enGB/translation.json", R"({"door": "Doorway"})");
-    EXPECT_EQ(run({"import", "small", "--from", "i18n"}).error,
+    const std::string notice =
         "enGB/translation.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with --map "
-        "enGB=en-GB\n");
-    EXPECT_EQ(run({"import", "small", "--from", "i18n", "--map", "enGB=en-GB"}).error, "");
+        "enGB=en-GB\n";
+    const auto unmapped = run({"import", "small", "--from", "i18n"});
+    EXPECT_EQ(unmapped.error, notice);
+    EXPECT_EQ(unmapped.exitCode, 1);
+    EXPECT_NE(desk.read("small/localization/de.json").find("Pforte"), std::string::npos);
+    const auto chosen = run({"import", "small", "--from", "i18n", "--languages", "de"});
+    EXPECT_EQ(chosen.error, notice);
+    EXPECT_EQ(chosen.exitCode, 0);
+    const auto mapped = run({"import", "small", "--from", "i18n", "--map", "enGB=en-GB"});
+    EXPECT_EQ(mapped.error, "");
+    EXPECT_EQ(mapped.exitCode, 0);
     EXPECT_NE(desk.read("small/localization/en-GB.json").find("Doorway"), std::string::npos);
 }
 

@@ -86,6 +86,22 @@ TEST(TermFiles, UnknownCodesArePassedOverWithTheNearestOne) {
         "notice: project.json: no language has the code project\n");
 }
 
+TEST(TermFiles, ACodeThatMayBeMeantForALanguageIsMissed) {
+    const auto lacksLanguages = [](const char* const file) {
+        TestFolder folder;
+        folder.write("de.json", "1");
+        folder.write(file, "2");
+        TermFiles found;
+        EXPECT_TRUE(readTermFiles(FileSystem::disk(), viewed(folder.path), {}, found));
+        return found.lacksLanguages;
+    };
+    EXPECT_TRUE(lacksLanguages("enGB/menu.json"));
+    EXPECT_TRUE(lacksLanguages("pt_BR.json"));
+    EXPECT_FALSE(lacksLanguages("fr/menu.json"));
+    EXPECT_FALSE(lacksLanguages("package.json"));
+    EXPECT_FALSE(lacksLanguages("en-XA/translation.json"));
+}
+
 TEST(TermFiles, WhereNoCodeIsKnownTheFirstOneIsSaid) {
     TestFolder folder;
     folder.write("enGB/translation.json", "1");
