@@ -60,7 +60,7 @@ bool Ui::resourceDragDropSource(
 
 bool Ui::acceptDragDropResources(const Containers::StringView type, Containers::StringView& id) {
     if(!ImGui::BeginDragDropTarget()) return false;
-    const ImGuiPayload* const payload = ImGui::AcceptDragDropPayload(ImGuiText{resourceToDragDropType(type)});
+    const ImGuiPayload* const payload = ImGui::AcceptDragDropPayload(resourceToDragDropType(type).data());
     if(payload) {
         // The library forgets a payload as soon as its target ends.
         _droppedId = Containers::StringView{static_cast<const char*>(payload->Data), std::size_t(payload->DataSize)};

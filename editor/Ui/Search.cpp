@@ -8,16 +8,12 @@
 #include "QuorvaneEditor/ProjectFile.h"
 #include "QuorvaneEditor/Utils.h"
 #include "QuorvaneEditor/ValueAccess.h"
+#include "Ui/TextBuffer.h"
 #include "Ui/Ui.h"
 
 namespace QuorvaneEngine {
 
 namespace {
-
-/** The text that a search bar holds. */
-Containers::StringView textOf(const Containers::Array<char>& buffer) {
-    return {buffer.data(), std::size_t(std::find(buffer.begin(), buffer.end(), '\0') - buffer.begin())};
-}
 
 bool contains(const Containers::StringView text, const Containers::StringView search) {
     return Utils::caseInsensitiveSearch(text, search) != -1;
@@ -49,7 +45,7 @@ void collect(const ValueAccess& collection, const Containers::StringView search,
 
 void Ui::performResourceSearch(const Containers::StringView collection, const Containers::StringView field,
     const Containers::Array<char>& search, Containers::Array<Containers::StringView>& results) const {
-    const Containers::StringView text = textOf(search);
+    const Containers::StringView text = bufferText(search);
     collect(project->root()[collection], text, results, [&](Containers::StringView, rapidjson::Value& entry) {
         return contains(ValueAccess{*project, &entry}.member(field).asString(), text);
     });
@@ -57,7 +53,7 @@ void Ui::performResourceSearch(const Containers::StringView collection, const Co
 
 void Ui::performSearch(const Containers::StringView collection, const Containers::Array<char>& search,
     Containers::Array<Containers::StringView>& results, const SearchFlags flags) const {
-    const Containers::StringView text = textOf(search);
+    const Containers::StringView text = bufferText(search);
     const ValueAccess root = project->root();
     collect(root[collection], text, results, [&](const Containers::StringView key, rapidjson::Value& value) {
         Containers::StringView shown = JsonObject{&value}.asString();

@@ -7,11 +7,16 @@ namespace QuorvaneEngine {
 namespace {
 
 constexpr std::size_t InitialPathCapacity = 64;
+constexpr std::size_t SearchCapacity = 256;
 
 }
 
 Ui::Ui(ProjectFile* const project, ChangeManager* const changes, EditorData* const editorData)
-    : project{project}, changes{changes}, editorData{editorData}, path{Corrade::ValueInit, InitialPathCapacity} {}
+    : project{project},
+      changes{changes},
+      editorData{editorData},
+      path{Corrade::ValueInit, InitialPathCapacity},
+      resourceSearch{Corrade::ValueInit, SearchCapacity} {}
 
 Ui::~Ui() = default;
 

@@ -9,6 +9,7 @@
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "Utils/Function.h"
 
 struct ImGuiInputTextCallbackData;
 struct ImVec2;
@@ -254,6 +255,35 @@ public:
         target as one of the GUI library's own. */
     static bool beginDragDropTargetWindow();
 
+    /** Whether the entry of a resource is offered. An empty one offers all. */
+    using ResourceFilter = Function<bool(ValueAccess& entry)>;
+
+    /** A value that refers to a resource of a collection, or is null. Shows the resource's name; a click opens a list of all resources
+        to choose from and to search by name. Takes resources that are dragged there, which the filter does not hold back.
+
+        The list holds what the filter offers, in document order, with their pictures for textures, materials and meshes. It is made
+        when it opens, when its search text changes and when the project does, and the filter is asked then alone. A resource without
+        a name is listed under its ID, and not where the value is a name. A value that refers to no resource, or is neither null nor
+        a string, has a sign beside it that says so. For "objects" there is a button that is the host's to handle, see
+        @ref EditorData::pickObject .
+        @param type     the collection, whose resources can be dragged
+        @param byName   whether the value holds the resource's name and not its ID
+        @return whether a change was pushed in this frame */
+    bool selectResource(
+        Containers::StringView label, Containers::StringView type, bool byName, ResourceFilter filter = nullptr);
+
+    /** Of the collection of a manager. */
+    bool selectResource(Containers::StringView label, const AbstractResourceManager& manager, bool byName,
+        ResourceFilter filter = nullptr);
+
+    /** By name. */
+    bool selectResourceName(
+        Containers::StringView label, const AbstractResourceManager& manager, ResourceFilter filter = nullptr);
+    bool selectResourceName(Containers::StringView label, Containers::StringView type, ResourceFilter filter = nullptr);
+
+    /** Offers all objects. */
+    bool selectObjectResource(Containers::StringView label, const ObjectResourceManager& manager, bool byName);
+
     /** @} */
 
     /** @{ @name Search and lists */
@@ -300,6 +330,12 @@ public:
     /** GUI id of the item that @ref pendingText belongs to, 0 for none. */
     unsigned pendingItem = 0;
 
+    /** What is searched in the list of a resource picker, of which one is open at a time; NUL-terminated, of a fixed size. */
+    Containers::Array<char> resourceSearch;
+
+    /** The IDs that are listed, viewing the document as it was when they were found. */
+    Containers::Array<Containers::StringView> resourceResults;
+
     /** The flags that @ref popFlags() restores. */
     std::vector<Flags> flagStack;
 
@@ -333,7 +369,21 @@ private:
         that close behind one item wins. */
     void showPathTooltip();
 
+    /** The list that a picker opens, and what is chosen there.
+        @param min      corners of the picker's field, in pixels on the screen
+        @param max */
+    void resourcePopup(Containers::StringView type, bool byName, ResourceFilter& filter, bool isOpened,
+        const ImVec2& min, const ImVec2& max);
+
+    /** Fills @ref resourceResults with what the search text finds and the filter offers. */
+    void findResources(Containers::StringView type, bool byName, ResourceFilter& filter);
+
+    /** Sets the value at the scope path to a resource; not to one that it would have to refer to by a name that it does not
+        have. */
+    void pushResource(Containers::StringView type, bool byName, Containers::StringView id);
+
     int _tooltipFrame = -1;
+    Int _resultsRevision = -1;
     Containers::String _droppedId;
 };
 

@@ -2,6 +2,7 @@
 
 #include "QuorvaneEditor/Host.h"
 #include "QuorvaneEditor/ResourceIndexMap.h"
+#include "Utils/Function.h"
 
 namespace QuorvaneEngine {
 
@@ -28,6 +29,11 @@ public:
     /** Pictures of resources by the indices above: "1" of an image, "ma1" of a material, "m1" of a mesh. Null where the host has none;
         owned by the host, outlives every view. */
     ThumbnailManager* thumbnails = nullptr;
+
+    /** Lets the user pick an object elsewhere in the editor, for a value that refers to one. Sets the value at once or later, or never.
+        Takes the path of the value, which is not kept, and whether it holds the object's name and not its ID. Empty where the host
+        has nothing to pick objects in: then widgets show the button for it disabled. */
+    Function<void(Containers::StringView path, bool byName)> pickObject;
 
 private:
     const ProjectFile* _project;
