@@ -34,7 +34,7 @@ constexpr float Size = 12.0f;
 constexpr int Columns = 64;
 
 /* What a look-up and a rounded corner may add to an image item */
-constexpr double MaxRatio = 2.5;
+constexpr double MaxRatio = 3.0;
 
 bool print(const std::string& name, const double value, const double target) {
     const bool met = value <= target;
