@@ -9,8 +9,8 @@
 
 #include "batch/BatchHelp.h"
 #include "batch/BatchOutput.h"
-#include "batch/NameSearch.h"
 #include "localization/LanguageLookup.h"
+#include "localization/NameSearch.h"
 
 namespace QuorvaneEngine {
 

@@ -9,7 +9,7 @@ namespace QuorvaneEngine {
 
 /** The name that was most likely meant by one that is not among @p names : the only one that it begins, else the nearest by at most
     two letters that are missing, superfluous or wrong, or swapped neighbours. Empty where none comes near. */
-Containers::StringView nearestName(
+QUORVANE_API Containers::StringView nearestName(
     Containers::StringView name, Containers::ArrayView<const Containers::StringView> names);
 
 }

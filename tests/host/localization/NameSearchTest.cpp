@@ -1,4 +1,4 @@
-#include "batch/NameSearch.h"
+#include "NameSearch.h"
 
 #include <string>
 
