@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <unordered_map>
+#include <vector>
 
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
@@ -9,6 +10,7 @@
 #include "../document/PrintableText.h"
 #include "DocumentLookup.h"
 #include "JsonPath.h"
+#include "NameSearch.h"
 #include "Placeholders.h"
 #include "ReservedNames.h"
 #include "TermConflicts.h"
@@ -33,6 +35,14 @@ Containers::String reservedMember(const Containers::StringView fileKey) {
         if(!reason.isEmpty()) return format("the member {} {}", segment, reason);
     } while(rest.data());
     return {};
+}
+
+Containers::String unknownCheck(const Containers::StringView name) {
+    std::vector<Containers::StringView> names;
+    for(const LocalizationCheck& check: localizationChecks()) names.push_back(check.name);
+    const Containers::StringView nearest = nearestName(name, Containers::arrayView(names.data(), names.size()));
+    const Containers::String message = format("silences nothing, as there is no check {}", TextComparison::shown(name));
+    return nearest.isEmpty() ? message : format("{}; did you mean {}?", message, nearest);
 }
 
 class TermChecks {
@@ -85,8 +95,9 @@ private:
             ? jsonPath({"localization"_s, "checks"_s, silencing.name})
             : jsonPath({"localization"_s, "terms"_s, _project.term(silencing.term).key, "silenced"_s, silencing.name});
         add(silencing.kind, silencing.term, path,
-            silencing.kind == CheckKind::UnknownCheck ? "silences nothing, as there is no check of this name"_s
-                                                      : "silences nothing, as it gives no reason"_s);
+            silencing.kind == CheckKind::UnknownCheck
+                ? unknownCheck(silencing.name)
+                : format("silences nothing, as {} is given no reason", silencing.name));
     }
 
     void checkConflict(const CheckedProject::Conflict& conflict) {

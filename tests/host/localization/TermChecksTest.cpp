@@ -120,22 +120,19 @@ TEST(TermChecks, FindFormsThatThePluralsOfTheSourceLack) {
 }
 
 TEST(TermChecks, FindSilencingsThatSilenceNothing) {
-    EXPECT_EQ(found(R"({"name": "N", "localization": {"checks": {"same-source": "", "no-such": "why"}, "terms": {
+    EXPECT_EQ(found(R"({"name": "N", "localization": {"checks": {"same-source": "", "no\nsuch": "why"}, "terms": {
         "a": {"sourceText": "name"},
-        "b/": {"sourceText": "name", "silenced": {"same-source": " \n", "source-gone": 1, "other": "why"}}}}})"),
-        "silenced-without-reason: project.json: /localization/checks/same-source: silences nothing, as it gives no "
-        "reason\n"
-        "unknown-check: project.json: /localization/checks/no-such: silences nothing, as there is no check of this "
-        "name\n"
-        "silenced-without-reason: project.json: /localization/terms/b~1/silenced/same-source: silences nothing, as it "
-        "gives "
-        "no reason\n"
-        "silenced-without-reason: project.json: /localization/terms/b~1/silenced/source-gone: silences nothing, as it "
-        "gives "
-        "no reason\n"
-        "unknown-check: project.json: /localization/terms/b~1/silenced/other: silences nothing, as there is no check "
-        "of this "
-        "name\n"
+        "b/": {"sourceText": "name", "silenced": {"same-source": " \n", "source-gone": 1, "same-sorce": "why"}}}}})"),
+        "silenced-without-reason: project.json: /localization/checks/same-source: silences nothing, as same-source is "
+        "given no reason\n"
+        "unknown-check: project.json: /localization/checks/no\nsuch: silences nothing, as there is no check "
+        "no\\nsuch\n"
+        "silenced-without-reason: project.json: /localization/terms/b~1/silenced/same-source: silences nothing, as "
+        "same-source is given no reason\n"
+        "silenced-without-reason: project.json: /localization/terms/b~1/silenced/source-gone: silences nothing, as "
+        "source-gone is given no reason\n"
+        "unknown-check: project.json: /localization/terms/b~1/silenced/same-sorce: silences nothing, as there is no "
+        "check same-sorce; did you mean same-source?\n"
         "same-source: project.json: /localization/terms/b~1: has the same source text as a: /name\n");
 }
 
