@@ -5,6 +5,7 @@
 #include <rapidjson/document.h>
 
 #include "DocumentLookup.h"
+#include "LanguageLookup.h"
 #include "Placeholders.h"
 #include "TermKey.h"
 #include "TextBlanks.h"
@@ -31,6 +32,11 @@ Int findCheck(const Containers::StringView name) {
     return -1;
 }
 
+}
+
+Containers::StringView languageNameOf(const Containers::StringView code) {
+    const Int language = findLanguage(code);
+    return language == -1 ? code : AllLanguages[language].name;
 }
 
 CheckedProject::CheckedProject(const rapidjson::Value& root, const Containers::StringView defaultCode)

@@ -30,6 +30,9 @@ enum class CheckKind : unsigned char {
     UnknownCheck
 };
 
+/** A language as messages say it: its English name, or the code where no language has it. */
+QUORVANE_API Containers::StringView languageNameOf(Containers::StringView code);
+
 /** A plural among the terms. */
 struct CheckedPlural {
     PluralKind kind;

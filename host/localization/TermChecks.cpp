@@ -147,7 +147,9 @@ private:
         PluralCategories missing = _categories[std::size_t(plural->kind)];
         for(const PluralCategory category: AllPluralCategories)
             if(plural->terms[pluralCategoryIndex(category)] != -1) missing &= ~PluralCategories{category};
-        if(missing) add(CheckKind::PluralMissing, index, TextComparison::missingForms(missing, _project.defaultCode()));
+        if(missing)
+            add(CheckKind::PluralMissing, index,
+                TextComparison::missingForms(missing, languageNameOf(_project.defaultCode())));
     }
 
     const CheckedProject& _project;

@@ -221,7 +221,7 @@ Containers::String unknownNestings(const Placeholders& places, const Placeholder
     return Containers::String{out.data(), out.size()};
 }
 
-Containers::String missingForms(const PluralCategories missing, const Containers::StringView code) {
+Containers::String missingForms(const PluralCategories missing, const Containers::StringView language) {
     std::string names;
     std::size_t count = 0;
     for(std::size_t i = PluralCategoryCount; i-- != 0;) {
@@ -231,7 +231,7 @@ Containers::String missingForms(const PluralCategories missing, const Containers
         ++count;
     }
     return Corrade::Utility::format(
-        "lacks the form{} {}, which {} has numbers for", count == 1 ? "" : "s", names.c_str(), code);
+        "lacks the form{} {}, which {} has numbers for", count == 1 ? "" : "s", names.c_str(), language);
 }
 
 Containers::String outerBlanks(const Containers::StringView source, const Containers::StringView translation) {

@@ -36,8 +36,9 @@ QUORVANE_API Containers::String unknownNestings(const Placeholders& places, cons
     const std::function<bool(Containers::StringView key)>& isTarget);
 
 /** Forms that a plural lacks in a language.
-    @param missing  at least one */
-QUORVANE_API Containers::String missingForms(PluralCategories missing, Containers::StringView code);
+    @param missing  at least one
+    @param language its name */
+QUORVANE_API Containers::String missingForms(PluralCategories missing, Containers::StringView language);
 
 /** Blanks that a text begins or ends with, and the other does not, or with others. */
 QUORVANE_API Containers::String outerBlanks(Containers::StringView source, Containers::StringView translation);

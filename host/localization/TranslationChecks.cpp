@@ -116,10 +116,15 @@ private:
     void add(const CheckKind kind, const Containers::StringView key, const UnsignedInt term,
         const Containers::StringView message) {
         if(message.isEmpty()) return;
+        add(kind, _file, _isFile ? jsonPath({key}) : jsonPath({"localization"_s, "translations"_s, _code, key}), key,
+            term, message);
+    }
+
+    void add(const CheckKind kind, const Containers::StringView file, const Containers::StringView path,
+        const Containers::StringView key, const UnsignedInt term, const Containers::StringView message) {
         LocalizationFinding place;
-        place.file = _file;
-        place.path = _findings.texts().add(
-            _isFile ? jsonPath({key}) : jsonPath({"localization"_s, "translations"_s, _code, key}));
+        place.file = file;
+        place.path = _findings.texts().add(path);
         place.term = _findings.texts().add(key);
         place.language = _code;
         _project.add(_findings, kind, place, message, term);
@@ -152,7 +157,7 @@ private:
         const PluralCategories used = _categories[std::size_t(plural.kind)];
         if(!used || category == PluralCategory::Zero || (used & category)) return;
         add(CheckKind::PluralExtra, key, term,
-            format("is the form {}, which {} has no number for", pluralCategoryName(category), _code));
+            format("is the form {}, which {} has no number for", pluralCategoryName(category), languageNameOf(_code)));
     }
 
     /** @param forms    that have a text */
@@ -162,9 +167,15 @@ private:
         // One without any text is not translated yet.
         const PluralCategories needed = _categories[std::size_t(plural.kind)] & ~plural.untranslated;
         const PluralCategories missing = forms ? needed & ~forms : PluralCategories{};
-        if(missing)
-            add(CheckKind::PluralMissing, _project.term(plural.otherTerm()).key, plural.otherTerm(),
-                TextComparison::missingForms(missing, _code));
+        if(!missing) return;
+        const UnsignedInt other = plural.otherTerm();
+        const Containers::StringView key = _project.term(other).key;
+        const Containers::String message = TextComparison::missingForms(missing, languageNameOf(_code));
+        if(!_texts[other].isEmpty()) add(CheckKind::PluralMissing, key, other, message);
+        // What is missing is no place to look at.
+        else
+            add(CheckKind::PluralMissing, "project.json"_s, jsonPath({"localization"_s, "terms"_s, key}), key, other,
+                message);
     }
 
     const CheckedProject& _project;

@@ -31,6 +31,11 @@ TEST(CheckedProject, KnowsThePluralsOfEveryNamespace) {
     EXPECT_EQ(checked.pluralOf("a", category), nullptr);
 }
 
+TEST(CheckedProject, SaysLanguagesByName) {
+    EXPECT_EQ(languageNameOf("pt-BR"), "Portuguese (Brazil)");
+    EXPECT_EQ(languageNameOf("no code"), "no code");
+}
+
 TEST(CheckedProject, KnowsTheReasonsOfSilencings) {
     TestProject project{R"({"localization": {"checks": {"outer-blanks": "never"}, "terms": {
         "a": {}, "b": {"silenced": {"same-source": "once", "outer-blanks": "twice", "x": "y"}}, "c": {}}}})"};

@@ -113,9 +113,11 @@ TEST(TermChecks, ANamespaceNestsItsOwnTerms) {
 
 TEST(TermChecks, FindFormsThatThePluralsOfTheSourceLack) {
     EXPECT_EQ(found(translated({{"a_zero", "No door"}, {"a_other", "{{count}} doors"}}, {})),
-        "plural-missing: project.json: /localization/terms/a_other: lacks the form one, which en has numbers for\n");
+        "plural-missing: project.json: /localization/terms/a_other: lacks the form one, which English has numbers "
+        "for\n");
     EXPECT_EQ(found(translated({{"a_one", "A"}, {"a_few", "B"}, {"a_other", "C"}}, {}), "pl"),
-        "plural-missing: project.json: /localization/terms/a_other: lacks the form many, which pl has numbers for\n");
+        "plural-missing: project.json: /localization/terms/a_other: lacks the form many, which Polish has numbers "
+        "for\n");
     EXPECT_EQ(found(translated({{"a_one", "A"}, {"a_other", "C"}, {"file_other", "D"}}, {})), "");
 }
 

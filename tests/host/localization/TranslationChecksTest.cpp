@@ -70,17 +70,18 @@ TEST(TranslationChecks, AFormThatIsNotTranslatableProvesAPluralAndIsAskedOfNobod
             one + R"(}, "a_other": {"sourceText": "/localization/strings/a_other", "translatable": )" + other +
             R"(}}, "translations": {"ru": {)" + texts + "}}}}";
     };
-    const char* const texts = R"("a_few": {"text": "ключа"}, "a_other": {"text": "{{count}} ключей"})";
+    const char* const texts = R"("a_few": {"text": "{{count}} ключа"}, "a_other": {"text": "{{count}} ключей"})";
     EXPECT_EQ(found(plural("false", "true", texts)),
-        "plural-missing: localization/ru.json: /a_other: lacks the form many, which ru has numbers for\n");
+        "plural-missing: localization/ru.json: /a_other: lacks the form many, which Russian has numbers for\n");
     EXPECT_EQ(found(plural("true", "true", texts)),
-        "plural-missing: localization/ru.json: /a_other: lacks the forms one and many, which ru has numbers for\n");
+        "plural-missing: localization/ru.json: /a_other: lacks the forms one and many, which Russian has numbers "
+        "for\n");
     EXPECT_EQ(found(plural("true", "false", R"("a_one": {"text": "{{count}} ключ"})")), "");
 }
 
 TEST(TranslationChecks, FindFormsThatAPluralLacks) {
     const std::string forms =
-        "plural-missing: localization/ru.json: /a_other: lacks the forms few and many, which ru has "
+        "plural-missing: localization/ru.json: /a_other: lacks the forms few and many, which Russian has "
         "numbers for\n";
     EXPECT_EQ(found(translated({{"a_one", "{{count}} door"}, {"a_other", "{{count}} doors"}},
                   {{"a_one", "{{count}} дверь"}, {"a_other", "{{count}} двери"}}, "ru")),
@@ -91,7 +92,8 @@ TEST(TranslationChecks, FindFormsThatAPluralLacks) {
                   "ru")),
         "");
     EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", "Eine Tür"}})),
-        "plural-missing: localization/de.json: /a_other: lacks the form other, which de has numbers for\n");
+        "plural-missing: project.json: /localization/terms/a_other: lacks the form other, which German has numbers "
+        "for\n");
     // What is not translated at all is missing, and no set without a proof is one.
     EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {})), "");
     EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", ""}})), "");
@@ -103,10 +105,10 @@ TEST(TranslationChecks, FindFormsThatAPluralLacks) {
 TEST(TranslationChecks, FindFormsThatALanguageHasNoNumberFor) {
     EXPECT_EQ(
         found(translated({{"a_one", "A door"}, {"a_other", "Doors"}}, {{"a_one", "ドア"}, {"a_other", "扉"}}, "ja")),
-        "plural-extra: localization/ja.json: /a_one: is the form one, which ja has no number for\n");
+        "plural-extra: localization/ja.json: /a_one: is the form one, which Japanese has no number for\n");
     EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}},
                   {{"a_one", "Eine Tür"}, {"a_few", "Ein paar Türen"}, {"a_other", "Türen"}})),
-        "plural-extra: localization/de.json: /a_few: is the form few, which de has no number for\n");
+        "plural-extra: localization/de.json: /a_few: is the form few, which German has no number for\n");
     // Zero is for every language.
     EXPECT_EQ(found(translated({{"a_one", "A door"}, {"a_other", "Doors"}},
                   {{"a_zero", "Keine Tür"}, {"a_one", "Eine Tür"}, {"a_other", "Türen"}})),
@@ -119,7 +121,7 @@ TEST(TranslationChecks, OrdinalFormsAreThoseOfOrdinalNumbers) {
                              {"a_ordinal_few", "{{count}}rd"}, {"a_ordinal_other", "{{count}}th"}},
             {{"a_ordinal_one", "{{count}}er"}, {"a_ordinal_other", "{{count}}e"}, {"a_ordinal_two", "{{count}}nde"}},
             "fr")),
-        "plural-extra: localization/fr.json: /a_ordinal_two: is the form two, which fr has no number for\n");
+        "plural-extra: localization/fr.json: /a_ordinal_two: is the form two, which French has no number for\n");
 }
 
 TEST(TranslationChecks, FormsOfAPluralMayLeaveOutTheNumberAndShareNames) {
@@ -183,8 +185,9 @@ TEST(TranslationChecks, FormsOfOneLanguageAreSilencedWithTheFormOther) {
         "translations": {"ru": {"a_few": {"text": "B"}, "a_two": {"text": "{{x}}"}}}}})");
     EXPECT_EQ(text,
         "placeholder-differs: localization/ru.json: /a_few: lacks {{x}} of the source [other]\n"
-        "plural-extra: localization/ru.json: /a_two: is the form two, which ru has no number for [two]\n"
-        "plural-missing: localization/ru.json: /a_other: lacks the forms one, many and other, which ru has numbers for "
+        "plural-extra: localization/ru.json: /a_two: is the form two, which Russian has no number for [two]\n"
+        "plural-missing: project.json: /localization/terms/a_other: lacks the forms one, many and other, which Russian "
+        "has numbers for "
         "[fewer]\n");
 }
 
