@@ -193,9 +193,9 @@ void checkSources(ProjectFile& project, Containers::Array<Containers::String>& l
     forEachMatch(project.document(), "/localization/terms/*/sourceText"_s, names, [&](const rapidjson::Value& value) {
         if(!value.IsString() || !value.GetStringLength() || TermSource::value(project, viewOf(value))) return;
         findings.add([&] {
-            const Containers::String path = TermSource::path(viewOf(value));
-            return Corrade::Utility::format("{}: leads to {}, which {}", placeOf(names), printable(path),
-                project.getValue(path, false) ? "is no string" : "is not there");
+            const Containers::StringView source = viewOf(value);
+            return Corrade::Utility::format(
+                "{}: {}", placeOf(names), TermSource::fault(source, project.getValue(TermSource::path(source), false)));
         });
     });
 }

@@ -122,14 +122,12 @@ private:
         Containers::StringView path = term.sourceText;
         if(!path.hasPrefix('/')) path = _plainPaths.emplace_back(TermSource::path(path));
         if(!term.source.data())
-            add(CheckKind::SourceGone, index,
-                format("leads to {}, which {}", TextComparison::shown(path),
-                    _lookup.find(path) ? "is no text" : "is not there"));
+            add(CheckKind::SourceGone, index, TermSource::fault(term.sourceText, _lookup.find(path)));
         const auto [first, isFirst] = _terms.emplace(path, index);
         if(!isFirst)
             add(CheckKind::SameSource, index,
                 format("has the same source text as {}: {}", printable(_project.term(first->second).key),
-                    TextComparison::shown(path)));
+                    TextComparison::shown(term.sourceText)));
     }
 
     void checkNestings(const UnsignedInt index) {

@@ -141,9 +141,10 @@ TEST(ProjectReview, TellsOfEachTermWhoseSourceIsGoneOrIsNoText) {
         "gone":{"sourceText":"/objects/gate/text"},"a/b":{"sourceText":"lost"},"counted":{"sourceText":"level"},
         "whole":{"sourceText":"/objects/door"}}}})"),
         "project.json: /localization/terms/gone/sourceText: leads to /objects/gate/text, which is not there\n"
-        "project.json: /localization/terms/a~1b/sourceText: leads to /lost, which is not there\n"
-        "project.json: /localization/terms/counted/sourceText: leads to /level, which is no string\n"
-        "project.json: /localization/terms/whole/sourceText: leads to /objects/door, which is no string\n");
+        "project.json: /localization/terms/a~1b/sourceText: names lost as its source, which is no member of the "
+        "project's root and no path, as it has no \"/\" in front\n"
+        "project.json: /localization/terms/counted/sourceText: leads to level, which is no text\n"
+        "project.json: /localization/terms/whole/sourceText: leads to /objects/door, which is no text\n");
 }
 
 TEST(ProjectReview, TellsOfEachLanguageButTheDefaultThatHasNoFile) {
@@ -157,7 +158,7 @@ TEST(ProjectReview, SaysHowManyMoreThereAreOfAKindAfterTwenty) {
     const auto terms = [](int count) {
         std::string json = R"({"localization":{"terms":{)";
         for(int i = 0; i != count; ++i)
-            json += (i ? ",\"" : "\"") + std::to_string(i) + R"(":{"note":0,"sourceText":"gone"})";
+            json += (i ? ",\"" : "\"") + std::to_string(i) + R"(":{"note":0,"sourceText":"/gone"})";
         return json + "}}}";
     };
     const auto lines = [](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); };

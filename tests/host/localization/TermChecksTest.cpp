@@ -63,14 +63,15 @@ TEST(TermChecks, FindTermsWithoutASource) {
         "source-gone: project.json: /localization/terms/a: leads to /objects/gone/text, which is not there\n"
         "source-gone: project.json: /localization/terms/b: leads to /objects/door/text, which is no text\n"
         "source-gone: project.json: /localization/terms/c: names no source text\n"
-        "source-gone: project.json: /localization/terms/d: leads to /gone, which is not there\n");
+        "source-gone: project.json: /localization/terms/d: names gone as its source, which is no member of the "
+        "project's root and no path, as it has no \"/\" in front\n");
 }
 
 TEST(TermChecks, FindTermsThatShareTheirSource) {
     EXPECT_EQ(found(R"({"name": "N", "other": "N", "localization": {"terms": {
         "a": {"sourceText": "/name", "translatable": true}, "b": {"sourceText": "name"}, "c": {"sourceText": "/name"},
         "d": {"sourceText": "/other"}}}})"),
-        "same-source: project.json: /localization/terms/b: has the same source text as a: /name\n"
+        "same-source: project.json: /localization/terms/b: has the same source text as a: name\n"
         "same-source: project.json: /localization/terms/c: has the same source text as a: /name\n");
 }
 
@@ -135,16 +136,16 @@ TEST(TermChecks, FindSilencingsThatSilenceNothing) {
         "source-gone is given no reason\n"
         "unknown-check: project.json: /localization/terms/b~1/silenced/same-sorce: silences nothing, as there is no "
         "check same-sorce; did you mean same-source?\n"
-        "same-source: project.json: /localization/terms/b~1: has the same source text as a: /name\n");
+        "same-source: project.json: /localization/terms/b~1: has the same source text as a: name\n");
 }
 
 TEST(TermChecks, AreSilencedWithTheTermOrTheCheck) {
     EXPECT_EQ(found(R"({"name": "N", "localization": {"checks": {"source-gone": "later"}, "terms": {
-        "a": {"sourceText": "gone"}, "b": {"sourceText": "name"},
+        "a": {"sourceText": "/gone"}, "b": {"sourceText": "name"},
         "c": {"sourceText": "name", "silenced": {"same-source": "the same by law"}},
-        "d": {"sourceText": "gone", "silenced": {"source-gone": "never"}}}}})"),
+        "d": {"sourceText": "/gone", "silenced": {"source-gone": "never"}}}}})"),
         "source-gone: project.json: /localization/terms/a: leads to /gone, which is not there [later]\n"
-        "same-source: project.json: /localization/terms/c: has the same source text as b: /name [the same by law]\n"
+        "same-source: project.json: /localization/terms/c: has the same source text as b: name [the same by law]\n"
         "source-gone: project.json: /localization/terms/d: leads to /gone, which is not there [never]\n"
         "same-source: project.json: /localization/terms/d: has the same source text as a: /gone\n");
 }

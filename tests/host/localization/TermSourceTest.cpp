@@ -36,4 +36,13 @@ TEST(TermSource, PathOfAMemberIsEscaped) {
     EXPECT_EQ(TermSource::stringsPath(""), "/localization/strings/");
 }
 
+TEST(TermSource, SaysWhyItIsNoTextAsItIsWritten) {
+    const rapidjson::Value number{1};
+    EXPECT_EQ(TermSource::fault("/objects/door", &number), "leads to /objects/door, which is no text");
+    EXPECT_EQ(TermSource::fault("level", &number), "leads to level, which is no text");
+    EXPECT_EQ(TermSource::fault("/a\nb", nullptr), "leads to /a\\nb, which is not there");
+    EXPECT_EQ(TermSource::fault("Hello", nullptr),
+        "names Hello as its source, which is no member of the project's root and no path, as it has no \"/\" in front");
+}
+
 }
