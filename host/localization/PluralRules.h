@@ -46,4 +46,9 @@ QUORVANE_API Containers::StringView pluralCategoryName(PluralCategory category);
     @param code     BCP 47 */
 QUORVANE_API PluralCategories pluralCategories(Containers::StringView code, PluralKind kind);
 
+/** Of the categories that a language tells apart, those that a single whole number falls into, as `many` in Welsh, which is 6
+    alone. Decimal fractions do not count. Takes some hundred times as long as @ref pluralCategories() .
+    @param code     BCP 47 */
+QUORVANE_API PluralCategories singleNumberCategories(Containers::StringView code, PluralKind kind);
+
 }

@@ -98,6 +98,24 @@ TEST(PluralRules, WhatHasNoRulesHasNoCategories) {
         EXPECT_EQ(cardinals(code), "") << copied(code);
 }
 
+TEST(PluralRules, SomeCategoriesHoldASingleNumber) {
+    const auto singles = [](const char* const code, const PluralKind kind = PluralKind::Cardinal) {
+        return listed(singleNumberCategories(code, kind));
+    };
+    EXPECT_EQ(singles("en"), "one");
+    EXPECT_EQ(singles("ar"), "zero one two");
+    EXPECT_EQ(singles("cy"), "zero one two few many");
+    // 0 and 1, and 1, 21, 31...
+    EXPECT_EQ(singles("fr"), "");
+    EXPECT_EQ(singles("ru"), "");
+    // Millions are many.
+    EXPECT_EQ(singles("es"), "one");
+    EXPECT_EQ(singles("ja"), "");
+    EXPECT_EQ(singles("en", PluralKind::Ordinal), "");
+    EXPECT_EQ(singles("fr", PluralKind::Ordinal), "one");
+    for(const char* const code: {"la", "", "x"}) EXPECT_EQ(singles(code), "") << code;
+}
+
 TEST(PluralRules, EveryLanguageWithRulesHasOther) {
     std::size_t withRules = 0;
     for(const Language& language: AllLanguages) {
