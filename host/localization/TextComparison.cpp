@@ -57,6 +57,8 @@ List difference(const List& a, const List& b) {
 
 std::string stringOf(const Containers::StringView text) { return {text.data(), text.size()}; }
 
+Containers::StringView viewOf(const std::string& text) { return {text.data(), text.size()}; }
+
 void appendShown(std::string& out, const Containers::StringView value) {
     const Containers::String text = shown(value);
     out.append(text.data(), text.size());
@@ -86,11 +88,31 @@ Containers::String lacksAndHas(const List& lacked, const List& added) {
     return Containers::String{out.data(), out.size()};
 }
 
-List namesOf(const Placeholders& places, const bool isPlural) {
+List namesOf(const Placeholders& places) {
     List out;
-    for(const Placeholder& one: places.placeholders())
-        if(!isPlural || one.name != PluralName) out.push_back({stringOf(one.name), one.text});
+    for(const Placeholder& one: places.placeholders()) out.push_back({stringOf(one.name), one.text});
     sortUnique(out);
+    return out;
+}
+
+/** What stands in braces, however many there are, up to a comma. */
+List bracesOf(const Containers::StringView text) {
+    List out;
+    for(std::size_t i = 0; i != text.size();) {
+        if(text[i] != '{') {
+            ++i;
+            continue;
+        }
+        const std::size_t begin = i;
+        while(i != text.size() && text[i] == '{') ++i;
+        const std::size_t content = i;
+        while(i != text.size() && text[i] != '}' && text[i] != '{') ++i;
+        const Containers::StringView inner = text.slice(content, i);
+        if(i == text.size() || text[i] == '{') continue;
+        while(i != text.size() && text[i] == '}') ++i;
+        out.push_back({stringOf(TextBlanks::trimmed(inner.prefix(inner.findOr(',', inner.end()).begin()))),
+            text.slice(begin, i)});
+    }
     return out;
 }
 
@@ -160,17 +182,42 @@ void appendEnd(std::string& out, const char* const verb, const Containers::Strin
 }
 
 Containers::String placeholders(const Placeholders& source, const Placeholders& translation,
-    const std::vector<Containers::StringView>* const forms) {
+    const std::vector<Containers::StringView>* const forms, const bool isOneNumber) {
     if(areAlike(source.placeholders(), translation.placeholders())) return {};
-    const List expected = namesOf(source, forms);
-    const List present = namesOf(translation, forms);
+    const List expected = namesOf(source);
+    const List present = namesOf(translation);
+    List lacked = difference(expected, present);
     List added = difference(present, expected);
     if(forms)
         std::erase_if(added, [&](const Keyed& one) {
-            return std::binary_search(
-                forms->begin(), forms->end(), Containers::StringView{one.key.data(), one.key.size()});
+            return viewOf(one.key) == PluralName || std::binary_search(forms->begin(), forms->end(), viewOf(one.key));
         });
-    return lacksAndHas(difference(expected, present), added);
+    if(isOneNumber) std::erase_if(lacked, [](const Keyed& one) { return viewOf(one.key) == PluralName; });
+    return lacksAndHas(lacked, added);
+}
+
+Containers::String wrongBraces(const Containers::StringView sourceText, const Placeholders& source,
+    const Containers::StringView text, const Placeholders& translation,
+    const std::vector<Containers::StringView>* const forms) {
+    List names = namesOf(source);
+    if(forms)
+        for(const Containers::StringView name: *forms) names.push_back({stringOf(name), name});
+    sortUnique(names);
+    names = difference(names, namesOf(translation));
+    if(names.empty()) return {};
+
+    List braced = bracesOf(text);
+    const List meant = bracesOf(sourceText);
+    std::erase_if(braced, [&](const Keyed& one) {
+        return !std::binary_search(names.begin(), names.end(), one) ||
+            std::any_of(meant.begin(), meant.end(), [&](const Keyed& other) { return other.written == one.written; });
+    });
+    if(braced.empty()) return {};
+    sortUnique(braced);
+    std::string out{"has "};
+    appendList(out, braced);
+    out += " as plain text, as a placeholder has two braces on each side";
+    return Containers::String{out.data(), out.size()};
 }
 
 Containers::String formats(const Placeholders& source, const Placeholders& translation) {
@@ -180,8 +227,8 @@ Containers::String formats(const Placeholders& source, const Placeholders& trans
     const List present = formatsOf(translation);
     List lacked = difference(expected, present);
     List added = difference(present, expected);
-    keepNames(lacked, namesOf(translation, false));
-    keepNames(added, namesOf(source, false));
+    keepNames(lacked, namesOf(translation));
+    keepNames(added, namesOf(source));
     if(lacked.empty() && added.empty()) return {};
 
     std::string out;

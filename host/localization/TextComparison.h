@@ -17,9 +17,17 @@ namespace TextComparison {
 
 /** Names of placeholders that only one of two texts has. Order does not matter, nor how often a text has one: languages repeat
     names where others do not.
-    @param forms    of a form of a plural, the names that all forms of the source have, see @ref addNames() : a translated form may have
-        them, too. And `count` does not matter then: it is always there, and "one apple" does without it. Null for any other text. */
+    @param forms        of a form of a plural, the names that all forms of the source have, see @ref addNames() : a translated form
+        may have them, too, and `count`, which is always there. Null for any other text.
+    @param isOneNumber  whether the form stands for one number: "one apple" does without `count` */
 QUORVANE_API Containers::String placeholders(const Placeholders& source, const Placeholders& translation,
+    const std::vector<Containers::StringView>* forms = nullptr, bool isOneNumber = false);
+
+/** Names in single braces, or in other than two on both sides, where the translation does not have the placeholder itself:
+    `{name}` is plain text to the library.
+    @param forms    as above */
+QUORVANE_API Containers::String wrongBraces(Containers::StringView sourceText, const Placeholders& source,
+    Containers::StringView text, const Placeholders& translation,
     const std::vector<Containers::StringView>* forms = nullptr);
 
 /** Placeholders that both texts have, but with other formats, or escaped (`{{name}}`) in one of them alone. Blanks in formats do not

@@ -43,6 +43,9 @@ struct Translation {
 
     /** Null for what is no form of a plural. */
     const CheckedPlural* plural;
+
+    /** Whether it is a form of a plural for one number. */
+    bool isOneNumber;
 };
 
 class TranslationChecks {
@@ -57,6 +60,9 @@ public:
           _categories{pluralCategories(code, PluralKind::Cardinal), pluralCategories(code, PluralKind::Ordinal)},
           _texts(project.terms().terms().size()),
           _pluralForms(project.plurals().size()) {
+        if(!project.plurals().empty())
+            for(const PluralKind kind: {PluralKind::Cardinal, PluralKind::Ordinal})
+                _singleNumbers[std::size_t(kind)] = singleNumberCategories(code, kind);
         _file = _isFile ? findings.texts().add(format("localization/{}.json", code)) : "project.json"_s;
     }
 
@@ -66,13 +72,15 @@ public:
             if(_texts[i].isEmpty()) continue;
             const ProjectTerm& term = _project.term(i);
             const CheckedPlural* const plural = _project.pluralOf(i);
-            checkText({term.key, _texts[i], term.source, i, plural});
             PluralForm form;
-            if(plural && parsePluralForm(term.fileKey, form)) checkForm(*plural, form.category, term.key, i);
+            const bool isForm = plural && parsePluralForm(term.fileKey, form);
+            checkText({term.key, _texts[i], term.source, i, plural, isForm && isOneNumber(*plural, form.category)});
+            if(isForm) checkForm(*plural, form.category, term.key, i);
         }
         for(const OwnForm& form: _ownForms) {
             const UnsignedInt other = form.plural->otherTerm();
-            checkText({form.key, form.text, _project.term(other).source, other, form.plural});
+            checkText({form.key, form.text, _project.term(other).source, other, form.plural,
+                isOneNumber(*form.plural, form.category)});
             checkForm(*form.plural, form.category, form.key, other);
         }
         for(std::size_t i = 0; i != _pluralForms.size(); ++i) checkPlural(_project.plurals()[i], _pluralForms[i]);
@@ -140,9 +148,9 @@ private:
         add(CheckKind::OuterBlanks, one.key, one.term, TextComparison::outerBlanks(one.source, one.text));
         _places.read(one.text);
         _sourcePlaces.read(one.source);
-        if(_places.isEmpty() && _sourcePlaces.isEmpty()) return;
-        add(CheckKind::PlaceholderDiffers, one.key, one.term,
-            TextComparison::placeholders(_sourcePlaces, _places, one.plural ? &one.plural->names : nullptr));
+        const bool areInForms = one.plural && !one.plural->names.empty();
+        if(_places.isEmpty() && _sourcePlaces.isEmpty() && !areInForms) return;
+        checkPlaceholders(one);
         add(CheckKind::FormatDiffers, one.key, one.term, TextComparison::formats(_sourcePlaces, _places));
         add(CheckKind::NestingDiffers, one.key, one.term, TextComparison::nestings(_sourcePlaces, _places));
         // What the source has is found there.
@@ -150,6 +158,22 @@ private:
             TextComparison::unknownNestings(_places, &_sourcePlaces, [&](const Containers::StringView key) {
                 return _project.isNestingTarget(key, _project.term(one.term).nameSpace);
             }));
+    }
+
+    void checkPlaceholders(const Translation& one) {
+        const std::vector<Containers::StringView>* const forms = one.plural ? &one.plural->names : nullptr;
+        Containers::String message = TextComparison::placeholders(_sourcePlaces, _places, forms, one.isOneNumber);
+        const Containers::String braces =
+            TextComparison::wrongBraces(one.source, _sourcePlaces, one.text, _places, forms);
+        if(message.isEmpty()) message = braces;
+        else if(!braces.isEmpty()) message = format("{}; it {}", message, braces);
+        add(CheckKind::PlaceholderDiffers, one.key, one.term, message);
+    }
+
+    /** Whether a form can do without the number, as "one apple" does. */
+    bool isOneNumber(const CheckedPlural& plural, const PluralCategory category) const {
+        const PluralCategories always = PluralCategory::Zero | PluralCategory::One | PluralCategory::Two;
+        return bool((_singleNumbers[std::size_t(plural.kind)] | always) & category);
     }
 
     void checkForm(const CheckedPlural& plural, const PluralCategory category, const Containers::StringView key,
@@ -188,6 +212,8 @@ private:
     bool _isVariant;
     /** What the language needs, by kind. */
     PluralCategories _categories[2];
+    /** Of these, those for one number, by kind. */
+    PluralCategories _singleNumbers[2];
     /** By term. */
     std::vector<Containers::StringView> _texts;
     std::vector<OwnForm> _ownForms;

@@ -42,9 +42,30 @@ TEST(TextComparison, FormsOfAPluralShareTheirPlaceholders) {
     EXPECT_EQ(names[0], "count");
     EXPECT_EQ(names[2], "y");
     EXPECT_EQ(TextComparison::placeholders(one, Placeholders{"{{count}} {{x}} {{y}}"}, &names), "");
-    EXPECT_EQ(TextComparison::placeholders(other, Placeholders{"{{y}}"}, &names), "lacks {{x}} of the source");
+    EXPECT_EQ(
+        TextComparison::placeholders(other, Placeholders{"{{y}}"}, &names), "lacks {{count}} and {{x}} of the source");
+    EXPECT_EQ(TextComparison::placeholders(other, Placeholders{"{{y}}"}, &names, true), "lacks {{x}} of the source");
     EXPECT_EQ(TextComparison::placeholders(one, Placeholders{"{{z}} {{x}}"}, &names),
         "has {{z}}, which the source does not have");
+}
+
+TEST(TextComparison, NamesInOtherThanTwoBracesArePlainText) {
+    const auto braces = [](const char* const source, const char* const text,
+                            const std::vector<Containers::StringView>* const forms = nullptr) {
+        return copied(TextComparison::wrongBraces(source, Placeholders{source}, text, Placeholders{text}, forms));
+    };
+    EXPECT_EQ(braces("{{a}} {{b}}", "{ a } {b, number} {c} {"),
+        "has { a } and {b, number} as plain text, as a placeholder has two braces on each side");
+    EXPECT_EQ(braces("{{a}}", "{{a}"), "has {{a} as plain text, as a placeholder has two braces on each side");
+    EXPECT_EQ(braces("{{a}}", "{a}}"), "has {a}} as plain text, as a placeholder has two braces on each side");
+    EXPECT_EQ(braces("{{a}}", "{a} {{a}}"), "");
+    EXPECT_EQ(braces("{{a}}: {a}", "{a}"), "");
+    EXPECT_EQ(braces("a", "{a} {}"), "");
+    EXPECT_EQ(
+        braces("{{a}}", "{{{{a } b {a"), "has {{{{a } as plain text, as a placeholder has two braces on each side");
+    const std::vector<Containers::StringView> forms{"count"};
+    EXPECT_EQ(braces("One key", "{count}", &forms),
+        "has {count} as plain text, as a placeholder has two braces on each side");
 }
 
 TEST(TextComparison, FormatsAreComparedWithoutBlanks) {
@@ -74,11 +95,13 @@ TEST(TextComparison, UnknownNestingsAreThoseOfATextAlone) {
 }
 
 TEST(TextComparison, MissingFormsAreNamedInTheirOrder) {
-    EXPECT_EQ(TextComparison::missingForms(PluralCategory::Few, "ru"), "lacks the form few, which ru has numbers for");
-    EXPECT_EQ(TextComparison::missingForms(PluralCategory::Zero | PluralCategory::Few, "ar"),
-        "lacks the forms zero and few, which ar has numbers for");
-    EXPECT_EQ(TextComparison::missingForms(PluralCategory::One | PluralCategory::Other | PluralCategory::Few, "ru"),
-        "lacks the forms one, few and other, which ru has numbers for");
+    EXPECT_EQ(TextComparison::missingForms(PluralCategory::Few, "Russian"),
+        "lacks the form few, which Russian has numbers for");
+    EXPECT_EQ(TextComparison::missingForms(PluralCategory::Zero | PluralCategory::Few, "Arabic"),
+        "lacks the forms zero and few, which Arabic has numbers for");
+    EXPECT_EQ(
+        TextComparison::missingForms(PluralCategory::One | PluralCategory::Other | PluralCategory::Few, "Russian"),
+        "lacks the forms one, few and other, which Russian has numbers for");
 }
 
 TEST(TextComparison, OuterBlanksAreShownAsTheyAre) {

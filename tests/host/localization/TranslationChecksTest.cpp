@@ -126,7 +126,8 @@ TEST(TranslationChecks, OrdinalFormsAreThoseOfOrdinalNumbers) {
 
 TEST(TranslationChecks, FormsOfAPluralMayLeaveOutTheNumberAndShareNames) {
     EXPECT_EQ(found(translated({{"a_one", "One apple for {{name}}"}, {"a_other", "{{count}} apples for {{name}}"}},
-                  {{"a_one", "{{count}} Apfel für {{name}}"}, {"a_other", "Äpfel für {{name}}"}})),
+                  {{"a_zero", "Kein Apfel für {{name}}"}, {"a_one", "Ein Apfel für {{name}}"},
+                      {"a_other", "{{count}} Äpfel für {{name}}"}})),
         "");
     // What another form of the source has is there, too.
     EXPECT_EQ(found(translated({{"a_one", "One apple"}, {"a_other", "{{count}} apples of {{all}}"}},
@@ -138,8 +139,37 @@ TEST(TranslationChecks, FormsOfAPluralMayLeaveOutTheNumberAndShareNames) {
         "placeholder-differs: localization/de.json: /a_other: lacks {{all}} of the source\n");
     // A form that only the other language has is compared with "other".
     EXPECT_EQ(found(translated({{"a_one", "Door {{x}}"}, {"a_other", "{{count}} doors {{x}}"}},
-                  {{"a_one", "{{x}} A"}, {"a_few", "B"}, {"a_many", "{{x}} C"}, {"a_other", "{{x}} D"}}, "ru")),
+                  {{"a_one", "{{x}} A"}, {"a_few", "{{count}} B"}, {"a_many", "{{count}} {{x}} C"},
+                      {"a_other", "{{count}} {{x}} D"}},
+                  "ru")),
         "placeholder-differs: localization/ru.json: /a_few: lacks {{x}} of the source\n");
+}
+
+TEST(TranslationChecks, FormsForSeveralNumbersNeedTheNumber) {
+    const auto forms = [](const std::initializer_list<std::pair<std::string, std::string>> translations,
+                           const char* const code) {
+        return found(translated({{"k_one", "One key"}, {"k_other", "{{count}} keys"}}, translations, code));
+    };
+    EXPECT_EQ(forms({{"k_one", "Ein Schlüssel"}, {"k_other", "viele"}}, "de"),
+        "placeholder-differs: localization/de.json: /k_other: lacks {{count}} of the source\n");
+    EXPECT_EQ(forms({{"k_one", "1"}, {"k_few", "few"}, {"k_many", "many"}, {"k_other", "{{count}}"}}, "ru"),
+        "placeholder-differs: localization/ru.json: /k_few: lacks {{count}} of the source\n"
+        "placeholder-differs: localization/ru.json: /k_many: lacks {{count}} of the source\n");
+    // 3 and 6 alone
+    EXPECT_EQ(forms({{"k_zero", "0"}, {"k_one", "1"}, {"k_two", "2"}, {"k_few", "3"}, {"k_many", "6"},
+                        {"k_other", "{{count}}"}},
+                  "cy"),
+        "");
+}
+
+TEST(TranslationChecks, FindPlaceholdersInSingleBraces) {
+    EXPECT_EQ(found(translated({{"a", "Hi {{name}}"}}, {{"a", "Hallo {name}"}})),
+        "placeholder-differs: localization/de.json: /a: lacks {{name}} of the source; it has {name} as plain text, as "
+        "a placeholder has two braces on each side\n");
+    EXPECT_EQ(found(translated({{"k_one", "One key"}, {"k_other", "{{count}} keys"}},
+                  {{"k_one", "{count} Schlüssel"}, {"k_other", "{{count}} Schlüssel"}})),
+        "placeholder-differs: localization/de.json: /k_one: has {count} as plain text, as a placeholder has two braces "
+        "on each side\n");
 }
 
 TEST(TranslationChecks, LookAtTranslatableTermsWithASourceAlone) {
