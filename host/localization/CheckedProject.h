@@ -24,6 +24,7 @@ enum class CheckKind : unsigned char {
     ReservedKey,
     SameAsSource,
     OuterBlanks,
+    OnlyBlanks,
     SourceGone,
     SameSource,
     SilencedWithoutReason,

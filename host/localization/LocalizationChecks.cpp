@@ -31,6 +31,7 @@ constexpr LocalizationCheck Checks[]{
     {"reserved-key"_s, FindingSeverity::Warning, "a key has a name that programs lose"_s},
     {"same-as-source"_s, FindingSeverity::Hint, "a translation is the same as its source"_s},
     {"outer-blanks"_s, FindingSeverity::Warning, "a translation begins or ends with other blanks than its source"_s},
+    {"only-blanks"_s, FindingSeverity::Error, "a translation has nothing but blanks, so it shows nothing"_s},
     {"source-gone"_s, FindingSeverity::Error, "a term has no source text"_s},
     {"same-source"_s, FindingSeverity::Warning, "two terms have one source text"_s},
     {"silenced-without-reason"_s, FindingSeverity::Warning, "a silencing gives no reason, so it silences nothing"_s},

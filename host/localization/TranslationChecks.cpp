@@ -9,6 +9,7 @@
 #include "DocumentLookup.h"
 #include "JsonPath.h"
 #include "Placeholders.h"
+#include "TextBlanks.h"
 #include "TextComparison.h"
 
 namespace QuorvaneEngine {
@@ -31,6 +32,8 @@ Containers::StringView viewOf(const rapidjson::Value& text) { return {text.GetSt
 Containers::StringView baseLanguage(const Containers::StringView code) {
     return code.prefix(code.findOr('-', code.end()).begin());
 }
+
+bool isBlank(const Containers::StringView text) { return TextBlanks::trimmed(text).isEmpty(); }
 
 /** A text that is checked, and where. */
 struct Translation {
@@ -143,6 +146,11 @@ private:
             if(!_isVariant && TextComparison::hasLetters(one.text))
                 add(CheckKind::SameAsSource, one.key, one.term,
                     format("is the same as the source: {}", TextComparison::shown(one.text)));
+            return;
+        }
+        if(isBlank(one.text)) {
+            if(!isBlank(one.source))
+                add(CheckKind::OnlyBlanks, one.key, one.term, "has nothing but blanks, and shows nothing"_s);
             return;
         }
         add(CheckKind::OuterBlanks, one.key, one.term, TextComparison::outerBlanks(one.source, one.text));

@@ -79,6 +79,13 @@ TEST(TranslationChecks, AFormThatIsNotTranslatableProvesAPluralAndIsAskedOfNobod
     EXPECT_EQ(found(plural("true", "false", R"("a_one": {"text": "{{count}} ключ"})")), "");
 }
 
+TEST(TranslationChecks, FindTranslationsThatShowNothing) {
+    EXPECT_EQ(found(translated({{"a", "Hi {{name}} "}}, {{"a", "  \u00a0\n"}})),
+        "only-blanks: localization/de.json: /a: has nothing but blanks, and shows nothing\n");
+    // As the source does
+    EXPECT_EQ(found(translated({{"a", " "}}, {{"a", "  "}})), "");
+}
+
 TEST(TranslationChecks, FindFormsThatAPluralLacks) {
     const std::string forms =
         "plural-missing: localization/ru.json: /a_other: lacks the forms few and many, which Russian has "
