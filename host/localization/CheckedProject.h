@@ -27,6 +27,10 @@ enum class CheckKind : unsigned char {
     OnlyBlanks,
     SourceGone,
     SameSource,
+    WrongType,
+    LanguageUnknown,
+    LanguageUnlisted,
+    DefaultTwice,
     SilencedWithoutReason,
     UnknownCheck
 };

@@ -8,6 +8,7 @@
 #include "CheckedProject.h"
 #include "DocumentLookup.h"
 #include "Parallel.h"
+#include "ProjectChecks.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "TermChecks.h"
 #include "TranslationChecks.h"
@@ -34,6 +35,11 @@ constexpr LocalizationCheck Checks[]{
     {"only-blanks"_s, FindingSeverity::Error, "a translation has nothing but blanks, so it shows nothing"_s},
     {"source-gone"_s, FindingSeverity::Error, "a term has no source text"_s},
     {"same-source"_s, FindingSeverity::Warning, "two terms have one source text"_s},
+    {"wrong-type"_s, FindingSeverity::Warning, "a value has another type than it must have, so it counts as missing"_s},
+    {"language-unknown"_s, FindingSeverity::Error, "`/languages` has a code that no language has, so it is left out"_s},
+    {"language-unlisted"_s, FindingSeverity::Warning,
+        "there are translations into a language that `/languages` does not have"_s},
+    {"default-twice"_s, FindingSeverity::Warning, "more than one language is marked as default"_s},
     {"silenced-without-reason"_s, FindingSeverity::Warning, "a silencing gives no reason, so it silences nothing"_s},
     {"unknown-check"_s, FindingSeverity::Warning, "a silencing names a check that does not exist"_s},
 };
@@ -69,8 +75,10 @@ LocalizationFindings checkLocalization(const rapidjson::Value& root, const Local
     forEachInParallel(
         findings.size(),
         [&](const std::size_t i) {
-            if(i == 0) checkTerms(project, findings[0]);
-            else checkTranslations(project, codes[i - 1], findings[i]);
+            if(i == 0) {
+                checkProject(project, findings[0]);
+                checkTerms(project, findings[0]);
+            } else checkTranslations(project, codes[i - 1], findings[i]);
         },
         options.progress);
     for(std::size_t i = 1; i != findings.size(); ++i) findings[0].append(std::move(findings[i]));

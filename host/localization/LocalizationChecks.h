@@ -35,8 +35,8 @@ struct LocalizationCheckOptions {
     Progress* progress = nullptr;
 };
 
-/** Checks the terms of a project and their translations. Only reads the document, whatever it holds: values of another type than
-    documented count as missing. May run on any thread while nobody changes the document, and uses all cores. Takes time in proportion
+/** Checks the languages and terms of a project and its translations. Only reads the document, whatever it holds: values of another
+    type than documented count as missing, which is a finding itself. May run on any thread while nobody changes the document, and uses all cores. Takes time in proportion
     to the document.
 
     Translations are checked of those terms alone that are translatable and have a source text; empty ones are missing, which

@@ -61,7 +61,7 @@ public:
     LocalizationFindings(LocalizationFindings&&) noexcept;
     LocalizationFindings& operator=(LocalizationFindings&&) noexcept;
 
-    /** What is about the terms first, in the project's order, then what is about each language. */
+    /** What is about the project itself first, then about the terms, in the project's order, then about each language's texts. */
     Containers::ArrayView<const LocalizationFinding> findings() const { return _findings; }
 
     /** How many there are of a severity, without those that are silenced. */

@@ -13,8 +13,8 @@ TEST(LocalizationChecks, HaveNamesThatAreNotForAnybodyToChange) {
     EXPECT_EQ(names,
         "error placeholder-differs\nwarning format-differs\nerror nesting-differs\nerror nesting-unknown\n"
         "warning plural-missing\nhint plural-extra\nerror leaf-and-branch\nwarning reserved-key\nhint same-as-source\n"
-        "warning outer-blanks\nerror only-blanks\nerror source-gone\nwarning same-source\nwarning "
-        "silenced-without-reason\n"
+        "warning outer-blanks\nerror only-blanks\nerror source-gone\nwarning same-source\nwarning wrong-type\n"
+        "error language-unknown\nwarning language-unlisted\nwarning default-twice\nwarning silenced-without-reason\n"
         "warning unknown-check\n");
     for(const LocalizationCheck& check: localizationChecks()) EXPECT_FALSE(check.description.isEmpty());
 }
@@ -77,13 +77,21 @@ TEST(LocalizationChecks, TakeAnyDocument) {
         rapidjson::Document document;
         document.Parse(json);
         LocalizationCheckOptions options;
-        options.defaultLanguage = FallbackLanguage;
-        EXPECT_EQ(checkLocalization(document, options).findings().size(), 0u) << json;
-        options.defaultLanguage = ~UnsignedInt{};
-        EXPECT_EQ(checkLocalization(document, options).findings().size(), 0u) << json;
+        for(const UnsignedInt language: {FallbackLanguage, ~UnsignedInt{}}) {
+            options.defaultLanguage = language;
+            const LocalizationFindings findings = checkLocalization(document, options);
+            for(const LocalizationFinding& finding: findings.findings()) EXPECT_EQ(finding.check, "wrong-type") << json;
+        }
     }
     EXPECT_EQ(found(R"({"localization": {"terms": {"a": 1, "b": [], "c": {"sourceText": 1, "translatable": "yes",
         "silenced": []}, "": {"silenced": "x"}}, "translations": {"de": {"a": {"text": "A"}, "c": "C", "": {"text": []}}}}})"),
+        "wrong-type: project.json: /localization/terms/a: is a number, but must be an object\n"
+        "wrong-type: project.json: /localization/terms/b: is an array, but must be an object\n"
+        "wrong-type: project.json: /localization/terms/c/sourceText: /sourceText is a number, but must be a string\n"
+        "wrong-type: project.json: /localization/terms/c/translatable: /translatable is a string, but must be true or "
+        "false\n"
+        "wrong-type: project.json: /localization/terms/c/silenced: /silenced is an array, but must be an object\n"
+        "wrong-type: project.json: /localization/terms//silenced: /silenced is a string, but must be an object\n"
         "source-gone: project.json: /localization/terms/a: names no source text\n"
         "source-gone: project.json: /localization/terms/b: names no source text\n"
         "source-gone: project.json: /localization/terms/c: names no source text\n"
