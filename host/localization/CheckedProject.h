@@ -27,6 +27,8 @@ enum class CheckKind : unsigned char {
     OnlyBlanks,
     SourceGone,
     SameSource,
+    TermUnknown,
+    StateUnknown,
     WrongType,
     LanguageUnknown,
     LanguageUnlisted,

@@ -1,5 +1,7 @@
 #include "TranslationChecks.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <vector>
 
 #include <Corrade/Utility/Format.h>
@@ -8,7 +10,10 @@
 #include "../document/ProjectStorage.h"
 #include "DocumentLookup.h"
 #include "JsonPath.h"
+#include "LocalizationStatus.h"
+#include "NameSearch.h"
 #include "Placeholders.h"
+#include "ProjectTypes.h"
 #include "TextBlanks.h"
 #include "TextComparison.h"
 
@@ -67,9 +72,11 @@ public:
             for(const PluralKind kind: {PluralKind::Cardinal, PluralKind::Ordinal})
                 _singleNumbers[std::size_t(kind)] = singleNumberCategories(code, kind);
         _file = _isFile ? findings.texts().add(format("localization/{}.json", code)) : "project.json"_s;
+        if(!_isFile) _folder = jsonPath({"localization"_s, "translations"_s, code});
     }
 
     void run() {
+        checkTypes();
         readTranslations();
         for(UnsignedInt i = 0; i != _texts.size(); ++i) {
             if(_texts[i].isEmpty()) continue;
@@ -90,16 +97,46 @@ public:
     }
 
 private:
+    void checkTypes() {
+        Int last = -1;
+        ProjectTypes::checkTranslations(_project.root(), _code,
+            [&](const std::vector<Containers::StringView>& names, const char* const is, const char* const mustBe) {
+                constexpr std::size_t KeyPlace = 3;
+                const Containers::StringView key = names[KeyPlace];
+                const Int term = _project.terms().findKey(key, last);
+                const Containers::String path =
+                    jsonPath(Containers::arrayView(names.data() + KeyPlace + 1, names.size() - KeyPlace - 1));
+                add(CheckKind::WrongType, _file, format("{}{}", pathOf({key}), path), key,
+                    term == -1 ? CheckedProject::NoTerm : UnsignedInt(term), ProjectTypes::wrongType(path, is, mustBe));
+            });
+    }
+
+    void checkState(const rapidjson::Value& translation, const Containers::StringView key, const UnsignedInt term) {
+        const rapidjson::Value* const state = memberOf(&translation, "state"_s);
+        if(!state || !state->IsString() || !state->GetStringLength()) return;
+        std::vector<Containers::StringView> names;
+        for(const TranslationState known: {TranslationState::Draft, TranslationState::Review, TranslationState::Done})
+            names.push_back(translationStateName(known));
+        const Containers::StringView name = viewOf(*state);
+        if(std::find(names.begin(), names.end(), name) != names.end()) return;
+        const Containers::StringView nearest = nearestName(name, Containers::arrayView(names.data(), names.size()));
+        Containers::String message =
+            format("has the state {}, which does not exist, and counts as done", TextComparison::shown(name));
+        if(!nearest.isEmpty()) message = format("{}; did you mean {}?", message, nearest);
+        add(CheckKind::StateUnknown, _file, pathOf({key, "state"_s}), key, term, message);
+    }
+
     void readTranslations() {
         const rapidjson::Value* const all = memberOf(memberOf(&_project.root(), "localization"_s), "translations"_s);
         const rapidjson::Value* const translations = memberOf(all, _code);
         if(!translations || !translations->IsObject()) return;
         Int last = -1;
         for(const auto& member: translations->GetObject()) {
-            const rapidjson::Value* const text = memberOf(&member.value, "text"_s);
-            if(!text || !text->IsString() || !text->GetStringLength()) continue;
             const Containers::StringView key = viewOf(member.name);
             const Int term = _project.terms().findKey(key, last);
+            checkState(member.value, key, term == -1 ? CheckedProject::NoTerm : UnsignedInt(term));
+            const rapidjson::Value* const text = memberOf(&member.value, "text"_s);
+            if(!text || !text->IsString() || !text->GetStringLength()) continue;
             if(term == -1) addOwnForm(key, viewOf(*text));
             else if(_project.isTranslated(_project.term(std::size_t(term)))) addText(std::size_t(term), viewOf(*text));
         }
@@ -115,6 +152,7 @@ private:
     void addOwnForm(const Containers::StringView key, const Containers::StringView text) {
         OwnForm form{key, text, nullptr, {}};
         form.plural = _project.pluralOf(key, form.category);
+        if(!form.plural) add(CheckKind::TermUnknown, key, CheckedProject::NoTerm, "no term has this key"_s);
         if(!form.plural || !_project.isTranslated(_project.term(form.plural->otherTerm()))) return;
         formsOf(*form.plural) |= form.category;
         _ownForms.push_back(form);
@@ -124,11 +162,15 @@ private:
         return _pluralForms[std::size_t(&plural - _project.plurals().data())];
     }
 
+    /** The path in its file of what members lead to from a language's translations. */
+    Containers::String pathOf(const std::initializer_list<Containers::StringView> names) const {
+        return format("{}{}", _folder, jsonPath(names));
+    }
+
     void add(const CheckKind kind, const Containers::StringView key, const UnsignedInt term,
         const Containers::StringView message) {
         if(message.isEmpty()) return;
-        add(kind, _file, _isFile ? jsonPath({key}) : jsonPath({"localization"_s, "translations"_s, _code, key}), key,
-            term, message);
+        add(kind, _file, pathOf({key}), key, term, message);
     }
 
     void add(const CheckKind kind, const Containers::StringView file, const Containers::StringView path,
@@ -214,6 +256,8 @@ private:
     LocalizationFindings& _findings;
     Containers::StringView _code;
     Containers::StringView _file;
+    /** Where translations are in their file. */
+    Containers::String _folder;
     /** Whether the language has a file of its own. */
     bool _isFile;
     /** Whether the language is one that the sources are written in, in another country. */

@@ -181,10 +181,44 @@ TEST(TranslationChecks, FindPlaceholdersInSingleBraces) {
 
 TEST(TranslationChecks, LookAtTranslatableTermsWithASourceAlone) {
     EXPECT_EQ(found(R"({"localization": {"strings": {"a": "{{x}} A", "c": ""}, "terms": {
-        "a": {"sourceText": "/localization/strings/a"},
+        "a": {"sourceText": "/localization/strings/a", "translatable": false},
         "c": {"sourceText": "/localization/strings/c", "translatable": true}},
-        "translations": {"de": {"a": {"text": "B "}, "c": {"text": " C"}, "d": {"text": "D {{x}}"}}}}})"),
+        "translations": {"de": {"a": {"text": "B "}, "c": {"text": " C"}}}}})"),
         "");
+}
+
+TEST(TranslationChecks, FindTranslationsUnderKeysThatNoTermHas) {
+    EXPECT_EQ(found(translated({{"a_one", "A"}, {"a_other", "B"}, {"b", "B"}},
+                  {{"c", "C"}, {"b_few", "D"}, {"gone:x", "E"}, {"empty", ""}, {"a_one", "F"}, {"a_few", "G"},
+                      {"a_many", "H"}, {"a_other", "I"}},
+                  "ru")),
+        "term-unknown: localization/ru.json: /c: no term has this key\n"
+        "term-unknown: localization/ru.json: /b_few: no term has this key\n"
+        "term-unknown: localization/ru.json: /gone:x: no term has this key\n");
+}
+
+TEST(TranslationChecks, FindStatesThatDoNotExist) {
+    const auto state = [](const char* const value) {
+        return found(R"({"localization": {"strings": {"a/b": "A"}, "terms": {
+            "a/b": {"sourceText": "/localization/strings/a~1b", "translatable": true}},
+            "translations": {"de": {"a/b": {"text": "B", "state": )" +
+            std::string{value} + "}}}}}");
+    };
+    EXPECT_EQ(state(R"("dreft")"),
+        "state-unknown: localization/de.json: /a~1b/state: has the state dreft, which does not exist, and counts as "
+        "done; did you mean draft?\n");
+    EXPECT_EQ(state(R"("to be looked at")"),
+        "state-unknown: localization/de.json: /a~1b/state: has the state to be looked at, which does not exist, and "
+        "counts as done\n");
+    for(const char* const value: {R"("draft")", R"("review")", R"("done")", R"("")"}) EXPECT_EQ(state(value), "");
+}
+
+TEST(TranslationChecks, FindTranslationsOfAWrongType) {
+    EXPECT_EQ(found(R"({"localization": {"translations": {"de": {"a_text": "Hallo", "b": {"text": 1}},
+        "no code": {"c": []}}}})"),
+        "wrong-type: localization/de.json: /a_text: is a string, but must be an object\n"
+        "wrong-type: localization/de.json: /b/text: /text is a number, but must be a string\n"
+        "wrong-type: project.json: /localization/translations/no code/c: is an array, but must be an object\n");
 }
 
 TEST(TranslationChecks, NameTheFileThatHasTheText) {
