@@ -27,6 +27,7 @@ enum class CheckKind : unsigned char {
     OnlyBlanks,
     SourceGone,
     SameSource,
+    TranslatableMissing,
     TermUnknown,
     StateUnknown,
     WrongType,

@@ -35,6 +35,7 @@ constexpr LocalizationCheck Checks[]{
     {"only-blanks"_s, FindingSeverity::Error, "a translation has nothing but blanks, so it shows nothing"_s},
     {"source-gone"_s, FindingSeverity::Error, "a term has no source text"_s},
     {"same-source"_s, FindingSeverity::Warning, "two terms have one source text"_s},
+    {"translatable-missing"_s, FindingSeverity::Hint, "a term does not say whether it is translatable, so it is not"_s},
     {"term-unknown"_s, FindingSeverity::Warning, "a translation has a key that no term has"_s},
     {"state-unknown"_s, FindingSeverity::Warning,
         "a translation has a state that does not exist, so it counts as done"_s},

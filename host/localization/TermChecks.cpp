@@ -55,6 +55,7 @@ public:
               pluralCategories(project.defaultCode(), PluralKind::Ordinal)} {}
 
     void run() {
+        const rapidjson::Value* const terms = memberOf(memberOf(&_project.root(), "localization"_s), "terms"_s);
         auto silencing = _project.voidSilencings().begin();
         for(; isAt(silencing, CheckedProject::NoTerm); ++silencing) checkSilencing(*silencing);
         auto conflict = _project.conflicts().begin();
@@ -63,6 +64,7 @@ public:
             for(; conflict != _project.conflicts().end() && conflict->term == i; ++conflict) checkConflict(*conflict);
             checkKey(i);
             checkSource(i);
+            checkTranslatable(i, terms->MemberBegin()[std::ptrdiff_t(i)].value);
             checkNestings(i);
             checkPlural(i);
         }
@@ -128,6 +130,12 @@ private:
             add(CheckKind::SameSource, index,
                 format("has the same source text as {}: {}", printable(_project.term(first->second).key),
                     TextComparison::shown(term.sourceText)));
+    }
+
+    /** @param value    of the term in the document, which has them in the same order */
+    void checkTranslatable(const UnsignedInt index, const rapidjson::Value& value) {
+        if(!_project.term(index).source.isEmpty() && !memberOf(&value, "translatable"_s))
+            add(CheckKind::TranslatableMissing, index, "does not say whether it is translatable, so it is not"_s);
     }
 
     void checkNestings(const UnsignedInt index) {

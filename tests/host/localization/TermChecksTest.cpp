@@ -32,7 +32,7 @@ TEST(TermChecks, KeysInAFlatNamespaceAreNoBranches) {
 TEST(TermChecks, TermsThatAreNotExportedAreInNobodysWay) {
     EXPECT_EQ(found(R"({"localization": {"strings": {"a": "A", "b": "B"}, "terms": {
         "a": {"sourceText": "/localization/strings/a", "translatable": true},
-        "a.b": {"sourceText": "/localization/strings/b"}}}})"),
+        "a.b": {"sourceText": "/localization/strings/b", "translatable": false}}}})"),
         "");
 }
 
@@ -59,7 +59,7 @@ TEST(TermChecks, FindANamespaceThatTheLibraryDoesNotSee) {
 TEST(TermChecks, FindTermsWithoutASource) {
     EXPECT_EQ(found(R"({"objects": {"door": {"text": 1, "title": ""}}, "name": "N", "localization": {"terms": {
         "a": {"sourceText": "/objects/gone/text", "translatable": true}, "b": {"sourceText": "/objects/door/text"},
-        "c": {}, "d": {"sourceText": "gone"}, "e": {"sourceText": "name"}, "f": {"sourceText": "/objects/door/title"}}}})"),
+        "c": {}, "d": {"sourceText": "gone"}, "e": {"sourceText": "name", "translatable": false}, "f": {"sourceText": "/objects/door/title"}}}})"),
         "source-gone: project.json: /localization/terms/a: leads to /objects/gone/text, which is not there\n"
         "source-gone: project.json: /localization/terms/b: leads to /objects/door/text, which is no text\n"
         "source-gone: project.json: /localization/terms/c: names no source text\n"
@@ -69,10 +69,19 @@ TEST(TermChecks, FindTermsWithoutASource) {
 
 TEST(TermChecks, FindTermsThatShareTheirSource) {
     EXPECT_EQ(found(R"({"name": "N", "other": "N", "localization": {"terms": {
-        "a": {"sourceText": "/name", "translatable": true}, "b": {"sourceText": "name"}, "c": {"sourceText": "/name"},
-        "d": {"sourceText": "/other"}}}})"),
+        "a": {"sourceText": "/name", "translatable": true}, "b": {"sourceText": "name", "translatable": false},
+        "c": {"sourceText": "/name", "translatable": false}, "d": {"sourceText": "/other", "translatable": true}}}})"),
         "same-source: project.json: /localization/terms/b: has the same source text as a: name\n"
         "same-source: project.json: /localization/terms/c: has the same source text as a: /name\n");
+}
+
+TEST(TermChecks, FindTermsThatDoNotSayWhetherTheyAreTranslatable) {
+    EXPECT_EQ(found(R"({"name": "N", "title": "T", "localization": {"terms": {"a": {"sourceText": "name"},
+        "b": {"sourceText": "title", "translatable": false}}}})"),
+        "translatable-missing: project.json: /localization/terms/a: does not say whether it is translatable, so it is "
+        "not\n");
+    EXPECT_FALSE(
+        findingsOf(R"({"name": "N", "localization": {"terms": {"a": {"sourceText": "name"}}}})").hasProblems());
 }
 
 TEST(TermChecks, FindNestingsThatLeadNowhere) {
@@ -84,7 +93,7 @@ TEST(TermChecks, FindNestingsThatLeadNowhere) {
         "key\n");
     EXPECT_EQ(found(R"({"localization": {"strings": {"a": "$t(b)!", "b": "B"}, "terms": {
         "a": {"sourceText": "/localization/strings/a", "translatable": true},
-        "b": {"sourceText": "/localization/strings/b"}}}})"),
+        "b": {"sourceText": "/localization/strings/b", "translatable": false}}}})"),
         "nesting-unknown: project.json: /localization/terms/a: has $t(b), and no exported term has this key\n");
 }
 
@@ -124,8 +133,8 @@ TEST(TermChecks, FindFormsThatThePluralsOfTheSourceLack) {
 
 TEST(TermChecks, FindSilencingsThatSilenceNothing) {
     EXPECT_EQ(found(R"({"name": "N", "localization": {"checks": {"same-source": "", "no\nsuch": "why"}, "terms": {
-        "a": {"sourceText": "name"},
-        "b/": {"sourceText": "name", "silenced": {"same-source": " \n", "source-gone": 1, "same-sorce": "why"}}}}})"),
+        "a": {"sourceText": "name", "translatable": true},
+        "b/": {"sourceText": "name", "translatable": true, "silenced": {"same-source": " \n", "source-gone": 1, "same-sorce": "why"}}}}})"),
         "silenced-without-reason: project.json: /localization/checks/same-source: silences nothing, as same-source is "
         "given no reason\n"
         "unknown-check: project.json: /localization/checks/no\nsuch: silences nothing, as there is no check "
@@ -141,8 +150,8 @@ TEST(TermChecks, FindSilencingsThatSilenceNothing) {
 
 TEST(TermChecks, AreSilencedWithTheTermOrTheCheck) {
     EXPECT_EQ(found(R"({"name": "N", "localization": {"checks": {"source-gone": "later"}, "terms": {
-        "a": {"sourceText": "/gone"}, "b": {"sourceText": "name"},
-        "c": {"sourceText": "name", "silenced": {"same-source": "the same by law"}},
+        "a": {"sourceText": "/gone"}, "b": {"sourceText": "name", "translatable": true},
+        "c": {"sourceText": "name", "translatable": true, "silenced": {"same-source": "the same by law"}},
         "d": {"sourceText": "/gone", "silenced": {"source-gone": "never"}}}}})"),
         "source-gone: project.json: /localization/terms/a: leads to /gone, which is not there [later]\n"
         "same-source: project.json: /localization/terms/c: has the same source text as b: name [the same by law]\n"
