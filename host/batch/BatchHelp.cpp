@@ -52,16 +52,17 @@ With any but 0 the project is as it was.)"},
     {BatchCommand::Check, "check", "looks for mistakes in terms and translations",
         R"(Looks for mistakes in terms and translations, and prints a line for each:
   <file>: <term>: <severity>: <what is wrong> [<name of the check>]
-Errors and warnings fail the check, hints do not. A finding can be silenced in the
-project, with a reason.
+Errors and warnings fail the check, hints do not; with --severity all that is
+printed does. A finding can be silenced in the project, with a reason.
 )",
         R"(Examples:
   quorvane-localize check game
   quorvane-localize check game --languages de --json
+  quorvane-localize check game --severity error
 
 Exit codes:
-  0  no error and no warning that is not silenced
-  1  an error or a warning
+  0  no error and no warning that is not silenced; none of the --severity
+  1  an error or a warning; one of the --severity or above
   2  wrong usage
   3  the project cannot be read)"},
     {BatchCommand::Export, "export", "writes a file for each language",
@@ -109,6 +110,8 @@ const OptionText BatchOptionTexts[]{
         Import, true},
     {BatchOption::Default, "--default", "CODE", "en", "Language of the source texts, where the project has none yet",
         Status | Check | Export | Import, false},
+    {BatchOption::Severity, "--severity", "LEVEL", "error",
+        "Only findings of this level and above: error, warning, hint", Check, false},
     {BatchOption::Pseudo, "--pseudo", nullptr, nullptr, "Also a made-up language, en-XA: accents, longer, in brackets",
         Export, false},
     {BatchOption::DryRun, "--dry-run", nullptr, nullptr, "Only tell what would be done", Gather | Export | Import,

@@ -208,13 +208,24 @@ std::string readPlaces(const Parsing& parsing, BatchOptions& options) {
     return {};
 }
 
+std::string readSeverity(const Parsing& parsing, BatchOptions& options) {
+    if(!parsing.has(BatchOption::Severity)) return {};
+    const std::string name = parsing.text(BatchOption::Severity);
+    for(const FindingSeverity severity: {FindingSeverity::Error, FindingSeverity::Warning, FindingSeverity::Hint}) {
+        if(findingSeverityName(severity) != viewed(name)) continue;
+        options.severity = severity;
+        return {};
+    }
+    return "--severity takes error, warning or hint, and not \"" + name + '"';
+}
+
 std::string readOptions(const Parsing& parsing, BatchOptions& options) {
     options.project = parsing.project();
     if(options.project.empty()) return "the project's folder has an empty name";
     options.isPseudo = parsing.has(BatchOption::Pseudo);
     options.isDryRun = parsing.has(BatchOption::DryRun);
     options.isJson = parsing.has(BatchOption::Json);
-    for(const auto read: {readPlaces, readLanguages, readMap})
+    for(const auto read: {readPlaces, readLanguages, readMap, readSeverity})
         if(std::string wrong = read(parsing, options); !wrong.empty()) return wrong;
     if(!parsing.has(BatchOption::Default)) return {};
     UnsignedInt language = 0;

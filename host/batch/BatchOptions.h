@@ -6,6 +6,7 @@
 #include <Corrade/Containers/Optional.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "localization/LocalizationFindings.h"
 
 namespace QuorvaneEngine {
 
@@ -48,6 +49,9 @@ struct BatchOptions {
 
     /** Index into @ref AllLanguages ; -1 where none was given. */
     Int defaultLanguage = -1;
+
+    /** Findings below it are left out. */
+    Containers::Optional<FindingSeverity> severity;
 
     bool isPseudo = false;
     bool isDryRun = false;

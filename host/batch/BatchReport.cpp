@@ -5,7 +5,6 @@
 
 #include "batch/BatchOutput.h"
 #include "batch/TextTable.h"
-#include "localization/LocalizationFindings.h"
 #include "localization/LocalizationReport.h"
 
 namespace QuorvaneEngine {
@@ -55,7 +54,7 @@ void printReport(const LocalizationReport& report, const bool isDetailed, BatchO
 
 void addReport(const LocalizationReport& report, rapidjson::Document& object) { addMembers(report.json(), object); }
 
-void printFindings(const LocalizationFindings& findings, BatchOutput& output) {
+void printFindings(const LocalizationFindings& findings, BatchOutput& output, const FindingSeverity least) {
     for(const LocalizationFinding& finding: findings.findings()) {
         if(!finding.silenced.isEmpty()) continue;
         std::string line = string(finding.file) + ": ";
@@ -63,9 +62,10 @@ void printFindings(const LocalizationFindings& findings, BatchOutput& output) {
         line += string(findingSeverityName(finding.severity)) + ": " + string(finding.message);
         output.print(line + " [" + string(finding.check) + ']');
     }
-    std::string sum = counted(findings.count(FindingSeverity::Error), "error") + ", " +
-        counted(findings.count(FindingSeverity::Warning), "warning") + ", " +
-        counted(findings.count(FindingSeverity::Hint), "hint");
+    std::string sum;
+    for(const FindingSeverity severity: {FindingSeverity::Error, FindingSeverity::Warning, FindingSeverity::Hint})
+        if(severity <= least)
+            sum += (sum.empty() ? "" : ", ") + counted(findings.count(severity), string(findingSeverityName(severity)));
     if(findings.silencedCount()) sum += "; " + std::to_string(findings.silencedCount()) + " silenced";
     output.print(sum);
 }

@@ -3,11 +3,11 @@
 #include <rapidjson/document.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "localization/LocalizationFindings.h"
 
 namespace QuorvaneEngine {
 
 class BatchOutput;
-class LocalizationFindings;
 class LocalizationReport;
 
 /** Prints what an exchange did: a warning for every text that was skipped and for what is worth knowing, and the counts of each
@@ -19,8 +19,10 @@ void printReport(const LocalizationReport& report, bool isDetailed, BatchOutput&
 void addReport(const LocalizationReport& report, rapidjson::Document& object);
 
 /** Prints what checks have found, a line for each finding that is not silenced: file, term, severity, message, and in brackets the name
-    of the check; then how many there are of each severity, and silenced ones. */
-void printFindings(const LocalizationFindings& findings, BatchOutput& output);
+    of the check; then how many there are of each severity, and silenced ones.
+    @param least    the last severity that is counted */
+void printFindings(
+    const LocalizationFindings& findings, BatchOutput& output, FindingSeverity least = FindingSeverity::Hint);
 
 /** Adds the members of @ref LocalizationFindings::toJson() to an object. */
 void addFindings(const LocalizationFindings& findings, rapidjson::Document& object);

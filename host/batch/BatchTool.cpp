@@ -110,13 +110,15 @@ BatchResult check(Run& run) {
     Progress progress;
     const LocalizationCheckOptions options{run.project.defaultLanguage(),
         Containers::arrayView(run.options.languages.data(), run.options.languages.size()), &progress};
-    const LocalizationFindings findings = [&] {
+    LocalizationFindings findings = [&] {
         const ProgressLine line{run.output, "checking", progress};
         return checkLocalization(run.project.session().project().document(), options);
     }();
+    const Containers::Optional<FindingSeverity>& least = run.options.severity;
+    if(least) findings.leaveOutBelow(*least);
     if(run.options.isJson) addFindings(findings, run.document);
-    else printFindings(findings, run.output);
-    return findings.hasProblems() ? BatchResult::Problems : BatchResult::Done;
+    else printFindings(findings, run.output, least ? *least : FindingSeverity::Hint);
+    return findings.hasProblems(least ? *least : FindingSeverity::Warning) ? BatchResult::Problems : BatchResult::Done;
 }
 
 /** The folder that a file is in, "." where its path names none. */

@@ -60,6 +60,21 @@ void LocalizationFindings::append(LocalizationFindings&& other) {
     other = LocalizationFindings{};
 }
 
+bool LocalizationFindings::hasProblems(const FindingSeverity least) const {
+    for(std::size_t severity = 0; severity <= std::size_t(least); ++severity)
+        if(_counts[severity]) return true;
+    return false;
+}
+
+void LocalizationFindings::leaveOutBelow(const FindingSeverity least) {
+    Containers::Array<LocalizationFinding> all = std::move(_findings);
+    _findings = {};
+    _silenced = 0;
+    for(UnsignedInt& count: _counts) count = 0;
+    for(const LocalizationFinding& finding: all)
+        if(finding.severity <= least) add(finding);
+}
+
 void LocalizationFindings::addTo(LocalizationReport& report) const {
     // Findings of one language come together.
     Containers::StringView code;

@@ -69,8 +69,8 @@ public:
 
     UnsignedInt silencedCount() const { return _silenced; }
 
-    /** Whether there are errors or warnings that are not silenced. */
-    bool hasProblems() const { return count(FindingSeverity::Error) || count(FindingSeverity::Warning); }
+    /** Whether there are findings of a severity, or of a higher one, that are not silenced. */
+    bool hasProblems(FindingSeverity least = FindingSeverity::Warning) const;
 
     /** As one JSON object: `errors`, `warnings`, `hints` and `silenced` with the numbers of findings, and `findings`, an array of
         objects with `check`, `severity`, `file`, `path`, `term`, `language`, `message` and, where the finding is silenced,
@@ -87,6 +87,9 @@ public:
 
     /** Adds those of another collection behind its own. */
     void append(LocalizationFindings&& other);
+
+    /** Forgets those of a lower severity, silenced ones, too. */
+    void leaveOutBelow(FindingSeverity least);
 
     /** Memory for the texts of findings. */
     TextArena& texts() { return _texts; }

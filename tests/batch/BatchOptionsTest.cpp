@@ -184,7 +184,14 @@ TEST(BatchOptions, TheExamplesOfAllHelpsAreRightUsage) {
         EXPECT_TRUE(parsed.options) << line << '\n' << parsed.error;
         ++count;
     }
-    EXPECT_EQ(count, 14);
+    EXPECT_EQ(count, 15);
+}
+
+TEST(BatchOptions, ACheckMayHaveASeverity) {
+    EXPECT_FALSE(parse("check").options->severity);
+    EXPECT_EQ(*parse("check --severity error").options->severity, FindingSeverity::Error);
+    EXPECT_EQ(*parse("check --severity=warning").options->severity, FindingSeverity::Warning);
+    EXPECT_EQ(*parse("check game --severity hint").options->severity, FindingSeverity::Hint);
 }
 
 struct Wrong {
@@ -242,6 +249,9 @@ TEST(BatchOptions, WhatIsWrongIsSaidInTwoLinesAndEndsWithTwo) {
             "--map takes a name and a code, as in --map enGB=en-GB, and not \"=en-GB\""},
         {"import --from x --map enGB=", " import",
             "--map takes a name and a code, as in --map enGB=en-GB, and not \"enGB=\""},
+        {"check --severity", " check", "--severity needs a LEVEL, as in --severity error"},
+        {"check --severity errors", " check", "--severity takes error, warning or hint, and not \"errors\""},
+        {"status --severity error", " status", "--severity is an option of check, not of status"},
         {"import --from x --map enGB=en-GB,enGB=en", " import", "--map says twice what enGB is"},
     };
     for(const Wrong& wrong: cases) {

@@ -109,6 +109,14 @@ TEST(BatchReport, SilencedFindingsAreCountedAndNotPrinted) {
         "1 error, 1 warning, 2 hints; 1 silenced\n");
 }
 
+TEST(BatchReport, SeveritiesThatAreLeftOutAreNotCounted) {
+    KeptOutput kept;
+    printFindings(findings(false), kept.output, FindingSeverity::Warning);
+    EXPECT_NE(kept.out().find("\n1 error, 1 warning\n"), std::string::npos) << kept.out();
+    printFindings(LocalizationFindings{}, kept.output, FindingSeverity::Error);
+    EXPECT_NE(kept.out().find("\n0 errors\n"), std::string::npos) << kept.out();
+}
+
 TEST(BatchReport, MachinesGetSilencedFindingsToo) {
     rapidjson::Document object{rapidjson::kObjectType};
     addFindings(findings(true), object);

@@ -326,6 +326,25 @@ TEST_F(LocalizeProgram, CheckPrintsEveryFindingAndEndsWithOneWhereThereAreErrors
     EXPECT_STREQ(document["findings"][0]["check"].GetString(), "placeholder-differs");
 }
 
+TEST_F(LocalizeProgram, ACheckTellsAndCountsFromASeverityUpwards) {
+    desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}, "de": {}}, "localization": {"terms": {
+        "save": {"sourceText": "/a", "translatable": true}, "logo": {"sourceText": "/b", "translatable": true}}},
+        "a": "Save ", "b": "Quorvane"})");
+    desk.write("small/localization/de.json", R"({"save": {"text": "Sichern"}, "logo": {"text": "Quorvane"}})");
+    const std::string warning =
+        "localization/de.json: save: warning: ends with no blank where the source has \" \" [outer-blanks]\n";
+    EXPECT_EQ(told({"check", "small", "--severity", "error"}), "0 errors\n--\n-- 0");
+    EXPECT_EQ(told({"check", "small", "--severity", "warning"}), warning + "0 errors, 1 warning\n--\n-- 1");
+    const rapidjson::Document document = json({"check", "small", "--severity", "error"}, 0);
+    EXPECT_EQ(document["warnings"].GetInt(), 0);
+    EXPECT_EQ(document["findings"].Size(), 0u);
+
+    desk.write("small/localization/de.json", R"({"logo": {"text": "Quorvane"}})");
+    EXPECT_EQ(told({"check", "small", "--severity", "hint"}),
+        "localization/de.json: logo: hint: is the same as the source: Quorvane [same-as-source]\n"
+        "0 errors, 0 warnings, 1 hint\n--\n-- 1");
+}
+
 TEST_F(LocalizeProgram, HintsAndSilencedFindingsDoNotFailACheck) {
     desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}, "de": {}}, "localization": {"terms": {
         "save": {"sourceText": "/a", "translatable": true, "silenced": {"placeholder-differs": "the name is not shown"}},

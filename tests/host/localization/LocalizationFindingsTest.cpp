@@ -96,6 +96,32 @@ TEST(LocalizationFindings, ComeIntoTheReportWhereTheyMatter) {
     EXPECT_EQ(report.lines()[2].language, LocalizationReport::NoLanguage);
 }
 
+TEST(LocalizationFindings, AreLeftOutBelowASeverity) {
+    LocalizationFindings findings;
+    findings.add(finding(FindingSeverity::Hint, "one"));
+    findings.add(finding(FindingSeverity::Hint, "two", "why"));
+    EXPECT_FALSE(findings.hasProblems());
+    EXPECT_TRUE(findings.hasProblems(FindingSeverity::Hint));
+    findings.add(finding(FindingSeverity::Warning, "three"));
+    findings.add(finding(FindingSeverity::Error, "four", "why"));
+    EXPECT_TRUE(findings.hasProblems());
+    EXPECT_FALSE(findings.hasProblems(FindingSeverity::Error));
+
+    findings.leaveOutBelow(FindingSeverity::Hint);
+    EXPECT_EQ(findings.findings().size(), 4u);
+    EXPECT_EQ(findings.silencedCount(), 2u);
+    findings.leaveOutBelow(FindingSeverity::Warning);
+    ASSERT_EQ(findings.findings().size(), 2u);
+    EXPECT_EQ(findings.findings()[0].message, "three");
+    EXPECT_EQ(findings.findings()[1].message, "four");
+    EXPECT_EQ(findings.count(FindingSeverity::Hint), 0u);
+    EXPECT_EQ(findings.count(FindingSeverity::Warning), 1u);
+    EXPECT_EQ(findings.silencedCount(), 1u);
+    findings.leaveOutBelow(FindingSeverity::Error);
+    ASSERT_EQ(findings.findings().size(), 1u);
+    EXPECT_FALSE(findings.hasProblems(FindingSeverity::Hint));
+}
+
 TEST(LocalizationFindings, NamesOfSeverities) {
     EXPECT_EQ(findingSeverityName(FindingSeverity::Error), "error");
     EXPECT_EQ(findingSeverityName(FindingSeverity::Warning), "warning");
