@@ -119,7 +119,7 @@ bool Ui::checkboxBits(const Containers::StringView name, const int count,
 bool Ui::inputEnum(const Containers::StringView name, const Containers::StringIterable& values) {
     const Scope scope{this, name};
     const Containers::StringView current = JsonObject{project->getValue(scopePath(), false)}.asString();
-    const Int index = RapidJsonUtils::enumStringToValue(current, values);
+    const auto index = std::size_t(RapidJsonUtils::enumStringToValue(current, values));
     valueLabel(name);
 
     const ImGuiStyle& style = ImGui::GetStyle();
@@ -128,7 +128,7 @@ bool Ui::inputEnum(const Containers::StringView name, const Containers::StringIt
     bool isChanged = false;
     // What is none of the values is shown as it is, so that it can be seen and repaired.
     if(const ComboGuard combo{ImGui::BeginCombo(
-           "##val", ImGuiText{index < 0 ? current : values[std::size_t(index)]}, ImGuiComboFlags_None)})
+           "##val", ImGuiText{index < values.size() ? values[index] : current}, ImGuiComboFlags_None)})
         for(std::size_t i = 0; i != values.size(); ++i) {
             const IdGuard id{int(i)};
             if(!ImGui::Selectable(ImGuiText{values[i]})) continue;
