@@ -87,6 +87,7 @@ void EditorFrame::execute(Command command) {
     case Command::OpenProject: return chooseProject();
     case Command::Save: save(); return;
     case Command::PreviewImport: return _exchange.askForImport();
+    case Command::CheckTerms: return _exchange.askForCheck();
     case Command::Quit:
         _exchange.stop();
         _nextProject = {};
@@ -129,8 +130,8 @@ void EditorFrame::draw() {
     const bool unsaved = hasProject && _session->hasUnsavedChanges();
     const ChangeManager& changes = _session->changes();
     const bool settled = !changes.isGroupOpen();
-    _command = MainMenu::draw(
-        _session->state(), {unsaved, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
+    _command = MainMenu::draw(_session->state(),
+        {unsaved, hasProject, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
     if(StatusBar::draw(_session->folder(), unsaved, *_log)) {
         bool& open = _session->state().isViewOpen(_messagesView);
         open = !open;

@@ -16,8 +16,8 @@
 #include "Ui/Ui.h"
 #include "app/ImportPreview.h"
 #include "app/MessagePanel.h"
+#include "app/ProgressBox.h"
 #include "app/Widgets.h"
-#include "localization/Progress.h"
 
 namespace QuorvaneEngine {
 
@@ -27,7 +27,7 @@ namespace {
 
 constexpr const char* Name = "Preview Import";
 
-constexpr float Width = 640.0f;
+constexpr float Width = ProgressBox::Width;
 constexpr std::size_t PathCapacity = 4096;
 constexpr std::size_t SearchCapacity = 64;
 
@@ -41,7 +41,10 @@ bool matches(const Language& language, Containers::StringView search) {
 
 }
 
-ImportPopup::ImportPopup(): _path{Corrade::ValueInit, PathCapacity}, _search{Corrade::ValueInit, SearchCapacity} {}
+ImportPopup::ImportPopup()
+    : _language{FallbackLanguage},
+      _path{Corrade::ValueInit, PathCapacity},
+      _search{Corrade::ValueInit, SearchCapacity} {}
 
 void ImportPopup::open(const Containers::StringView path, const bool asksForLanguage) {
     _isOpen = _focusesPath = true;
@@ -163,31 +166,11 @@ void ImportPopup::drawReasons() const {
 }
 
 ImportPopup::Request ImportPopup::drawProgress(const ImportPreview& preview) {
-    const Progress& progress = preview.progress();
-    const float width = Widgets::scaled(Width);
-    {
-        const Widgets::BlockScope block{width};
-        const bool reads = preview.state() == ImportPreview::State::Reading;
-        Widgets::heading(ICON_FA_FILE_IMPORT, reads ? "Reading and checking the files" : "Comparing with the project");
-        Widgets::paleText(preview.path());
-        if(preview.isApplying()) Widgets::text("Once more, because the project has changed since the preview."_s);
-        ImGui::Spacing();
-    }
-    const UnsignedInt total = progress.total;
-    const UnsignedInt done = std::min<UnsignedInt>(progress.done, total);
-    {
-        StyleGuard style;
-        style.color(ImGuiCol_PlotHistogram, ImGui::GetStyleColorVec4(ImGuiCol_SliderGrab));
-        // A bar that knows no end walks to and fro.
-        ImGui::ProgressBar(total ? float(done) / float(total) : -float(ImGui::GetTime()), {width, 0.0f}, "");
-    }
-    ImGui::Spacing();
-    const bool isCancelled = progress.isCancelled;
-    const DisabledGuard disabled{isCancelled};
-    const bool isPressed = ImGui::Button(isCancelled ? "Cancelling...###Cancel" : "Cancel###Cancel");
-    ImGui::SameLine();
-    if(total) ImGui::TextDisabled("%u of %u", done, total);
-    return !isCancelled && (isPressed || ImGui::Shortcut(ImGuiKey_Escape)) ? Request::Cancel : Request::None;
+    const bool reads = preview.state() == ImportPreview::State::Reading;
+    const ProgressBox::Texts texts{ICON_FA_FILE_IMPORT,
+        reads ? "Reading and checking the files" : "Comparing with the project", preview.path(),
+        preview.isApplying() ? "Once more, because the project has changed since the preview."_s : ""_s};
+    return ProgressBox::draw(texts, preview.progress()) ? Request::Cancel : Request::None;
 }
 
 }

@@ -55,7 +55,7 @@ private:
     bool _isOpen = false;
     bool _focusesPath = false;
     bool _asksForLanguage = false;
-    UnsignedInt _language = 0;
+    UnsignedInt _language;
     /** NUL-terminated, both. */
     Containers::Array<char> _path;
     Containers::Array<char> _search;

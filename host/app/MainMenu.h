@@ -7,7 +7,18 @@
 namespace QuorvaneEngine {
 
 /** What the user can ask the host for, by menu or by keys. It is done between two frames. */
-enum class Command : std::uint8_t { None, OpenProject, Save, PreviewImport, Quit, Undo, Redo, ReloadModules, About };
+enum class Command : std::uint8_t {
+    None,
+    OpenProject,
+    Save,
+    PreviewImport,
+    CheckTerms,
+    Quit,
+    Undo,
+    Redo,
+    ReloadModules,
+    About
+};
 
 namespace MainMenu {
 
@@ -15,6 +26,7 @@ namespace MainMenu {
 struct Available {
     bool save = false;
     bool previewImport = false;
+    bool checkTerms = false;
     bool undo = false;
     bool redo = false;
 };

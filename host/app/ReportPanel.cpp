@@ -41,9 +41,10 @@ constexpr float MinSearchWidth = 160.0f;
 constexpr float MaxSearchWidth = 360.0f;
 
 /* By LocalizationRun::Kind */
-constexpr const char* KindIcons[]{ICON_FA_LIST_CHECK, ICON_FA_FILE_EXPORT, ICON_FA_FILE_IMPORT};
-constexpr const char* UndoLabels[]{
-    ICON_FA_ROTATE_LEFT "  Undo this gathering###Undo", nullptr, ICON_FA_ROTATE_LEFT "  Undo this import###Undo"};
+constexpr const char* KindIcons[]{
+    ICON_FA_LIST_CHECK, ICON_FA_FILE_EXPORT, ICON_FA_FILE_IMPORT, ICON_FA_MAGNIFYING_GLASS};
+constexpr const char* UndoLabels[]{ICON_FA_ROTATE_LEFT "  Undo this gathering###Undo", nullptr,
+    ICON_FA_ROTATE_LEFT "  Undo this import###Undo", nullptr};
 
 const char* undoLabel(const LocalizationRun& run) { return UndoLabels[std::size_t(run.kind)]; }
 
@@ -98,7 +99,8 @@ ReportPanel::Action ReportPanel::draw(const QuorvaneEditor& editor, const std::s
     show(run, mode);
     if(!window) return Action::None;
     if(!_run) {
-        Widgets::paleText("What gathering, export and import have done is reported here."_s);
+        Widgets::paleText(
+            "What gathering, export and import have done, and what checks have found, is reported here."_s);
         return Action::None;
     }
     findObstacle(editor);

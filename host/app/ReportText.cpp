@@ -47,6 +47,7 @@ constexpr Kind Kinds[]{
     {"No terms were gathered", "Gathering found no new texts", "Gathered new terms"},
     {"Nothing was exported to {}", "Exported to {}", "Exported to {}"},
     {"Nothing was imported from {}", "The import from {} changed nothing", "Imported from {}"},
+    {"The terms were not checked", "Checked the terms", "Checked the terms"},
 };
 
 /** A text as one cell of a table: what would end it is a blank. */
@@ -97,7 +98,8 @@ Containers::String summary(const LocalizationRun& run) {
         const Containers::StringView name = number == 1 ? Outcomes[i].one : Outcomes[i].many;
         text.append(name.data(), name.size());
     }
-    return text.empty() ? Containers::String{"nothing to do"_s} : Containers::String{text.data(), text.size()};
+    if(text.empty()) return run.kind == LocalizationRun::Kind::Check ? "nothing was found"_s : "nothing to do"_s;
+    return Containers::String{text.data(), text.size()};
 }
 
 Containers::String time(const LocalizationRun& run) {

@@ -58,6 +58,7 @@ TermExchange::TermExchange(EditorSession& session, JobSystem& jobs, MessageLog& 
       _folderDialog{folderDialog},
       _archiveDialog{archiveDialog},
       _preview{session.editor(), jobs, fileSystem},
+      _check{session.editor(), jobs},
       _panelView{session.state().registerView(DockLayout::Report)} {
     session.state().isViewOpen(_panelView) = false;
 }
@@ -71,7 +72,9 @@ void TermExchange::askForImport() {
 void TermExchange::prepare() {
     executeRequest(std::exchange(_request, ImportPopup::Request::None));
     executeAction(std::exchange(_action, ReportPanel::Action::None));
+    executeCheck(std::exchange(_checkRequest, CheckPopup::Request::None));
     react(_preview.update());
+    _check.update();
     noticeRun();
 }
 
@@ -118,6 +121,18 @@ Int TermExchange::defaultLanguage(Containers::String& reason) const {
         reason = "project.json: /languages: marks no language that the editor knows as default; \"Repair\" in the "
                  "Localization view does"_s;
     return NoLanguage;
+}
+
+void TermExchange::executeCheck(const CheckPopup::Request request) {
+    if(request == CheckPopup::Request::Cancel) {
+        _check.cancel();
+        return _log->note("The terms were not checked");
+    }
+    if(request == CheckPopup::Request::None) return;
+    Containers::String reason;
+    const Int language = defaultLanguage(reason);
+    if(language == NoLanguage) Corrade::Utility::Warning{} << reason;
+    else _check.start(UnsignedInt(language));
 }
 
 void TermExchange::executeAction(const ReportPanel::Action action) {
@@ -185,6 +200,7 @@ void TermExchange::draw() {
         _action = _panel.draw(_session->editor(), run, mode, &open);
     }
     _request = _popup.draw(_preview);
+    _checkRequest = _checkPopup.draw(_check);
     // A popup that closes gives the keyboard back, and with it the front.
     if(_bringsPanelToFront && !ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup)) {
         _bringsPanelToFront = false;
@@ -193,13 +209,17 @@ void TermExchange::draw() {
 }
 
 void TermExchange::stop() {
-    if(isBusy()) _preview.discard();
+    if(_preview.isRunning()) _preview.discard();
+    _check.discard();
     _popup.close();
+    _checkPopup.close();
 }
 
 void TermExchange::reset() {
     _popup.close();
+    _checkPopup.close();
     _preview.discard();
+    _check.discard();
     _noticed = nullptr;
     _path = {};
 }

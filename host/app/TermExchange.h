@@ -6,9 +6,11 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "app/CheckPopup.h"
 #include "app/ImportPopup.h"
 #include "app/ImportPreview.h"
 #include "app/ReportPanel.h"
+#include "app/TermCheck.h"
 
 namespace QuorvaneEngine {
 
@@ -16,8 +18,8 @@ class EditorSession;
 class FileSystem;
 class MessageLog;
 
-/** What the editor itself does for the exchange of terms: the preview of an import, and the report of the last gathering, export
-    or import, whoever started it.
+/** What the editor itself does for the exchange of terms: the preview of an import, the checks of terms, and the report of the last
+    gathering, export, import or check, whoever started it.
 
     The report's window opens by itself and comes to the front after a run that was refused, left something out or has something to
     tell, since the status bar has room for one line alone; after any other run that line tells the counts, and the window stays as
@@ -38,6 +40,9 @@ public:
     /** Lets the user preview an import. */
     void askForImport();
 
+    /** Checks the terms, and reports what is found. */
+    void askForCheck() { _checkPopup.open(); }
+
     /** Does what the user asked for in the last frame, and goes on with what runs. Between two frames. */
     void prepare();
 
@@ -51,16 +56,17 @@ public:
     void reset();
 
     /** Whether something runs that the user waits for. */
-    bool isBusy() const { return _preview.isRunning(); }
+    bool isBusy() const { return _preview.isRunning() || _check.isRunning(); }
 
     /** Whether another thread reads the project now, which therefore must not change. */
-    bool readsProject() const { return _preview.readsProject(); }
+    bool readsProject() const { return _preview.readsProject() || _check.readsProject(); }
 
     /** Whether an import brought languages to the project since the last call. */
     bool takeNewLanguages() { return std::exchange(_hasNewLanguages, false); }
 
 private:
     void executeRequest(ImportPopup::Request request);
+    void executeCheck(CheckPopup::Request request);
     void executeAction(ReportPanel::Action action);
     void choose(PathDialog dialog, Containers::StringView title);
     void start();
@@ -77,9 +83,12 @@ private:
     PathDialog _archiveDialog;
     ImportPreview _preview;
     ImportPopup _popup;
+    TermCheck _check;
+    CheckPopup _checkPopup;
     ReportPanel _panel;
     UnsignedInt _panelView;
     ImportPopup::Request _request = ImportPopup::Request::None;
+    CheckPopup::Request _checkRequest = CheckPopup::Request::None;
     ReportPanel::Action _action = ReportPanel::Action::None;
     std::shared_ptr<const LocalizationRun> _noticed;
     Containers::String _path;

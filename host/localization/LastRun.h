@@ -12,11 +12,11 @@ namespace QuorvaneEngine {
 
 /** What a tool was asked for, and what came of it. */
 struct LocalizationRun {
-    enum class Kind { Gathering, Export, Import };
+    enum class Kind { Gathering, Export, Import, Check };
 
     Kind kind;
 
-    /** Folder or archive, absolute; empty for a gathering. */
+    /** Folder or archive, absolute; empty for a gathering and a check. */
     Containers::String path;
 
     LocalizationReport report;

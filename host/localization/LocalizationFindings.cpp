@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Utility/Format.h>
 
 #include "../document/JsonText.h"
 #include "LanguageLookup.h"
@@ -80,13 +81,16 @@ void LocalizationFindings::addTo(LocalizationReport& report) const {
     Containers::StringView code;
     UnsignedInt language = LocalizationReport::NoLanguage;
     for(const LocalizationFinding& finding: _findings) {
-        if(finding.severity == FindingSeverity::Hint || !finding.silenced.isEmpty()) continue;
+        if(!finding.silenced.isEmpty()) continue;
         if(finding.language != code) {
             code = finding.language;
             const Int found = findLanguage(code);
             language = found == -1 ? LocalizationReport::NoLanguage : UnsignedInt(found);
         }
-        report.add(language, TermOutcome::Notice, finding.term, finding.check + ": "_s + finding.message, finding.file);
+        report.add(language, TermOutcome::Notice, finding.term,
+            Corrade::Utility::format(
+                "{}: {} [{}]", findingSeverityName(finding.severity), finding.message, finding.check),
+            finding.file);
     }
 }
 

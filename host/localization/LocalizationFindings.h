@@ -77,8 +77,8 @@ public:
         `silenced`, all of them texts. No newline at the end. */
     Containers::String toJson() const;
 
-    /** Adds the errors and warnings that are not silenced to the report of an exchange, as notices that begin with the name of the
-        check. */
+    /** Adds those that are not silenced to a report, as notices that begin with the severity and end with the name of the check in
+        brackets. */
     void addTo(LocalizationReport& report) const;
 
     /** Adds a finding. Its check is a literal; its other texts stay with the caller, who may have put them into

@@ -89,7 +89,7 @@ protected:
 
 TEST_F(ReportPanelTest, WithoutARunItSaysWhatItIsFor) {
     run = nullptr;
-    EXPECT_TRUE(shows("What gathering, export and import have done is reported here."));
+    EXPECT_TRUE(shows("What gathering, export and import have done, and what checks have found, is reported here."));
 }
 
 TEST_F(ReportPanelTest, ShowsWhatWasDoneTheCountsAndTheLines) {

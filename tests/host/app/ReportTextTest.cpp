@@ -30,6 +30,7 @@ TEST(ReportText, TheHeadlineSaysWhatWasDoneWithWhat) {
     EXPECT_EQ(ReportText::headline(runOf(Kind::Import), false), "Imported from /here/i18n");
     EXPECT_EQ(ReportText::headline(runOf(Kind::Export), false), "Exported to /here/i18n");
     EXPECT_EQ(ReportText::headline(runOf(Kind::Gathering), false), "Gathered new terms");
+    EXPECT_EQ(ReportText::headline(runOf(Kind::Check), false), "Checked the terms");
 }
 
 TEST(ReportText, TheHeadlineOfARunThatChangedNothingSaysSo) {

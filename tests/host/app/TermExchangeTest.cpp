@@ -474,6 +474,50 @@ TEST_F(TermExchangeTest, TheReportComesToTheFrontOfTheMessages) {
     }));
 }
 
+TEST_F(TermExchangeTest, TermsAreCheckedAndTheReportShowsWhatWasFound) {
+    session.changes().pushChange(
+        "/localization/translations/de/door/text", Containers::StringView{"Pforte {{name}}"}, false);
+    const std::string edited = document();
+    EXPECT_TRUE(play("check", [this](ImGuiTestContext& user) {
+        choose(user, "File/Check terms");
+        for(int i = 0; i != 1000 && !lastRun(session.editor()); ++i) user.Yield();
+        user.Yield(5);
+        IM_CHECK(!isShown("Check Terms"));
+        IM_CHECK(isShown("Localization Report"));
+    }));
+    ASSERT_TRUE(lastRun(session.editor()));
+    const LocalizationReport& report = lastRun(session.editor())->report;
+    ASSERT_EQ(report.lines().size(), 1u);
+    EXPECT_EQ(report.lines()[0].term, "door");
+    EXPECT_EQ(report.lines()[0].reason, "error: has {{name}}, which the source does not have [placeholder-differs]");
+    EXPECT_EQ(report.languages().size(), 2u);
+    EXPECT_TRUE(says("Checked the terms: 1 notice"));
+    EXPECT_EQ(document(), edited);
+}
+
+TEST_F(TermExchangeTest, ChecksThatFindNothingSaySoInTheStatusBar) {
+    EXPECT_TRUE(play("check", [this](ImGuiTestContext& user) {
+        choose(user, "File/Check terms");
+        for(int i = 0; i != 1000 && !lastRun(session.editor()); ++i) user.Yield();
+        user.Yield(5);
+        IM_CHECK(!isShown("Check Terms"));
+    }));
+    EXPECT_FALSE(isOpen());
+    EXPECT_TRUE(says("Checked the terms: nothing was found"));
+}
+
+TEST_F(TermExchangeTest, AProjectWithoutADefaultLanguageIsNotChecked) {
+    files.put("/other/project.json", R"({"languages": {"de": {}}})");
+    ASSERT_TRUE(frame.open("/other"));
+    EXPECT_TRUE(play("no default", [](ImGuiTestContext& user) {
+        choose(user, "File/Check terms");
+        user.Yield(5);
+        IM_CHECK(!isShown("Check Terms"));
+    }));
+    EXPECT_FALSE(lastRun(session.editor()));
+    EXPECT_TRUE(log.last()->text.contains("marks no language")) << log.last()->text.data();
+}
+
 TEST_F(TermExchangeTest, AnotherRunTakesThePlaceOfAPreview) {
     EXPECT_TRUE(play("another run", [this](ImGuiTestContext& user) {
         preview(user);

@@ -84,16 +84,17 @@ TEST(LocalizationFindings, ComeIntoTheReportWhereTheyMatter) {
 
     LocalizationReport report;
     findings.addTo(report);
-    ASSERT_EQ(report.lines().size(), 3u);
-    EXPECT_EQ(report.lines()[0].language, LocalizationReport::NoLanguage);
-    EXPECT_EQ(report.lines()[0].outcome, TermOutcome::Notice);
-    EXPECT_EQ(report.lines()[0].term, "a");
-    EXPECT_EQ(report.lines()[0].reason, "check: three");
-    EXPECT_EQ(report.lines()[0].file, "project.json");
-    EXPECT_EQ(report.lines()[1].language, UnsignedInt(findLanguage("de")));
-    EXPECT_EQ(report.lines()[1].reason, "check: four");
-    EXPECT_EQ(report.lines()[1].file, "localization/de.json");
-    EXPECT_EQ(report.lines()[2].language, LocalizationReport::NoLanguage);
+    ASSERT_EQ(report.lines().size(), 4u);
+    EXPECT_EQ(report.lines()[0].reason, "hint: one [check]");
+    EXPECT_EQ(report.lines()[1].language, LocalizationReport::NoLanguage);
+    EXPECT_EQ(report.lines()[1].outcome, TermOutcome::Notice);
+    EXPECT_EQ(report.lines()[1].term, "a");
+    EXPECT_EQ(report.lines()[1].reason, "error: three [check]");
+    EXPECT_EQ(report.lines()[1].file, "project.json");
+    EXPECT_EQ(report.lines()[2].language, UnsignedInt(findLanguage("de")));
+    EXPECT_EQ(report.lines()[2].reason, "warning: four [check]");
+    EXPECT_EQ(report.lines()[2].file, "localization/de.json");
+    EXPECT_EQ(report.lines()[3].language, LocalizationReport::NoLanguage);
 }
 
 TEST(LocalizationFindings, AreLeftOutBelowASeverity) {
