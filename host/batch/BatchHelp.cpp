@@ -88,13 +88,14 @@ and change source texts, the others change translations. Nothing is deleted: a
 term that no file has keeps its texts, and an empty text changes nothing.
 )",
         R"(Examples:
-  quorvane-localize import game --from i18n --dry-run
+  quorvane-localize import game --from i18n --dry-run --check
   quorvane-localize import game --from i18n.zip --map enGB=en-GB
 
 Exit codes:
   0  done, also where texts were skipped; each is told with the reason
   1  done, but texts were left out whose keys have no place beside others; each is
-     told. Or a file is refused, or the project cannot take it: nothing is done
+     told. Or --check found an error or a warning. Or a file is refused, or the
+     project cannot take it: then nothing is done
   2  wrong usage
   3  something cannot be read, or the project not be saved
 With 2 and 3, and where something is refused, the project is as it was.)"},
@@ -114,6 +115,8 @@ const OptionText BatchOptionTexts[]{
         "Only findings of this level and above: error, warning, hint", Check, false},
     {BatchOption::Pseudo, "--pseudo", nullptr, nullptr, "Also a made-up language, en-XA: accents, longer, in brackets",
         Export, false},
+    {BatchOption::Check, "--check", nullptr, nullptr, "Also check the languages that were read, as \"check\" does",
+        Import, false},
     {BatchOption::DryRun, "--dry-run", nullptr, nullptr, "Only tell what would be done", Gather | Export | Import,
         false},
     {BatchOption::Json, "--json", nullptr, nullptr, "Print one JSON document, for machines",

@@ -54,6 +54,7 @@ struct BatchOptions {
     Containers::Optional<FindingSeverity> severity;
 
     bool isPseudo = false;
+    bool isChecked = false;
     bool isDryRun = false;
     bool isJson = false;
 };

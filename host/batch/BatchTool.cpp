@@ -106,14 +106,16 @@ BatchResult gather(Run& run) {
     return BatchResult::Done;
 }
 
-BatchResult check(Run& run) {
+LocalizationFindings findingsOf(Run& run, const Containers::ArrayView<const UnsignedInt> languages) {
     Progress progress;
-    const LocalizationCheckOptions options{run.project.defaultLanguage(),
-        Containers::arrayView(run.options.languages.data(), run.options.languages.size()), &progress};
-    LocalizationFindings findings = [&] {
-        const ProgressLine line{run.output, "checking", progress};
-        return checkLocalization(run.project.session().project().document(), options);
-    }();
+    const LocalizationCheckOptions options{run.project.defaultLanguage(), languages, &progress};
+    const ProgressLine line{run.output, "checking", progress};
+    return checkLocalization(run.project.session().project().document(), options);
+}
+
+BatchResult check(Run& run) {
+    LocalizationFindings findings =
+        findingsOf(run, Containers::arrayView(run.options.languages.data(), run.options.languages.size()));
     const Containers::Optional<FindingSeverity>& least = run.options.severity;
     if(least) findings.leaveOutBelow(*least);
     if(run.options.isJson) addFindings(findings, run.document);
@@ -216,13 +218,21 @@ BatchResult importTerms(Run& run) {
     }
 
     for(const UnsignedInt language: missing) report.add(language, TermOutcome::Notice, {}, "has no file among these");
-    if(!run.options.isDryRun) {
+    bool hasProblems = report.hasConflicts();
+    // What is not saved is gone with the process, and can be checked before.
+    if(!run.options.isDryRun || run.options.isChecked) {
         Containers::Array<UnsignedInt> languages;
         import.apply(languages);
-        if(const BatchResult result = run.project.save(); result != BatchResult::Done) return result;
     }
+    if(run.options.isChecked) {
+        const LocalizationFindings findings = findingsOf(run, import.languages());
+        findings.addTo(report);
+        hasProblems = hasProblems || findings.hasProblems();
+    }
+    if(!run.options.isDryRun)
+        if(const BatchResult result = run.project.save(); result != BatchResult::Done) return result;
     tell(run, report);
-    return report.hasConflicts() || import.lacksLanguages() ? BatchResult::Problems : BatchResult::Done;
+    return hasProblems || import.lacksLanguages() ? BatchResult::Problems : BatchResult::Done;
 }
 
 BatchResult runCommand(Run& run) {

@@ -223,6 +223,24 @@ TEST_F(LocalizeProgram, MachinesGetOneDocumentAlsoWhereTheCommandLineIsWrong) {
     EXPECT_EQ(run({"--help", "--json"}).out, run({"--help"}).out);
 }
 
+TEST_F(LocalizeProgram, AnImportChecksWhatItHasBrought) {
+    desk.write("theirs/de.json", R"({"key": " Schlüssel"})");
+    const std::string before = desk.read("small/localization/de.json");
+    const std::string finding =
+        "localization/de.json: key: warning: begins with \" \" where the source has no blank [outer-blanks]\n";
+    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+                              "de            1        0          0             0        0\n";
+    EXPECT_EQ(told({"import", "small", "--from", "theirs", "--dry-run", "--check"}),
+        "de.json: key: added\n" + table + "--\n" + finding + "-- 1");
+    EXPECT_EQ(desk.read("small/localization/de.json"), before);
+    EXPECT_EQ(told({"import", "small", "--from", "theirs", "--check"}), table + "--\n" + finding + "-- 1");
+    EXPECT_NE(desk.read("small/localization/de.json"), before);
+    EXPECT_EQ(run({"import", "small", "--from", "theirs"}).exitCode, 0);
+    EXPECT_EQ(json({"import", "small", "--from", "theirs", "--check"}, 1)["lines"].Size(), 1u);
+    desk.write("theirs/de.json", R"({"key": "Schlüssel"})");
+    EXPECT_EQ(run({"import", "small", "--from", "theirs", "--check"}).exitCode, 0);
+}
+
 TEST_F(LocalizeProgram, AnImportWhoseKeysHaveNoPlaceIsDoneAndEndsWithOne) {
     desk.write("theirs/de.json", R"({"door": {"handle": "Klinke"}, "key": "Schlüssel"})");
     EXPECT_EQ(told({"import", "small", "--from", "theirs"}),
