@@ -65,6 +65,11 @@ public:
         @param entry    index among @ref entries() */
     Containers::StringView spelling(std::size_t entry) const;
 
+    /** @param entry    one of @ref entries() */
+    Containers::StringView spelling(const CatalogueEntry& entry) const {
+        return spelling(std::size_t(&entry - _entries.data()));
+    }
+
     /** Whether the file has the shape of a flat one: every value at the root is no container, and at least one key has a ".", a ":"
         or a blank. */
     bool isFlat() const;

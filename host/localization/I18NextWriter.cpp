@@ -11,6 +11,7 @@
 #include "Catalogue.h"
 #include "FileOrder.h"
 #include "JsonOutput.h"
+#include "KeptValues.h"
 #include "TermKey.h"
 #include "TermTree.h"
 
@@ -71,6 +72,7 @@ private:
     }
 
     void value(const Int term, const rapidjson::Value& value) {
+        if(const Containers::StringView spelling = spellingOf(value); !spelling.isEmpty()) return _out.put(spelling);
         const auto number = std::lower_bound(_numbers.begin(), _numbers.end(), Number{term, nullptr, {}});
         const bool isThere =
             number != _numbers.end() && number->term == term && value.IsNumber() && *number->value == value;

@@ -24,7 +24,7 @@ struct TermTexts {
     they are but for control characters. Terms with neither text nor value are left out, and branches that hold nothing with
     them; elements missing from an array before its last one are null. May run on several threads with one tree.
 
-    Numbers are written in the fewest digits that read back as the same; where @p order has the same number at the same place, they
+    Numbers are written as @ref spellingOf() has them, or else in the fewest digits that read back as the same; where @p order has the same number at the same place, they
     are written as they are there.
     @param tree     holds every key that any language has
     @param order    the file as it stands, whose order is kept: what is new there comes after its nearest neighbour in the tree

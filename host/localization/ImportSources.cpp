@@ -150,7 +150,7 @@ void ImportSources::compareValue(const File& file, const CatalogueEntry& entry) 
     Containers::String reason;
     if(!_terms.addValue(file.nameSpace, entry.key, reason))
         return file.report.addConflict(_language, key, reason, file.file.path);
-    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry);
+    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry, file.file.catalogue.spelling(entry));
     file.add(_language, outcome, key);
     if(outcome != TermOutcome::Unchanged) file.kept.add(key, describeValue(*entry.value));
 }

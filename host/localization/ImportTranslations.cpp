@@ -94,7 +94,7 @@ void ImportTranslations::compareValue(const File& file, const CatalogueEntry& en
 
 void ImportTranslations::keep(const File& file, const CatalogueEntry& entry, const Containers::StringView key,
     KeptNotice& notice, const Containers::StringView reason) {
-    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry);
+    const TermOutcome outcome = _values.keep(key, file.nameSpace, entry, file.file.catalogue.spelling(entry));
     file.add(outcome, key);
     if(outcome != TermOutcome::Unchanged) notice.add(key, reason);
 }

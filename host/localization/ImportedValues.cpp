@@ -15,7 +15,17 @@ using namespace Containers::Literals;
 
 namespace {
 
-bool isSame(const rapidjson::Value& known, const CatalogueEntry& entry) {
+/** The spelling of a number, where it is not ours. */
+Containers::StringView ownSpelling(const CatalogueEntry& entry, const Containers::StringView spelling) {
+    if(!entry.value || !entry.value->IsNumber()) return {};
+    std::string ours;
+    appendJsonNumber(ours, *entry.value);
+    return spelling == Containers::StringView{ours.data(), ours.size()} ? Containers::StringView{} : spelling;
+}
+
+bool isSame(const rapidjson::Value& known, const CatalogueEntry& entry, const Containers::StringView spelling) {
+    if(!spelling.isEmpty()) return spellingOf(known) == spelling;
+    if(!spellingOf(known).isEmpty()) return false;
     if(entry.value) return isSameValue(known, *entry.value);
     return known.IsString() && Containers::StringView{known.GetString(), known.GetStringLength()} == entry.text;
 }
@@ -28,12 +38,13 @@ ImportedValues::ImportedValues(
 
 ImportedValues::~ImportedValues() = default;
 
-TermOutcome ImportedValues::keep(
-    const Containers::StringView key, const UnsignedInt nameSpace, const CatalogueEntry& entry) {
+TermOutcome ImportedValues::keep(const Containers::StringView key, const UnsignedInt nameSpace,
+    const CatalogueEntry& entry, const Containers::StringView spelling) {
+    const Containers::StringView own = ownSpelling(entry, spelling);
     const Int known = _known.find(key);
     const KeptValues::Entry* const before = known == -1 ? nullptr : &_known.entries()[std::size_t(known)];
-    if(before && isSame(*before->value, entry)) return TermOutcome::Unchanged;
-    _changes.push_back({_memory.add(key), &entry, nameSpace, before ? before->position : -1});
+    if(before && isSame(*before->value, entry, own)) return TermOutcome::Unchanged;
+    _changes.push_back({_memory.add(key), &entry, nameSpace, before ? before->position : -1, own});
     return before ? TermOutcome::Changed : TermOutcome::Added;
 }
 
@@ -43,7 +54,7 @@ bool ImportedValues::drop(const Containers::StringView key) {
     _isDropped.resize(_known.entries().size());
     _isDropped[std::size_t(known)] = true;
     const KeptValues::Entry& entry = _known.entries()[std::size_t(known)];
-    _changes.push_back({entry.key, nullptr, UnsignedInt(entry.place.nameSpace), entry.position});
+    _changes.push_back({entry.key, nullptr, UnsignedInt(entry.place.nameSpace), entry.position, {}});
     return true;
 }
 
@@ -76,8 +87,14 @@ void ImportedValues::collect(ProjectEdit& edit) {
             [this](const std::size_t i) { return _changes[i].position; },
             [this](const std::size_t i, rapidjson::Document& out) {
                 const CatalogueEntry* const entry = _changes[i].entry;
+                const Containers::StringView spelling = _changes[i].spelling;
                 if(!entry) out.Null();
-                else if(entry->value) entry->value->Accept(out);
+                else if(!spelling.isEmpty()) {
+                    out.StartObject();
+                    out.Key("number", 6, true);
+                    out.String(spelling.data(), rapidjson::SizeType(spelling.size()), true);
+                    out.EndObject(1);
+                } else if(entry->value) entry->value->Accept(out);
                 else out.String(entry->text.data(), rapidjson::SizeType(entry->text.size()), true);
             }});
 }

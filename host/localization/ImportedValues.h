@@ -30,8 +30,10 @@ public:
         @param key      as the project has it; copied
         @param nameSpace    index among the terms' namespaces
         @param entry    must outlive this object
+        @param spelling     of a number, as @ref Catalogue::spelling() has it; must outlive this object
         @return whether it is new, changed, or as it was */
-    TermOutcome keep(Containers::StringView key, UnsignedInt nameSpace, const CatalogueEntry& entry);
+    TermOutcome keep(Containers::StringView key, UnsignedInt nameSpace, const CatalogueEntry& entry,
+        Containers::StringView spelling = {});
 
     /** Lets go of a value that the project has, where what it stood for is something else now.
         @param key  as the project has it
@@ -59,6 +61,8 @@ private:
         const CatalogueEntry* entry;
         UnsignedInt nameSpace;
         Int position;
+        /** Of a number that we would write in another way; empty for any other value. */
+        Containers::StringView spelling;
     };
 
     Containers::StringView _code;

@@ -2,6 +2,7 @@
 
 #include <rapidjson/document.h>
 
+#include "../document/JsonScanner.h"
 #include "DocumentLookup.h"
 
 namespace QuorvaneEngine {
@@ -25,6 +26,17 @@ KeptValues::KeptValues(const rapidjson::Value& root, const ProjectTerms& terms, 
 KeptValues::~KeptValues() = default;
 KeptValues::KeptValues(KeptValues&&) noexcept = default;
 KeptValues& KeptValues::operator=(KeptValues&&) noexcept = default;
+
+Containers::StringView spellingOf(const rapidjson::Value& kept) {
+    if(!kept.IsObject() || kept.MemberCount() != 1) return {};
+    const rapidjson::Value* const number = memberOf(&kept, "number"_s);
+    if(!number || !number->IsString()) return {};
+    const Containers::StringView text{number->GetString(), number->GetStringLength()};
+    JsonScanner scanner{text};
+    const bool isNumber =
+        scanner.next() == JsonToken::Number && scanner.text() == text && scanner.next() == JsonToken::End;
+    return isNumber ? text : Containers::StringView{};
+}
 
 bool isSameValue(const rapidjson::Value& a, const rapidjson::Value& b) {
     if(a.GetType() != b.GetType()) return false;

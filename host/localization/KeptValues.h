@@ -46,6 +46,10 @@ private:
     TextIndex _keys;
 };
 
+/** The digits of a number that a file writes in another way than we would, such as "1.50": it is kept as an object with the one member
+    "number". Empty for any other value. */
+QUORVANE_API Containers::StringView spellingOf(const rapidjson::Value& kept);
+
 /** Whether two values are of the same type and the same bytes in a file. Containers are compared by type alone.
     @param a    a text, a number, a bool or an empty container, as @p b is */
 QUORVANE_API bool isSameValue(const rapidjson::Value& a, const rapidjson::Value& b);

@@ -6,6 +6,7 @@
 
 #include "../document/PrintableText.h"
 #include "DocumentLookup.h"
+#include "KeptValues.h"
 
 namespace QuorvaneEngine::ProjectTypes {
 
@@ -30,7 +31,7 @@ constexpr Type Texts{"an array of strings", [](const rapidjson::Value& value) {
                          return true;
                      }};
 constexpr Type Kept{"a string, a number, true, false, or an empty container", [](const rapidjson::Value& value) {
-                        if(value.IsObject()) return value.ObjectEmpty();
+                        if(value.IsObject()) return value.ObjectEmpty() || !spellingOf(value).isEmpty();
                         return value.IsArray() ? value.Empty() : !value.IsNull();
                     }};
 

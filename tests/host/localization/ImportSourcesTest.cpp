@@ -91,13 +91,33 @@ TEST(ImportSources, ValuesThatAreNoTextsAreKept) {
             Prefix + "en.json: n: is a number and no text: it is kept as it is, and so are 6 more\n");
     });
     EXPECT_EQ(project.at("/localization/values"),
-        R"({"en":{"n":5,"big":1e300,"list":[],"none":{},"on":true,"mixed.[0]":1,"mixed.[3]":{}}})");
+        R"({"en":{"n":5,"big":{"number":"1e300"},"list":[],"none":{},"on":true,"mixed.[0]":1,"mixed.[3]":{}}})");
     const std::size_t changes = project.changeCount();
     EXPECT_EQ(import(project, "en.json", file), "");
     EXPECT_EQ(project.changeCount(), changes);
     import(project, "en.json", R"({"n": 6})");
     EXPECT_EQ(project.at("/localization/values/en/n"), "6");
     EXPECT_EQ(project.changeCount(), changes + 1);
+}
+
+TEST(ImportSources, NumbersKeepTheirSpelling) {
+    TestProject project{"{}"};
+    const std::string file = "{\n  \"a\": 1.50,\n  \"b\": 1e3,\n  \"c\": -0,\n  \"d\": 12345678901234567890123,\n"
+                             "  \"e\": 5,\n  \"f\": 2.5\n}\n";
+    expectOneUndoStep(project, [&] { import(project, "en.json", file); });
+    EXPECT_EQ(project.at("/localization/values/en"),
+        R"({"a":{"number":"1.50"},"b":{"number":"1e3"},"c":{"number":"-0"},"d":{"number":"12345678901234567890123"},)"
+        R"("e":5,"f":2.5})");
+    TestFolder folder;
+    exportTo(project, {"en"}, folder.path);
+    EXPECT_EQ(folder.read("en/translation.json"), file);
+
+    const std::size_t changes = project.changeCount();
+    import(project, "en.json", file);
+    EXPECT_EQ(project.changeCount(), changes);
+    import(project, "en.json", R"({"a": 1.5, "f": 2.50})");
+    EXPECT_EQ(project.at("/localization/values/en/a"), "1.5");
+    EXPECT_EQ(project.at("/localization/values/en/f"), R"({"number":"2.50"})");
 }
 
 TEST(ImportSources, ValueInThePlaceOfATermLeavesTheTerm) {

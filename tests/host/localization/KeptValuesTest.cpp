@@ -22,6 +22,20 @@ TEST(KeptValues, AreThoseOfALanguageInTheProjectsOrder) {
         EXPECT_EQ((KeptValues{project.project().document(), terms, code}.entries().size()), 0u);
 }
 
+TEST(KeptValues, ANumberMayBeKeptByItsSpelling) {
+    const auto spelling = [](const char* const json) {
+        rapidjson::Document value;
+        value.Parse(json);
+        return copied(spellingOf(value));
+    };
+    for(const char* const number: {"1.50", "-0", "1e3", "12345678901234567890123"})
+        EXPECT_EQ(spelling((R"({"number": ")" + std::string{number} + "\"}").c_str()), number);
+    for(const char* const other: {"1.5", "{}", "[]", "\"1.50\"", R"({"number": 1.5})", R"({"number": ""})",
+            R"({"number": "one"})", R"({"number": " 1"})", R"({"number": "1 "})", R"({"number": "01"})",
+            R"({"number": "1,2"})", R"({"number": "{}"})", R"({"number": "1", "b": 2})", R"({"other": "1"})"})
+        EXPECT_EQ(spelling(other), "") << other;
+}
+
 TEST(KeptValues, AreTheSameWhereAFileWouldSaySo) {
     const char* const different[]{
         "1", "2", "1.0", "true", "false", "{}", "[]", "\"1\"", "\"\"", "-1", "18446744073709551615"};
