@@ -1,5 +1,6 @@
 #include "ImportOrder.h"
 
+#include <algorithm>
 #include <mutex>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include "Parallel.h"
 #include "ProjectEdit.h"
 #include "QuorvaneEditor/AllLanguages.h"
+#include "TermKey.h"
 #include "TermLayout.h"
 
 namespace QuorvaneEngine {
@@ -60,9 +62,18 @@ void ImportOrder::compareNamespaces(const Containers::ArrayView<const ImportedFi
         const TermNamespace& in = _terms.terms().namespaces()[nameSpace];
         const rapidjson::Value* const flat = memberOf(memberOf(notes, in.name), "flat"_s);
         if(in.isFlat != (flat && flat->IsTrue())) _changedShapes.push_back(nameSpace);
-        else if(_terms.terms().fileKeys(nameSpace).isEmpty() && !in.isNoted && nameSpace != 0)
+        else if(_terms.terms().fileKeys(nameSpace).isEmpty() && !in.isNoted && (nameSpace != 0 || hasOthers(files)))
             _emptyNamespaces.push_back(nameSpace);
     }
+}
+
+bool ImportOrder::hasOthers(const Containers::ArrayView<const ImportedFile> files) const {
+    const auto namespaces = _terms.terms().namespaces();
+    for(UnsignedInt i = 1; i < namespaces.size(); ++i)
+        if(namespaces[i].isNoted || !_terms.terms().fileKeys(i).isEmpty()) return true;
+    return std::any_of(files.begin(), files.end(), [this](const ImportedFile& file) {
+        return file.language == _defaultLanguage && file.nameSpace != DefaultNamespace;
+    });
 }
 
 void ImportOrder::compareDefault(const Containers::ArrayView<const ImportedFile> files) {

@@ -48,6 +48,8 @@ private:
     };
 
     void compareNamespaces(Containers::ArrayView<const ImportedFile> files);
+    /** Whether files beside those of the default namespace are exported, which is then not written by itself. */
+    bool hasOthers(Containers::ArrayView<const ImportedFile> files) const;
     void compareDefault(Containers::ArrayView<const ImportedFile> files);
     std::vector<Note> compare(Containers::ArrayView<const ImportedFile> files, const ImportTranslations& translations);
 

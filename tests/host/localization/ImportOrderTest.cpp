@@ -85,4 +85,21 @@ TEST(ImportOrder, IsNotNotedForWhatIsSkipped) {
     EXPECT_EQ(project.at("/localization/namespaces"), "nothing");
 }
 
+TEST(ImportOrder, DefaultNamespaceWithoutTextsIsNotedWhereOthersHaveFiles) {
+    TestProject alone{"{}"};
+    import(alone, {{ "en.json", "{}" }});
+    EXPECT_EQ(alone.at("/localization"), "nothing");
+    const std::vector<std::pair<std::string, std::string>> files{
+        {"en/translation.json", R"({"a":""})"}, {"en/menu.json", R"({"b":"B"})"}};
+    for(const char* const json: {"{}", R"({"localization":{"namespaces":{"menu":{}}}})",
+            R"({"x":"X","localization":{"terms":{"menu:b":{"sourceText":"x","translatable":true}}}})"}) {
+        TestProject project{json};
+        expectOneUndoStep(project, [&] { import(project, files); });
+        EXPECT_EQ(project.at("/localization/namespaces/translation"), "{}") << json;
+        TestFolder folder;
+        exportTo(project, {"en"}, folder.path);
+        EXPECT_EQ(folder.read("en/translation.json"), "{}\n");
+    }
+}
+
 }
