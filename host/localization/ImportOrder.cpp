@@ -46,6 +46,7 @@ void ImportOrder::compare(const Containers::ArrayView<const ImportedFile> files,
     for(std::size_t i = 0; i != count; ++i) _namespaces.push_back(std::make_unique<Namespace>());
     _isNew.assign(count, true);
     for(const ProjectTerm& term: _terms.terms().terms().prefix(_terms.knownCount())) _isNew[term.nameSpace] = false;
+    for(const KeptValues::Entry& value: sources.values().known()) _isNew[std::size_t(value.place.nameSpace)] = false;
 
     compareNamespaces(files);
     compareDefault(files);

@@ -65,7 +65,7 @@ private:
     UnsignedInt _defaultLanguage;
     const ImportSources* _sources = nullptr;
     Containers::ArrayView<const std::unique_ptr<ImportTranslations>> _translations;
-    /** Those that the project had no terms of before. */
+    /** Those that the project had nothing of before. */
     std::vector<bool> _isNew;
     std::vector<std::unique_ptr<Namespace>> _namespaces;
     std::vector<UnsignedInt> _emptyNamespaces;

@@ -85,6 +85,17 @@ TEST(ImportOrder, IsNotNotedForWhatIsSkipped) {
     EXPECT_EQ(project.at("/localization/namespaces"), "nothing");
 }
 
+TEST(ImportOrder, OfValuesThatComeLaterIsNotNoted) {
+    TestProject project{"{}"};
+    import(project, {{ "en.json", R"({"a":1})" }});
+    const std::string file = R"({"b":2,"a":1})";
+    import(project, {{ "en.json", file }});
+    EXPECT_EQ(project.at("/localization/namespaces"), "nothing");
+    const std::size_t changes = project.changeCount();
+    import(project, {{ "en.json", file }});
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
 TEST(ImportOrder, DefaultNamespaceWithoutTextsIsNotedWhereOthersHaveFiles) {
     TestProject alone{"{}"};
     import(alone, {{ "en.json", "{}" }});
