@@ -140,14 +140,12 @@ std::vector<UnsignedInt> ImportOrder::exported(
     numbers.reserve(file.catalogue.entries().size());
     const UnsignedInt nameSpace = UnsignedInt(_terms.terms().findNamespace(file.nameSpace));
     Int last = -1;
-    Int lastTerm = -1;
     for(const CatalogueEntry& entry: file.catalogue.entries()) {
         if((!entry.value && entry.text.isEmpty()) || (translations && translations->isSkipped(entry))) continue;
         Int number = in.layout->find(entry.key, last);
-        if(number == -1) {
-            const Int term = _terms.find(nameSpace, entry.key, lastTerm);
-            if(term != -1) number = in.layout->term(std::size_t(term));
-        }
+        if(number == -1)
+            if(const Containers::String other = _terms.otherShape(nameSpace, entry.key); !other.isEmpty())
+                number = in.layout->find(other, last);
         if(number != -1) numbers.push_back(UnsignedInt(number));
     }
     return numbers;

@@ -96,6 +96,17 @@ TEST(ImportOrder, OfValuesThatComeLaterIsNotNoted) {
     EXPECT_EQ(project.changeCount(), changes);
 }
 
+TEST(ImportOrder, IsThatOfTheFileAlsoForWhatStandsThereInAnotherShape) {
+    TestProject project{"{}"};
+    import(project,
+        {{"en/ui.json", R"({"a b":"A","menu.file":1,"menu.open":"Open"})"},
+            {"de/ui.json", R"({"menu":{"file":2},"a b":"a"})"},
+            { "fr/ui.json",
+                R"({"menu":{"open":"o"},"a b":"a"})" }});
+    EXPECT_EQ(project.at("/localization/namespaces/ui/order/de"), R"(["menu%2Efile","a b"])");
+    EXPECT_EQ(project.at("/localization/namespaces/ui/order/fr"), R"(["menu%2Eopen","a b"])");
+}
+
 TEST(ImportOrder, DefaultNamespaceWithoutTextsIsNotedWhereOthersHaveFiles) {
     TestProject alone{"{}"};
     import(alone, {{ "en.json", "{}" }});
