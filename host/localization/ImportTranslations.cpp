@@ -19,6 +19,12 @@ namespace QuorvaneEngine {
 using namespace Containers::Literals;
 using Corrade::Utility::format;
 
+namespace {
+
+constexpr Containers::StringView SecondTime = "stands in the file a second time, with dots in a name"_s;
+
+}
+
 struct ImportTranslations::File {
     const ImportedFile& file;
     UnsignedInt nameSpace;
@@ -72,8 +78,7 @@ void ImportTranslations::compareText(const File& file, const CatalogueEntry& ent
     const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
     if(entry.text.isEmpty()) file.add(TermOutcome::Empty, term.key);
     else if(!term.isTranslatable) skip(file, entry, term.key, "is not translatable"_s);
-    else if(_isFound[std::size_t(found)] || (term.fileKey != entry.key && file.file.catalogue.find(term.fileKey) != -1))
-        skip(file, entry, term.key, "stands in the file a second time, with dots in a name"_s);
+    else if(isSecond(file, entry, std::size_t(found))) skip(file, entry, term.key, SecondTime);
     else {
         _isFound[std::size_t(found)] = true;
         translate(file, entry, std::size_t(found));
@@ -83,17 +88,32 @@ void ImportTranslations::compareText(const File& file, const CatalogueEntry& ent
 void ImportTranslations::compareValue(const File& file, const CatalogueEntry& entry) {
     const Containers::StringView what = describeValue(*entry.value);
     const Int found = _terms.find(file.nameSpace, entry.key, _last);
-    const ProjectTerm* const term = found == -1 ? nullptr : &_terms.terms().terms()[std::size_t(found)];
-    const Containers::String key = term ? Containers::String{term->key} : _terms.key(file.nameSpace, entry.key);
-    if(term && !term->isTranslatable) return skip(file, entry, key, "is not translatable"_s);
-    if(term && (_isFound[std::size_t(found)] || !_known[std::size_t(found)].text().isEmpty()))
-        return skip(file, entry, key, format("{}, and the term has a translation", what));
-    if(!term && !_terms.hasValue(key)) return skipUnknown(file, entry, key, format("{}, and ", what));
-    keep(file, entry, key, file.values, what);
+    if(found == -1) {
+        const Containers::String key = _terms.key(file.nameSpace, entry.key);
+        if(!_terms.hasValue(key)) return skipUnknown(file, entry, key, format("{}, and ", what));
+        return keep(file, entry, key, file.values, what);
+    }
+    const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
+    if(!term.isTranslatable) return skip(file, entry, term.key, "is not translatable"_s);
+    if(isSecond(file, entry, std::size_t(found))) return skip(file, entry, term.key, SecondTime);
+    if(!_known[std::size_t(found)].text().isEmpty())
+        return skip(file, entry, term.key, format("{}, and the term has a translation", what));
+    keep(file, entry, term.key, file.values, what);
+}
+
+/** Whether the file has something else for a term: the i18next library takes the key itself before one of another shape. */
+bool ImportTranslations::isSecond(const File& file, const CatalogueEntry& entry, const std::size_t term) const {
+    const Containers::StringView own = _terms.terms().terms()[term].fileKey;
+    return _isFound[term] || (own != entry.key && file.file.catalogue.find(own) != -1);
 }
 
 void ImportTranslations::keep(const File& file, const CatalogueEntry& entry, const Containers::StringView key,
     KeptNotice& notice, const Containers::StringView reason) {
+    const Containers::String other = _terms.otherShape(file.nameSpace, entry.key);
+    const bool isInOtherShape = _terms.terms().namespaces()[file.nameSpace].isFlat && !other.isEmpty();
+    if((isInOtherShape && file.file.catalogue.find(other) != -1) || _keptKeys.find(key) != -1)
+        return skip(file, entry, key, SecondTime);
+    _keptKeys.add(_memory.add(key));
     const TermOutcome outcome = _values.keep(key, file.nameSpace, entry, file.file.catalogue.spelling(entry));
     file.add(outcome, key);
     if(outcome != TermOutcome::Unchanged) notice.add(key, reason);

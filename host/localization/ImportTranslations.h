@@ -15,6 +15,7 @@
 #include "QuorvaneEditor/Host.h"
 #include "TextArena.h"
 #include "TextDigest.h"
+#include "TextIndex.h"
 
 namespace QuorvaneEngine {
 
@@ -81,6 +82,7 @@ private:
 
     void compareText(const File& file, const CatalogueEntry& entry);
     void compareValue(const File& file, const CatalogueEntry& entry);
+    bool isSecond(const File& file, const CatalogueEntry& entry, std::size_t term) const;
     void keep(const File& file, const CatalogueEntry& entry, Containers::StringView key, KeptNotice& notice,
         Containers::StringView reason);
     bool compareForm(const File& file, const CatalogueEntry& entry, Containers::StringView key);
@@ -105,6 +107,8 @@ private:
     TextDigest _replaced;
     std::vector<Form> _forms;
     std::vector<bool> _isFound;
+    /** Of values that the files have. */
+    TextIndex _keptKeys;
     std::unordered_set<const CatalogueEntry*> _skipped;
     /** Where the order of terms in a file is that of the project, the term that was found last. */
     Int _last = -1;

@@ -137,6 +137,28 @@ TEST(ImportTranslations, ValuesAreKeptWhereTheDefaultLanguageHasATermOrAValue) {
     EXPECT_EQ(project.changeCount(), changes);
 }
 
+TEST(ImportTranslations, ValuesThatStandASecondTimeAreLeft) {
+    const std::string second = ": stands in the file a second time, with dots in a name\n";
+    const std::string kept = ": is a number and no text: it is kept as it is\n";
+    const char* const term =
+        R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true}}}})";
+    for(const auto& [json, isText]: {std::pair{R"({"menu.file":5,"menu":{"file":"Datei"}})", true},
+            {R"({"menu":{"file":"Datei"},"menu.file":5})", true}, {R"({"menu.file":5,"menu":{"file":6}})", false}}) {
+        TestProject project{term};
+        EXPECT_EQ(import(project, "de.json", json),
+            Prefix + "de.json: menu.file" + second + (isText ? "" : Prefix + "de.json: menu.file" + kept));
+        EXPECT_EQ(project.at("/localization/values"), isText ? "nothing" : R"({"de":{"menu.file":6}})");
+    }
+    TestProject flat{R"({"localization":{"namespaces":{"ui":{"flat":true}},"values":{"en":{"ui:menu.file":1}}}})"};
+    EXPECT_EQ(import(flat, "de/ui.json", R"({"menu":{"file":5},"menu.file":6})"),
+        Prefix + "de/ui.json: ui:menu.file" + second + Prefix + "de/ui.json: ui:menu.file" + kept);
+    EXPECT_EQ(flat.at("/localization/values/de"), R"({"ui:menu.file":6})");
+    TestProject deep{R"({"localization":{"namespaces":{"ui":{"flat":true}},"values":{"en":{"ui:a.b.c":1}}}})"};
+    EXPECT_EQ(import(deep, "de/ui.json", R"({"a":{"b.c":5},"a.b":{"c":6}})"),
+        Prefix + "de/ui.json: ui:a.b.c" + kept + Prefix + "de/ui.json: ui:a.b.c" + second);
+    EXPECT_EQ(deep.at("/localization/values/de"), R"({"ui:a.b.c":5})");
+}
+
 TEST(ImportTranslations, OtherMembersOfATranslationStayInTheirPlaces) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
         "translations":{"de":{"a":{"note":"a note that is longer than a value","source":"old","text":"A","state":"review"}}}}})"};
