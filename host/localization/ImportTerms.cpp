@@ -118,7 +118,8 @@ Int ImportTerms::find(const UnsignedInt nameSpace, const Containers::StringView 
     const Int found = _terms.find(nameSpace, fileKey, last);
     if(found != -1) return found;
     const Containers::String other = otherShape(nameSpace, fileKey);
-    return other.isEmpty() ? -1 : _terms.find(nameSpace, other);
+    const Int term = other.isEmpty() ? -1 : _terms.find(nameSpace, other);
+    return term != -1 && !hasValue(key(nameSpace, fileKey)) ? term : -1;
 }
 
 Containers::String ImportTerms::otherShape(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {

@@ -53,8 +53,9 @@ public:
     /** Nothing is added any more. */
     void finish();
 
-    /** The term that a key of a file means, -1 where there is none. Where no term has the key itself it is the one that the i18next
-        library would take, which looks for "a.b" as the member "b" of "a" and as the member "a.b".
+    /** The term that a key of a file means, -1 where there is none. Where the default language has neither a term nor a value under the
+        key itself it is the one that the i18next library would take, which looks for "a.b" as the member "b" of "a" and as the
+        member "a.b".
         @param last     see @ref TextIndex::find() */
     Int find(UnsignedInt nameSpace, Containers::StringView fileKey, Int& last) const;
 

@@ -26,6 +26,16 @@ TEST(ImportTerms, KeysAreFoundInBothShapesThatTheLibraryKnows) {
     EXPECT_EQ(terms.find(1, "one.two", last), 1);
 }
 
+TEST(ImportTerms, ValueUnderAKeyCountsBeforeATermOfTheOtherShape) {
+    TestProject project{Menu};
+    ImportTerms terms{project.project().document(), FallbackLanguage};
+    Containers::String reason;
+    EXPECT_TRUE(terms.addValue(0, "menu%2Efile", reason));
+    Int last = -1;
+    EXPECT_EQ(terms.find(0, "menu%2Efile", last), -1);
+    EXPECT_EQ(terms.find(0, "menu.file", last), 0);
+}
+
 TEST(ImportTerms, ConflictsNameBothKeys) {
     TestProject project{Menu};
     ImportTerms terms{project.project().document(), FallbackLanguage};

@@ -159,6 +159,15 @@ TEST(ImportTranslations, ValuesThatStandASecondTimeAreLeft) {
     EXPECT_EQ(deep.at("/localization/values/de"), R"({"ui:a.b.c":5})");
 }
 
+TEST(ImportTranslations, ValueOfTheDefaultLanguageCountsBeforeATermOfTheOtherShape) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true}},
+        "values":{"en":{"menu%2Efile":1}}}})"};
+    EXPECT_EQ(import(project, "de.json", R"({"menu.file":5,"menu":{"file":"Datei"}})"),
+        Prefix + "de.json: menu%2Efile: is a number and no text: it is kept as it is\n");
+    EXPECT_EQ(project.at("/localization/values/de"), R"({"menu%2Efile":5})");
+    EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("Datei")");
+}
+
 TEST(ImportTranslations, OtherMembersOfATranslationStayInTheirPlaces) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
         "translations":{"de":{"a":{"note":"a note that is longer than a value","source":"old","text":"A","state":"review"}}}}})"};
