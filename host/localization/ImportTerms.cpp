@@ -131,6 +131,11 @@ Containers::String ImportTerms::key(const UnsignedInt nameSpace, const Container
     return _terms.projectKey(nameSpace, fileKey, memory);
 }
 
+bool ImportTerms::hasPlace(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+    Int other = -1;
+    return withTree(nameSpace).tree.check(fileKey, other) == TermConflict::None;
+}
+
 Containers::String ImportTerms::reasonForNone(
     const UnsignedInt nameSpace, const Containers::StringView fileKey, bool& isConflict) const {
     const Namespace& in = withTree(nameSpace);

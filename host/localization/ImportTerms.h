@@ -72,6 +72,9 @@ public:
     /** Forgets the value that the default language had under a key. */
     void dropValue(Containers::StringView key);
 
+    /** Whether a key that no term has would have a place in a file beside the terms. */
+    bool hasPlace(UnsignedInt nameSpace, Containers::StringView fileKey) const;
+
     /** Why no term has a key: the end of a sentence.
         @param isConflict   receives whether it has no place beside the keys of terms */
     Containers::String reasonForNone(UnsignedInt nameSpace, Containers::StringView fileKey, bool& isConflict) const;

@@ -137,6 +137,7 @@ bool ImportTranslations::compareForm(const File& file, const CatalogueEntry& ent
         skip(file, entry, key, "is not translatable"_s);
         return true;
     }
+    if(!_terms.hasPlace(file.nameSpace, entry.key)) return false;
     const Int known = _known.findOther(key);
     _forms.push_back({_memory.add(key), {Int(file.nameSpace), entry.key}, other,
         known == -1 ? ProjectTranslation{} : _known.others()[std::size_t(known)].translation});

@@ -36,6 +36,16 @@ TEST(ImportTerms, ValueUnderAKeyCountsBeforeATermOfTheOtherShape) {
     EXPECT_EQ(terms.find(0, "menu.file", last), 0);
 }
 
+TEST(ImportTerms, KeysBesideAndBelowTermsHaveAPlaceOrNone) {
+    TestProject project{Menu};
+    const ImportTerms terms{project.project().document(), FallbackLanguage};
+    EXPECT_TRUE(terms.hasPlace(0, "menu.edit"));
+    EXPECT_TRUE(terms.hasPlace(0, "x"));
+    EXPECT_FALSE(terms.hasPlace(0, "menu"));
+    EXPECT_FALSE(terms.hasPlace(0, "menu.file.open"));
+    EXPECT_FALSE(terms.hasPlace(0, "menu.[0]"));
+}
+
 TEST(ImportTerms, ConflictsNameBothKeys) {
     TestProject project{Menu};
     ImportTerms terms{project.project().document(), FallbackLanguage};

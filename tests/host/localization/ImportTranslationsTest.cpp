@@ -168,6 +168,18 @@ TEST(ImportTranslations, ValueOfTheDefaultLanguageCountsBeforeATermOfTheOtherSha
     EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("Datei")");
 }
 
+TEST(ImportTranslations, FormsThatHaveNoPlaceAreReported) {
+    TestProject project{R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{
+        "a_one":{"sourceText":"x","translatable":true},"a_other":{"sourceText":"x","translatable":true},
+        "a_few.b":{"sourceText":"x","translatable":true}}}})"};
+    const std::string before = project.text();
+    EXPECT_EQ(import(project, "pl.json", R"({"a_few":"x"})"),
+        Prefix +
+            "pl.json: a_few: no term has this key, and it cannot stand beside a_few.b: one is a text, and the other "
+            "lies below it\n");
+    EXPECT_EQ(project.text(), before);
+}
+
 TEST(ImportTranslations, OtherMembersOfATranslationStayInTheirPlaces) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
         "translations":{"de":{"a":{"note":"a note that is longer than a value","source":"old","text":"A","state":"review"}}}}})"};
