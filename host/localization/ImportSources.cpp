@@ -97,8 +97,11 @@ void ImportSources::dropValues(const File& file) {
         keys.push_back(entry.key);
     }
     if(keys.empty()) return;
+    const bool isFlat = _terms.terms().namespaces()[file.nameSpace].isFlat;
     for(const CatalogueEntry& entry: file.file.catalogue.entries()) {
         if(entry.text.isEmpty() && !entry.value) continue;
+        // What lies in an object has no place there itself.
+        if(isFlat && TermKey::segmentCount(entry.key) != 1) continue;
         for(std::size_t size = 1; size <= entry.key.size(); ++size) {
             if(size != entry.key.size() && entry.key[size] != '.') continue;
             const Int place = places.find(entry.key.prefix(size));

@@ -179,6 +179,16 @@ TEST(ImportSources, KeyItselfComesBeforeOneOfAnotherShape) {
     EXPECT_EQ(project.at("/localization/strings"), R"({"m.x":"new","m%2Ex":"flat"})");
 }
 
+TEST(ImportSources, ValueStaysWhereAFlatNamespaceHasNoPlaceForWhatTheFileHasThereNow) {
+    TestProject project{"{}"};
+    import(project, "en/ui.json", R"({"a b": 1})");
+    const std::string before = project.text();
+    for(int i = 0; i != 2; ++i)
+        EXPECT_EQ(import(project, "en/ui.json", R"({"a b": {"c": "C"}})"),
+            Prefix + "en/ui.json: ui:a b.c: lies in an object, and the namespace is flat\n");
+    EXPECT_EQ(project.text(), before);
+}
+
 TEST(ImportSources, EmptyFileOfANamespaceIsRemembered) {
     TestProject project{"{}"};
     expectOneUndoStep(project, [&] { import(project, "en/errors.json", "{}"); });
