@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <iterator>
 #include <random>
 #include <string>
@@ -10,93 +9,49 @@
 #include "Catalogue.h"
 #include "I18NextReader.h"
 #include "I18NextWriter.h"
+#include "JsonModel.h"
 #include "JsonReader.h"
 #include "TermTree.h"
 #include "TestProject.h"
 
 namespace QuorvaneEngine {
 
+using namespace std::string_literals;
+
 namespace {
-
-/** A value of a JSON document, as plainly as can be. */
-struct Model {
-    enum class Kind { Scalar, Object, Array } kind = Kind::Scalar;
-    /** As JSON writes it. */
-    std::string text;
-    /** Names as JSON writes them, with their quotation marks; empty for elements. */
-    struct Child;
-    std::vector<Child> children;
-
-    std::string printed(std::size_t depth = 0) const;
-
-    /** Whether something is left of this value when texts that are missing are left out, as they then are. */
-    bool leaveOut();
-};
-
-struct Model::Child {
-    std::string first;
-    Model second;
-};
-
-std::string Model::printed(const std::size_t depth) const {
-    if(kind == Kind::Scalar) return text;
-    const std::string brackets = kind == Kind::Object ? "{}" : "[]";
-    if(children.empty()) return brackets;
-    std::string out{brackets[0]};
-    for(std::size_t i = 0; i != children.size(); ++i) {
-        out += (i ? ",\n" : "\n") + std::string(2 * depth + 2, ' ') + children[i].first;
-        if(kind == Kind::Object) out += ": ";
-        out += children[i].second.printed(depth + 1);
-    }
-    return out + '\n' + std::string(2 * depth, ' ') + brackets[1];
-}
-
-bool Model::leaveOut() {
-    if(kind == Kind::Scalar) return text != "null" && text != "\"\"";
-    if(children.empty()) return true;
-    for(auto& [name, child]: children)
-        if(!child.leaveOut()) child = {Kind::Scalar, "null", {}};
-    const auto isMissing = [](const auto& child) { return child.second.text == "null"; };
-    if(kind == Kind::Object) std::erase_if(children, isMissing);
-    else
-        while(!children.empty() && isMissing(children.back())) children.pop_back();
-    return !children.empty();
-}
 
 class RandomModels {
 public:
     /** @param scalars  what stands for texts and other values, as JSON writes them */
     RandomModels(const unsigned seed, std::vector<std::string> scalars): _random{seed}, _scalars{std::move(scalars)} {}
 
-    Model file() { return object(0); }
+    JsonModel file() { return object(0); }
 
 private:
     unsigned below(const std::size_t limit) { return unsigned(_random() % limit); }
 
-    Model value(const unsigned depth) {
+    JsonModel value(const unsigned depth) {
         const unsigned kind = below(10);
         if(depth < 6 && kind < 3) return object(depth);
         if(depth < 6 && kind == 3) return array(depth);
-        return {Model::Kind::Scalar, _scalars[below(_scalars.size())], {}};
+        return JsonModel::scalar(_scalars[below(_scalars.size())]);
     }
 
-    Model object(const unsigned depth) {
-        static const char* const names[]{"a", "b", "menu", "Menu", "", ".", "..", "a.b", "[0]", "[", "[00]", "0", "-1",
+    JsonModel object(const unsigned depth) {
+        static const std::string names[]{"a", "b", "menu", "Menu", "", ".", "..", "a.b", "[0]", "[", "[00]", "0", "-1",
             "%", "%2E", "50%", ":", "ns:key", "Status: Loading...", "#", "##", "~", "/", "a/b", " ", " a", "%20a", "ä",
-            "日本", "😀", "\\u0000", "\\n", "\\\\", "\\\"", "\x7f", "__proto__", "constructor", "key_0", "key_1",
-            "key_plural", "key"};
-        Model made{Model::Kind::Object, {}, {}};
+            "日本", "😀", "\0"s, "\n", "\\", "\"", "\x7f", "__proto__", "constructor", "key_0", "key_1", "key_plural",
+            "key"};
+        JsonModel made;
         for(unsigned count = below(depth ? 5 : 12); count; --count) {
-            const std::string name = '"' + std::string{names[below(std::size(names))]} + '"';
-            const auto isSame = [&](const auto& child) { return child.first == name; };
-            if(std::none_of(made.children.begin(), made.children.end(), isSame))
-                made.children.push_back({name, value(depth + 1)});
+            const std::string& name = names[below(std::size(names))];
+            if(!made.member(name)) made.children.push_back({name, value(depth + 1)});
         }
         return made;
     }
 
-    Model array(const unsigned depth) {
-        Model made{Model::Kind::Array, {}, {}};
+    JsonModel array(const unsigned depth) {
+        JsonModel made{JsonModel::Kind::Array, {}, {}};
         for(unsigned count = below(5); count; --count) made.children.push_back({"", value(depth + 1)});
         return made;
     }
@@ -130,7 +85,7 @@ TEST(I18NextRoundTrip, RandomFilesComeBackByteForByte) {
         {"\"text\"", "\"ä\\n\\\"\\\\/\"", "\"{{name}} $t(a.b)\"", "\" \"", "true", "false", "0", "-12", "1.5",
             "18446744073709551615", "-9223372036854775808", "0.1", "-0.0", "1.0e+30", "5.0e-324"}};
     for(int i = 0; i != 10000; ++i) {
-        const std::string bytes = models.file().printed() + '\n';
+        const std::string bytes = models.file().file();
         ASSERT_EQ(readAndWritten(bytes, false), bytes);
         ASSERT_EQ(readAndWritten(bytes, true), bytes);
     }
@@ -141,7 +96,7 @@ TEST(I18NextRoundTrip, NumbersAreSpelledAsInTheFileThatIsThere) {
         {"1.0", "1.50", "1e5", "1E+05", "-0", "-0.000", "0e0", "12345678901234567890", "1234567890123456789012345",
             "0.1000000000000000055511151231257827", "1e-400", "-1e-999", "179769313486231570e291", "\"1\""}};
     for(int i = 0; i != 1000; ++i) {
-        const std::string bytes = models.file().printed() + '\n';
+        const std::string bytes = models.file().file();
         ASSERT_EQ(readAndWritten(bytes, true), bytes);
     }
 }
@@ -149,28 +104,28 @@ TEST(I18NextRoundTrip, NumbersAreSpelledAsInTheFileThatIsThere) {
 TEST(I18NextRoundTrip, MissingTextsAreLeftOutAndNothingElse) {
     RandomModels models{3, {"\"text\"", "\"\"", "null", "null", "12"}};
     for(int i = 0; i != 10000; ++i) {
-        Model model = models.file();
-        const std::string bytes = model.printed() + '\n';
-        if(!model.leaveOut()) model = {Model::Kind::Object, {}, {}};
-        const std::string expected = model.printed() + '\n';
+        JsonModel model = models.file();
+        const std::string bytes = model.file();
+        if(!model.leaveOut()) model = {};
+        const std::string expected = model.file();
         ASSERT_EQ(readAndWritten(bytes, false), expected) << bytes;
         ASSERT_EQ(readAndWritten(bytes, true), expected) << bytes;
     }
 }
 
 TEST(I18NextRoundTrip, DeepestFileComesBack) {
-    Model deep{Model::Kind::Scalar, "\"x\"", {}};
+    JsonModel deep = JsonModel::scalar("\"x\"");
     for(int i = 0; i != 255; ++i)
-        deep =
-            i % 2 ? Model{Model::Kind::Array, {}, {{"", deep}}} : Model{Model::Kind::Object, {}, {{"\"a.b\"", deep}}};
-    const std::string bytes = Model{Model::Kind::Object, {}, {{"\"a\"", deep}}}.printed() + '\n';
+        deep = i % 2 ? JsonModel{JsonModel::Kind::Array, {}, {{"", deep}}}
+                     : JsonModel{JsonModel::Kind::Object, {}, {{"a.b", deep}}};
+    const std::string bytes = JsonModel{JsonModel::Kind::Object, {}, {{"a", deep}}}.file();
     EXPECT_EQ(readAndWritten(bytes, false), bytes);
 }
 
 TEST(I18NextRoundTrip, LongestArrayComesBack) {
-    Model list{Model::Kind::Array, {}, {}};
-    for(int i = 0; i != 65536; ++i) list.children.push_back({"", Model{Model::Kind::Scalar, "\"x\"", {}}});
-    const std::string bytes = Model{Model::Kind::Object, {}, {{"\"list\"", list}}}.printed() + '\n';
+    JsonModel list{JsonModel::Kind::Array, {}, {}};
+    for(int i = 0; i != 65536; ++i) list.children.push_back({"", JsonModel::scalar("\"x\"")});
+    const std::string bytes = JsonModel{JsonModel::Kind::Object, {}, {{"list", list}}}.file();
     EXPECT_EQ(readAndWritten(bytes, false), bytes);
 }
 
