@@ -74,8 +74,7 @@ private:
     void value(const Int term, const rapidjson::Value& value) {
         if(const Containers::StringView spelling = spellingOf(value); !spelling.isEmpty()) return _out.put(spelling);
         const auto number = std::lower_bound(_numbers.begin(), _numbers.end(), Number{term, nullptr, {}});
-        const bool isThere =
-            number != _numbers.end() && number->term == term && value.IsNumber() && *number->value == value;
+        const bool isThere = number != _numbers.end() && number->term == term && isSameValue(*number->value, value);
         if(isThere && !number->spelling.isEmpty()) return _out.put(number->spelling);
         std::string text;
         appendJson(text, value);

@@ -1,5 +1,7 @@
 #include "KeptValues.h"
 
+#include <cmath>
+
 #include <rapidjson/document.h>
 
 #include "../document/JsonScanner.h"
@@ -41,8 +43,9 @@ Containers::StringView spellingOf(const rapidjson::Value& kept) {
 bool isSameValue(const rapidjson::Value& a, const rapidjson::Value& b) {
     if(a.GetType() != b.GetType()) return false;
     if(a.IsObject() || a.IsArray()) return true;
-    // The library holds 1 and 1.0 for equal, and -1 and the largest number.
+    // The library holds 1 and 1.0 for equal, -1 and the largest number, and 0.0 and -0.0.
     if(a.IsNumber() && (a.IsDouble() != b.IsDouble() || a.IsUint64() != b.IsUint64())) return false;
+    if(a.IsDouble() && std::signbit(a.GetDouble()) != std::signbit(b.GetDouble())) return false;
     return a == b;
 }
 

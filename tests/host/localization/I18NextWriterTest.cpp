@@ -169,4 +169,13 @@ TEST(I18NextWriter, RandomCataloguesComeBackTheSame) {
     }
 }
 
+TEST(I18NextWriter, AnotherNumberIsNotSpelledAsInTheFileThatIsThere) {
+    const std::pair<const char*, const char*> cases[]{{"-1", "18446744073709551615"}, {"18446744073709551615", "-1"},
+        {"0", "-0.0"}, {"0.0", "-0.0"}, {"1e0", "1"}, {"1", "1.0"}};
+    for(const auto& [before, number]: cases)
+        EXPECT_EQ(writtenOver(readBack(R"({"a": )" + std::string{number} + '}'),
+                      readBack(R"({"a": )" + std::string{before} + '}')),
+            "{\n  \"a\": " + std::string{number} + "\n}\n");
+}
+
 }

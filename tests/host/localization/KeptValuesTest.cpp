@@ -37,8 +37,8 @@ TEST(KeptValues, ANumberMayBeKeptByItsSpelling) {
 }
 
 TEST(KeptValues, AreTheSameWhereAFileWouldSaySo) {
-    const char* const different[]{
-        "1", "2", "1.0", "true", "false", "{}", "[]", "\"1\"", "\"\"", "-1", "18446744073709551615"};
+    const char* const different[]{"1", "2", "1.0", "true", "false", "{}", "[]", "\"1\"", "\"\"", "-1",
+        "18446744073709551615", "0", "0.0", "-0.0"};
     for(const char* const a: different)
         for(const char* const b: different) {
             rapidjson::Document first, second;
