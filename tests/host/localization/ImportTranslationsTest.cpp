@@ -155,7 +155,7 @@ TEST(ImportTranslations, ValuesThatStandASecondTimeAreLeft) {
     EXPECT_EQ(flat.at("/localization/values/de"), R"({"ui:menu.file":6})");
     TestProject deep{R"({"localization":{"namespaces":{"ui":{"flat":true}},"values":{"en":{"ui:a.b.c":1}}}})"};
     EXPECT_EQ(import(deep, "de/ui.json", R"({"a":{"b.c":5},"a.b":{"c":6}})"),
-        Prefix + "de/ui.json: ui:a.b.c" + kept + Prefix + "de/ui.json: ui:a.b.c" + second);
+        Prefix + "de/ui.json: ui:a.b.c" + second + Prefix + "de/ui.json: ui:a.b.c" + kept);
     EXPECT_EQ(deep.at("/localization/values/de"), R"({"ui:a.b.c":5})");
 }
 
