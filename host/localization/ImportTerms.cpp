@@ -133,7 +133,8 @@ Containers::String ImportTerms::key(const UnsignedInt nameSpace, const Container
 
 bool ImportTerms::hasPlace(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
     Int other = -1;
-    return withTree(nameSpace).tree.check(fileKey, other) == TermConflict::None;
+    const TermConflict conflict = withTree(nameSpace).tree.check(fileKey, other);
+    return conflict == TermConflict::None || conflict == TermConflict::SamePath;
 }
 
 Containers::String ImportTerms::reasonForNone(

@@ -72,7 +72,7 @@ public:
     /** Forgets the value that the default language had under a key. */
     void dropValue(Containers::StringView key);
 
-    /** Whether a key that no term has would have a place in a file beside the terms. */
+    /** Whether a key that no term has would have a place in a file beside the terms; a value may stand there. */
     bool hasPlace(UnsignedInt nameSpace, Containers::StringView fileKey) const;
 
     /** Why no term has a key: the end of a sentence.

@@ -70,7 +70,7 @@ void ImportTranslations::compareText(const File& file, const CatalogueEntry& ent
     if(found == -1) {
         const Containers::String key = _terms.key(file.nameSpace, entry.key);
         if(entry.text.isEmpty()) file.add(TermOutcome::Empty, key);
-        else if(_terms.hasValue(key))
+        else if(_terms.hasValue(key) && !hasForm(file, entry, key))
             keep(file, entry, key, file.texts, "stands where the default language has no text"_s);
         else if(!compareForm(file, entry, key)) skipUnknown(file, entry, key, {});
         return;
@@ -91,6 +91,7 @@ void ImportTranslations::compareValue(const File& file, const CatalogueEntry& en
     if(found == -1) {
         const Containers::String key = _terms.key(file.nameSpace, entry.key);
         if(!_terms.hasValue(key)) return skipUnknown(file, entry, key, format("{}, and ", what));
+        if(hasForm(file, entry, key)) return skip(file, entry, key, format("{}, and the term has a translation", what));
         return keep(file, entry, key, file.values, what);
     }
     const ProjectTerm& term = _terms.terms().terms()[std::size_t(found)];
@@ -117,6 +118,15 @@ void ImportTranslations::keep(const File& file, const CatalogueEntry& entry, con
     const TermOutcome outcome = _values.keep(key, file.nameSpace, entry, file.file.catalogue.spelling(entry));
     file.add(outcome, key);
     if(outcome != TermOutcome::Unchanged) notice.add(key, reason);
+}
+
+/** Whether the project has a translation of a plural form, which an export prefers to a value. */
+bool ImportTranslations::hasForm(
+    const File& file, const CatalogueEntry& entry, const Containers::StringView key) const {
+    const Int known = _known.findOther(key);
+    PluralForm form;
+    return known != -1 && !_known.others()[std::size_t(known)].translation.text().isEmpty() &&
+        parsePluralForm(entry.key, form) && _terms.plurals(file.nameSpace).find(form) != -1;
 }
 
 bool ImportTranslations::compareForm(const File& file, const CatalogueEntry& entry, const Containers::StringView key) {

@@ -85,6 +85,7 @@ private:
     bool isSecond(const File& file, const CatalogueEntry& entry, std::size_t term) const;
     void keep(const File& file, const CatalogueEntry& entry, Containers::StringView key, KeptNotice& notice,
         Containers::StringView reason);
+    bool hasForm(const File& file, const CatalogueEntry& entry, Containers::StringView key) const;
     bool compareForm(const File& file, const CatalogueEntry& entry, Containers::StringView key);
     void translate(const File& file, const CatalogueEntry& entry, std::size_t target);
     void skip(const File& file, const CatalogueEntry& entry, Containers::StringView key, Containers::StringView reason);

@@ -38,7 +38,11 @@ TEST(ImportTerms, ValueUnderAKeyCountsBeforeATermOfTheOtherShape) {
 
 TEST(ImportTerms, KeysBesideAndBelowTermsHaveAPlaceOrNone) {
     TestProject project{Menu};
-    const ImportTerms terms{project.project().document(), FallbackLanguage};
+    ImportTerms terms{project.project().document(), FallbackLanguage};
+    Containers::String reason;
+    EXPECT_TRUE(terms.addValue(0, "n", reason));
+    EXPECT_TRUE(terms.hasPlace(0, "n"));
+    EXPECT_FALSE(terms.hasPlace(0, "n.x"));
     EXPECT_TRUE(terms.hasPlace(0, "menu.edit"));
     EXPECT_TRUE(terms.hasPlace(0, "x"));
     EXPECT_FALSE(terms.hasPlace(0, "menu"));

@@ -168,6 +168,22 @@ TEST(ImportTranslations, ValueOfTheDefaultLanguageCountsBeforeATermOfTheOtherSha
     EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("Datei")");
 }
 
+TEST(ImportTranslations, FormThatIsTranslatedStaysOneWhereTheDefaultLanguageGetsAValue) {
+    const std::string translated = R"("translations":{"pl":{"a_few":{"text":"kilka"}}})";
+    TestProject project{
+        R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{)"
+        R"("a_one":{"sourceText":"x","translatable":true},"a_other":{"sourceText":"x","translatable":true}},)" +
+        translated + R"(,"values":{"en":{"a_few":5}}}})"};
+    EXPECT_EQ(import(project, "pl.json", R"({"a_few":7})"),
+        Prefix + "pl.json: a_few: is a number and no text, and the term has a translation\n");
+    expectOneUndoStep(project, [&] { EXPECT_EQ(import(project, "pl.json", R"({"a_few":"parę"})"), ""); });
+    EXPECT_EQ(project.at("/localization/translations/pl/a_few/text"), R"("parę")");
+    TestFolder folder;
+    exportTo(project, {"en", "pl"}, folder.path);
+    EXPECT_EQ(folder.read("pl/translation.json"), "{\n  \"a_few\": \"parę\"\n}\n");
+    EXPECT_EQ(folder.read("en/translation.json"), "{\n  \"a_one\": \"X\",\n  \"a_few\": 5,\n  \"a_other\": \"X\"\n}\n");
+}
+
 TEST(ImportTranslations, FormsThatHaveNoPlaceAreReported) {
     TestProject project{R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{
         "a_one":{"sourceText":"x","translatable":true},"a_other":{"sourceText":"x","translatable":true},
