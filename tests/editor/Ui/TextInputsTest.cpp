@@ -476,8 +476,9 @@ TEST_F(UiTextMultiline, ScrollingByTheBarKeepsWhatIsTyped) {
         user.KeyChars("top ");
         user.Yield(2);
         ImGuiWindow* lines = nullptr;
+        const ImGuiWindow* const parent = user.GetWindowByRef("//Window");
         for(ImGuiWindow* const window: ImGui::GetCurrentContext()->Windows)
-            if(window->ParentWindow == user.GetWindowByRef("//Window") && window->ScrollbarY) lines = window;
+            if(window->ParentWindow == parent && window->ScrollbarY) lines = window;
         IM_CHECK(lines != nullptr);
         const ImVec2 bar = ImGui::GetWindowScrollbarRect(lines, ImGuiAxis_Y).GetCenter();
         user.MouseMoveToPos(bar);
