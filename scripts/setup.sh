@@ -66,6 +66,7 @@ packages=(
     "window and OpenGL:libglfw3-dev libepoxy-dev libgl-dev libopengl-dev libx11-dev"
     "text, fonts and pictures:libfreetype-dev libfontconfig-dev libicu-dev libpng-dev"
     "projects and archives:rapidjson-dev libzip-dev libcli11-dev"
+    "identifiers:uuid-dev"
     "letters of many languages:fonts-dejavu-core fonts-noto-core fonts-noto-cjk"
     "drawing without a display:xvfb libgl1-mesa-dri libglx-mesa0"
 )
