@@ -9,9 +9,9 @@
 
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
-#include "plugin/DialogProgram.h"
 #include "plugin/FakeTools.h"
 #include "plugin/ViewTest.h"
+#include "support/DialogProgram.h"
 
 namespace QuorvaneEngine::Test {
 namespace {

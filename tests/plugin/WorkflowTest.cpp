@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 
 #include "ChangeManager.h"
-#include "plugin/DialogProgram.h"
 #include "plugin/ViewTest.h"
 #include "support/CapturedOutput.h"
+#include "support/DialogProgram.h"
 
 namespace QuorvaneEngine::Test {
 namespace {

@@ -1,4 +1,4 @@
-#include "plugin/DialogProgram.h"
+#include "support/DialogProgram.h"
 
 #include <cstdlib>
 #include <fstream>
