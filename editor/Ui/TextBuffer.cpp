@@ -18,6 +18,10 @@ void assignBuffer(Containers::Array<char>& buffer, const Containers::StringView 
     buffer[text.size()] = '\0';
 }
 
+Containers::StringView editableText(const Containers::StringView stored) {
+    return stored.isEmpty() ? Containers::StringView{""} : Containers::StringView{stored.data()};
+}
+
 Containers::StringView bufferText(const Containers::Array<char>& buffer) {
     const void* const end = buffer.isEmpty() ? nullptr : std::memchr(buffer.data(), '\0', buffer.size());
     return {buffer.data(), end ? std::size_t(static_cast<const char*>(end) - buffer.data()) : buffer.size()};

@@ -23,6 +23,10 @@ void growBuffer(Containers::Array<char>& buffer, std::size_t size);
     @param room     how much larger than the text it has to be, in bytes, at least 1 */
 void assignBuffer(Containers::Array<char>& buffer, Containers::StringView text, std::size_t room = 1);
 
+/** A text of the document as an input shows it, up to its first zero byte.
+    @param stored   NUL-terminated, or empty */
+Containers::StringView editableText(Containers::StringView stored);
+
 /** The text that a buffer holds, empty for one without bytes. */
 Containers::StringView bufferText(const Containers::Array<char>& buffer);
 

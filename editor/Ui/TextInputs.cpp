@@ -19,11 +19,6 @@ namespace {
 constexpr ImGuiInputTextFlags RenameFlags =
     ImGuiInputTextFlags_CallbackResize | ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll;
 
-/** A text of the document as an input shows it, up to its first zero byte. */
-Containers::StringView shownText(const Containers::StringView stored) {
-    return stored.isEmpty() ? Containers::StringView{""} : Containers::StringView{stored.data()};
-}
-
 /** Whether a button was clicked somewhere else than on the last item. */
 bool isClickedElsewhere(const ImGuiMouseButton button) {
     return ImGui::IsMouseClicked(button) && !ImGui::IsItemHovered();
@@ -52,13 +47,23 @@ bool Ui::inputTextMultiline(const Containers::StringView name, const bool absolu
 
 Ui::TextEdit Ui::editText(
     const Containers::StringView name, const Containers::StringView valuePath, const bool isMultiline) {
-    const Containers::StringView stored = shownText(JsonObject{project->getValue(valuePath, false)}.asString());
+    const Containers::StringView stored = editableText(JsonObject{project->getValue(valuePath, false)}.asString());
     assignBuffer(editBuffer, stored);
     valueLabel(name);
     if(ImGui::GetCurrentWindow()->SkipItems) return {};
 
     const ImGuiID item = getId("##val");
     const bool differs = drawInput(editBuffer, isMultiline);
+    const TextEdit edit = followText(item, stored, differs);
+    if(edit.isCommitted) {
+        changes->pushChange(valuePath, bufferText(pendingText), true);
+        dropPendingText();
+    }
+    valueContextMenu(valuePath);
+    return edit;
+}
+
+Ui::TextEdit Ui::followText(const unsigned item, const Containers::StringView stored, const bool differs) {
     TextEdit edit;
     // A new edit begins, the item was not there when the last one ended.
     if(ImGui::IsItemActivated() && pendingItem == item) dropPendingText();
@@ -66,10 +71,8 @@ Ui::TextEdit Ui::editText(
     if(differs || (pendingItem == item && ImGui::IsItemActive())) edit.isChanged = keepPendingText(item, stored);
     if(!pendingText.isEmpty() && pendingItem == item && ImGui::IsItemDeactivated()) {
         edit.isCommitted = bufferText(pendingText) != stored;
-        if(edit.isCommitted) changes->pushChange(valuePath, bufferText(pendingText), true);
-        dropPendingText();
+        if(!edit.isCommitted) dropPendingText();
     }
-    valueContextMenu(valuePath);
     return edit;
 }
 
@@ -92,7 +95,7 @@ bool Ui::renameable(const Containers::StringView name, const bool absolute) {
     const Scope scope{this, name};
     const ImGuiID item = getId(name);
     const Containers::StringView valuePath = absolute ? name : scopePath();
-    const Containers::StringView stored = shownText(JsonObject{project->getValue(valuePath, false)}.asString());
+    const Containers::StringView stored = editableText(JsonObject{project->getValue(valuePath, false)}.asString());
     if(renamingItem == item) return rename(valuePath, stored);
 
     const ImVec2 position = ImGui::GetCursorScreenPos();

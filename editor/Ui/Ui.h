@@ -286,6 +286,20 @@ public:
 
     /** @} */
 
+    /** @{ @name Files */
+
+    /** The path of a file, typed or chosen in the desktop's own dialog, which a button opens. What is typed becomes a change as in
+        @ref inputText() , what is chosen at once; one after the other they merge. A path in the project's folder is stored relative to
+        it, any other as it is: chosen ones are absolute then. The dialog starts at the present path, or in the project's folder. A value
+        that is no string counts as empty.
+        @param title    of the dialog
+        @param filters  pairs of a description and a pattern, such as "Pictures", "*.png"
+        @return whether a change was pushed in this frame */
+    bool fileSelect(Containers::StringView name, Containers::StringView title,
+        Containers::ArrayView<const Containers::StringView> filters);
+
+    /** @} */
+
     /** @{ @name Search and lists */
 
     /** Searches a collection by a text that each entry has, without regard to case.
@@ -355,6 +369,11 @@ private:
     };
 
     TextEdit editText(Containers::StringView name, Containers::StringView valuePath, bool isMultiline);
+
+    /** Follows what is typed into the last item, which shows @ref editBuffer . A text that is committed lies in @ref pendingText
+        until the caller drops it.
+        @param differs      whether the input says that its text is not the stored one */
+    TextEdit followText(unsigned item, Containers::StringView stored, bool differs);
     bool rename(Containers::StringView valuePath, Containers::StringView stored);
 
     /** Keeps the text of @ref editBuffer as that of an item, whose value holds another one. Returns whether it is news. */

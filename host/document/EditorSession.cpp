@@ -51,6 +51,7 @@ bool EditorSession::open(const Containers::StringView folder) {
     rapidjson::Document document;
     if(!_storage->open(folder, document)) return false;
     _folder = Containers::String{_storage->folder()};
+    _data.projectFolder = _folder;
     takeOver(std::move(document));
     _editor.layoutLoadScheduled = false;
     return true;

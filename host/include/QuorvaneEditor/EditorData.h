@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Corrade/Containers/String.h>
+
 #include "QuorvaneEditor/Host.h"
 #include "QuorvaneEditor/ResourceIndexMap.h"
 #include "Utils/Function.h"
@@ -34,6 +36,9 @@ public:
         Takes the path of the value, which is not kept, and whether it holds the object's name and not its ID. Empty where the host
         has nothing to pick objects in: then widgets show the button for it disabled. */
     Function<void(Containers::StringView path, bool byName)> pickObject;
+
+    /** The folder of the open project, absolute, with forward slashes; empty where there is none. */
+    Containers::String projectFolder;
 
 private:
     const ProjectFile* _project;

@@ -76,6 +76,7 @@ protected:
 TEST_F(EditorSessionTest, BeginsWithAnEmptyDocumentInNoFolder) {
     EXPECT_EQ(content(), "{}\n");
     EXPECT_EQ(session.folder(), "");
+    EXPECT_EQ(session.data().projectFolder, "");
     EXPECT_FALSE(session.hasUnsavedChanges());
     EXPECT_FALSE(save());
     EXPECT_EQ(warning, "ProjectStorage::save(): the project has no folder\n");
@@ -95,6 +96,7 @@ TEST_F(EditorSessionTest, TheEditorLeadsToAllThatTheSessionOwns) {
     ASSERT_TRUE(open());
     EXPECT_EQ(session.editor().projectPath(), "/p");
     EXPECT_EQ(session.folder(), "/p");
+    EXPECT_EQ(session.data().projectFolder, "/p");
 }
 
 TEST_F(EditorSessionTest, OpeningMakesAFreshProjectOfAllFiles) {
@@ -151,6 +153,7 @@ TEST_F(EditorSessionTest, AProjectThatCannotBeOpenedLeavesEverythingAsItWas) {
     EXPECT_EQ(content(), before);
     EXPECT_EQ(session.project().revision(), revision);
     EXPECT_EQ(session.folder(), "/p");
+    EXPECT_EQ(session.data().projectFolder, "/p");
     EXPECT_TRUE(session.changes().isGroupOpen());
     EXPECT_TRUE(session.hasUnsavedChanges());
     EXPECT_TRUE(session.editor().layoutLoadScheduled);
