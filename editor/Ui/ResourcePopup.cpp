@@ -153,10 +153,8 @@ bool drawSearch(Containers::Array<char>& text) {
 
 void Ui::resourcePopup(const Containers::StringView type, const bool byName, ResourceFilter& filter,
     const bool isOpened, const ImVec2& min, const ImVec2& max) {
-    if(isOpened) {
-        resourceSearch[0] = '\0';
-        ImGui::OpenPopup(PopupName);
-    }
+    // The search is emptied as it takes the keyboard.
+    if(isOpened) ImGui::OpenPopup(PopupName);
     placePopup(min, max);
     int chosen = Nothing;
     {

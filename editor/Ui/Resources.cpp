@@ -90,12 +90,8 @@ void drawUnknownSign() {
     @return whether it was clicked */
 bool drawField(const Containers::StringView shown, const float reserved) {
     ImGui::SetNextItemWidth(std::max(ImGui::GetContentRegionAvail().x - reserved, 1.0f));
-    bool isOpened = false;
-    if(const ComboGuard combo{ImGui::BeginCombo("##val", "")}) {
-        // By the keyboard. A click opens the list first, which keeps the field from opening one of its own.
-        ImGui::CloseCurrentPopup();
-        isOpened = true;
-    }
+    // Only the keyboard opens the library's own list, whose place ours takes. A click opens ours first.
+    const bool isOpened{ComboGuard{ImGui::BeginCombo("##val", "")}};
     // As a preview, the name would lose what follows "##".
     const ImVec2 min = ImGui::GetItemRectMin();
     const ImVec2 max = ImGui::GetItemRectMax();
