@@ -20,6 +20,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -34,14 +35,9 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
-#if __has_include(<valgrind/callgrind.h>)
-#include <valgrind/callgrind.h>
-#else
-#define CALLGRIND_START_INSTRUMENTATION
-#define CALLGRIND_STOP_INSTRUMENTATION
-#endif
-
+#include "Callgrind.h"
 #include "ExchangeData.h"
+#include "Figures.h"
 #include "NodeProcess.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/LocalizationTools.h"
@@ -52,16 +48,9 @@ namespace {
 
 using namespace QuorvaneEngine;
 
-constexpr double NoTarget = 0.0;
 constexpr int InstructionTerms = 1000;
 
 Containers::StringView viewed(const std::string& text) { return {text.data(), text.size()}; }
-
-template <class Act> double secondsOf(Act&& act) {
-    const auto begin = std::chrono::steady_clock::now();
-    act();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
 
 /* A folder on the disk that goes with the object. */
 class Folder {
@@ -155,7 +144,7 @@ struct Project {
 
     Containers::Array<UnsignedInt> languages() {
         Containers::Array<UnsignedInt> indices;
-        for(const auto& member: session.project().document()["languages"].GetObject())
+        for(const auto& member: std::as_const(session.project().document())["languages"].GetObject())
             Containers::arrayAppend(indices, UnsignedInt(findLanguage(member.name.GetString())));
         return indices;
     }
@@ -176,75 +165,6 @@ struct Project {
         const rapidjson::Value* const terms = session.project().getValue("/localization/terms", false);
         return terms ? terms->MemberCount() : 0;
     }
-};
-
-/* --- Figures ----------------------------------------------------------------------------------------------------- */
-
-bool print(const std::string& name, std::vector<double> values, const double target) {
-    std::sort(values.begin(), values.end());
-    const double median = values[values.size() / 2];
-    const bool isMet = target == NoTarget || median <= target;
-    std::printf("%-48s %8.3f %8.3f %8.3f", name.c_str(), median, values.front(), values.back());
-    if(target == NoTarget) std::printf(" %8s\n", "-");
-    else std::printf(" %8.3f %s\n", target, isMet ? "met" : "MISSED");
-    std::fflush(stdout);
-    return isMet;
-}
-
-bool fail(const std::string& what) {
-    std::printf("%-48s %35s MISSED\n", what.c_str(), "");
-    return false;
-}
-
-/* What is compared with, by its name. */
-struct Base {
-    std::string name;
-    double target;
-    std::function<double()> secondsOf;
-};
-
-class Measures {
-public:
-    /* Both in the order that this round has: neither is always the one that finds the caches cold. */
-    void take(const std::string& name, const std::vector<Base>& bases, const std::function<void()>& act) {
-        double seconds = 0.0;
-        if(_isTurned) seconds = secondsOf(act);
-        std::vector<double> baseSeconds;
-        baseSeconds.reserve(bases.size());
-        for(const Base& base: bases) baseSeconds.push_back(base.secondsOf());
-        if(!_isTurned) seconds = secondsOf(act);
-        for(std::size_t i = 0; i != bases.size(); ++i) {
-            // A base that is not there gives no figure.
-            if(baseSeconds[i] <= 0.0) continue;
-            const std::string whole = name + " / " + bases[i].name;
-            const auto at =
-                std::find_if(_figures.begin(), _figures.end(), [&](const Figure& one) { return one.name == whole; });
-            Figure& figure = at == _figures.end() ? _figures.emplace_back(Figure{whole, bases[i].target, {}}) : *at;
-            figure.ratios.push_back(seconds / baseSeconds[i]);
-        }
-        std::fprintf(stderr, "%-40s %8.1f ms", name.c_str(), seconds * 1000.0);
-        for(std::size_t i = 0; i != bases.size(); ++i)
-            std::fprintf(stderr, ", %s %.1f ms", bases[i].name.c_str(), baseSeconds[i] * 1000.0);
-        std::fprintf(stderr, "\n");
-    }
-
-    void turn() { _isTurned = !_isTurned; }
-
-    bool printAll() const {
-        bool isMet = true;
-        for(const Figure& figure: _figures) isMet &= print(figure.name, figure.ratios, figure.target);
-        return isMet;
-    }
-
-private:
-    struct Figure {
-        std::string name;
-        double target;
-        std::vector<double> ratios;
-    };
-
-    std::vector<Figure> _figures;
-    bool _isTurned = false;
 };
 
 /* --- Processes of their own -------------------------------------------------------------------------------------- */
@@ -284,21 +204,6 @@ int measureMemory(const char* const what, const std::string& folder, const std::
     else project.import(path);
     std::printf("%ld\n", (memory("VmHWM:") - before) * 1024);
     return project.termCount() ? 0 : 1;
-}
-
-/* Instructions of an import or of the bare parse, counted by valgrind; 0 where it cannot. */
-double instructionsOf(
-    const std::string& program, const char* const what, const std::string& path, const Folder& folder) {
-    const std::string file = folder / "callgrind";
-    const std::string command = "valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file='" + file + "' '" +
-        program + "' --instructions " + what + " '" + path + "' >/dev/null 2>&1";
-    double instructions = 0.0;
-    if(std::system(command.c_str()) == 0) {
-        std::ifstream output{file};
-        for(std::string line; std::getline(output, line);)
-            if(line.compare(0, 8, "totals: ") == 0) instructions = std::atof(line.c_str() + 8);
-    }
-    return instructions;
 }
 
 int countInstructions(const char* const what, const std::string& path) {
@@ -426,7 +331,7 @@ private:
 
     bool peak(const std::string& name, const char* const what, const std::string& project, const std::string& path) {
         const double bytes = peakOf(_program, what, project, path);
-        return print(name + " / texts", {bytes / double(sizeOf(_texts))}, 4.0);
+        return print(name + " / texts", std::vector{bytes / double(sizeOf(_texts))}, 4.0);
     }
 
     void check(const bool isGood) { _isGood &= isGood; }
@@ -442,18 +347,18 @@ private:
     std::vector<rapidjson::Document> _documents, _projectDocuments;
 };
 
-bool printInstructions(const std::string& program) {
+bool printInstructions() {
     const Folder folder;
     ExchangeData::write(ExchangeData::make(InstructionTerms, 0), folder / "first");
-    const auto count = [&](const char* const what) { return instructionsOf(program, what, folder / "first", folder); };
+    const auto count = [&](const std::string& what) { return instructionsOf(what + " '" + (folder / "first") + "'"); };
     const double parse = count("parse"), import = count("import"), writer = count("writer"), exported = count("export");
     if(parse == 0.0 || writer == 0.0) {
         std::printf("instructions are not counted: there is no working valgrind\n");
         return true;
     }
     std::printf("20 languages, %d terms each: instructions\n", InstructionTerms);
-    print("import, folder / bare parse", {import / parse}, NoTarget);
-    print("export, folder / bare writer", {exported / writer}, NoTarget);
+    print("import, folder / bare parse", std::vector{import / parse}, NoTarget);
+    print("export, folder / bare writer", std::vector{exported / writer}, NoTarget);
     return true;
 }
 
@@ -473,6 +378,6 @@ int main(const int argc, char** const argv) {
     if(argc == 3) return Exchange{program, std::atoi(argv[1]), node}.run(std::atoi(argv[2])) ? 0 : 1;
     bool isMet = Exchange{program, 10000, node}.run(9);
     isMet &= Exchange{program, 30000, node}.run(5);
-    printInstructions(program);
+    printInstructions();
     return isMet ? 0 : 1;
 }

@@ -4,13 +4,11 @@
    median of the pairs' ratios is printed, because a shared machine is slower from one second to the next. Instructions come from the
    processor's counter where the system hands it out, else from valgrind. */
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -25,14 +23,9 @@
 #include <imgui.h>
 #include <rapidjson/document.h>
 
-#if __has_include(<valgrind/callgrind.h>)
-#include <valgrind/callgrind.h>
-#else
-#define CALLGRIND_START_INSTRUMENTATION
-#define CALLGRIND_STOP_INSTRUMENTATION
-#endif
-
+#include "Callgrind.h"
 #include "EditorView.h"
+#include "Figures.h"
 #include "QuorvaneEditor/AbstractModule.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
@@ -161,53 +154,8 @@ private:
     int _file;
 };
 
-double secondsOf(Frame& frame) {
-    const auto begin = std::chrono::steady_clock::now();
-    frame.draw(FramesPerSample);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
-double timeRatio(Frame& base, Frame& frame) {
-    std::vector<double> ratios;
-    for(int i = 0; i != Pairs; ++i) {
-        /* Neither is always the one that finds the caches cold */
-        double baseTime, time;
-        if(i % 2) {
-            baseTime = secondsOf(base);
-            time = secondsOf(frame);
-        } else {
-            time = secondsOf(frame);
-            baseTime = secondsOf(base);
-        }
-        ratios.push_back(time / baseTime);
-    }
-    std::nth_element(ratios.begin(), ratios.begin() + Pairs / 2, ratios.end());
-    return ratios[Pairs / 2];
-}
-
-/* Runs this program once more under valgrind, which counts the instructions of some frames; 0 where it cannot */
-double instructionsByValgrind(const char* const program, const int terms) {
-    std::string file = "/tmp/quorvane-frame-XXXXXX";
-    const int handle = mkstemp(file.data());
-    if(handle < 0) return 0.0;
-    close(handle);
-    const std::string command = "valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file='" + file + "' '" +
-        program + "' --instructions " + std::to_string(terms) + " >/dev/null 2>&1";
-    double instructions = 0.0;
-    if(std::system(command.c_str()) == 0) {
-        std::ifstream output{file};
-        for(std::string line; std::getline(output, line);)
-            if(line.compare(0, 8, "totals: ") == 0) instructions = std::atof(line.c_str() + 8);
-    }
-    std::remove(file.c_str());
-    return instructions;
-}
-
-bool print(const std::string& name, const double value, const double target) {
-    const bool met = value <= target;
-    std::printf("%-32s %10.3f %8.3f %s\n", name.c_str(), value, target, met ? "met" : "MISSED");
-    std::fflush(stdout);
-    return met;
+std::function<double()> timeOf(Frame& frame) {
+    return [&] { return secondsOf([&] { frame.draw(FramesPerSample); }); };
 }
 
 int measureInstructions(Manager& manager, const int terms) {
@@ -234,7 +182,8 @@ int main(const int argc, char** const argv) {
     for(const std::unique_ptr<Frame>& frame: frames) met &= frame->showsRows();
     if(!met) std::fprintf(stderr, "the view shows no rows\n");
     for(std::size_t i = 1; i != Counts.size(); ++i)
-        met &= print("frame time, " + std::to_string(Counts[i]), timeRatio(*frames[0], *frames[i]), MaxRatio);
+        met &= print("frame time, " + std::to_string(Counts[i]),
+            medianRatio(Pairs, timeOf(*frames[i]), timeOf(*frames[0])), MaxRatio);
 
     const InstructionCounter counter;
     const bool counts = counter.works();
@@ -247,7 +196,7 @@ int main(const int argc, char** const argv) {
             const double before = counter.value();
             frames[i]->draw(FramesPerSample);
             instructions = counter.value() - before;
-        } else instructions = instructionsByValgrind(argv[0], Counts[i]);
+        } else instructions = instructionsOf(std::to_string(Counts[i]));
         if(!instructions) {
             std::fprintf(stderr, "instructions cannot be counted: there is neither a counter nor a working valgrind\n");
             met = print("instructions, " + std::to_string(Counts[i]), 1.0e9, MaxRatio);

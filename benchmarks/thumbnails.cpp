@@ -5,7 +5,6 @@
    process, and the median of the pairs' ratios is printed. Runs on a virtual display with software OpenGL where there is no other. */
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -17,6 +16,8 @@
 #include <Magnum/PixelFormat.h>
 #include <imgui.h>
 
+#include "BareGui.h"
+#include "Figures.h"
 #include "ThumbnailManager.h"
 #include "editor/AttachmentLog.h"
 #include "editor/GlWindow.h"
@@ -35,65 +36,6 @@ constexpr int Columns = 64;
 
 /* What a look-up and a rounded corner may add to an image item */
 constexpr double MaxRatio = 3.0;
-
-bool print(const std::string& name, const double value, const double target) {
-    const bool met = value <= target;
-    std::printf("%-44s %10.3f %8.3f %s\n", name.c_str(), value, target, met ? "met" : "MISSED");
-    std::fflush(stdout);
-    return met;
-}
-
-/* The GUI, without anybody who renders it */
-class Gui {
-public:
-    Gui() {
-        ImGui::CreateContext();
-        ImGuiIO& io = ImGui::GetIO();
-        io.IniFilename = nullptr;
-        io.DisplaySize = {1280.0f, 900.0f};
-        io.DeltaTime = 1.0f / 60.0f;
-        io.BackendFlags |= ImGuiBackendFlags_RendererHasTextures | ImGuiBackendFlags_RendererHasVtxOffset;
-        io.Fonts->AddFontDefault();
-        ImGui::GetStyle().ItemSpacing = {2.0f, 2.0f};
-    }
-    ~Gui() {
-        for(ImTextureData* const texture: ImGui::GetPlatformIO().Textures)
-            texture->SetStatus(ImTextureStatus_Destroyed);
-        ImGui::DestroyContext();
-    }
-
-    Gui(const Gui&) = delete;
-    Gui& operator=(const Gui&) = delete;
-
-    /* Draws all items into one window, in rows, and returns the time that they alone took */
-    template <class Item> double frame(Item&& item) {
-        ImGui::NewFrame();
-        ImGui::SetNextWindowPos({0.0f, 0.0f});
-        ImGui::SetNextWindowSize(ImGui::GetIO().DisplaySize);
-        ImGui::Begin("Thumbnails");
-        const auto begin = std::chrono::steady_clock::now();
-        for(int i = 0; i != Names; ++i) {
-            if(i % Columns) ImGui::SameLine();
-            item(i);
-        }
-        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
-        ImGui::End();
-        ImGui::Render();
-        for(ImTextureData* const texture: *ImGui::GetDrawData()->Textures) {
-            if(texture->Status == ImTextureStatus_WantCreate) texture->SetTexID(1);
-            texture->SetStatus(ImTextureStatus_OK);
-        }
-        return time.count();
-    }
-
-    /* The draw commands of the last frame whose texture is not the font's */
-    static int commands() {
-        int count = 0;
-        for(const ImDrawList* const list: ImGui::GetDrawData()->CmdLists)
-            for(const ImDrawCmd& command: list->CmdBuffer) count += !command.TexRef._TexData && command.ElemCount;
-        return count;
-    }
-};
 
 std::vector<std::string> makeNames() {
     std::vector<std::string> names;
@@ -133,42 +75,49 @@ bool measureLookUps(ThumbnailManager& manager, const std::vector<std::string>& n
     return print("allocations, 2 x 2,048 look-ups", count, 0.0) && known;
 }
 
+/* The draw commands of the last frame whose texture is not the font's */
+int commands() {
+    int count = 0;
+    for(const ImDrawList* const list: ImGui::GetDrawData()->CmdLists)
+        for(const ImDrawCmd& command: list->CmdBuffer) count += !command.TexRef._TexData && command.ElemCount;
+    return count;
+}
+
 bool measureDrawing(ThumbnailManager& manager, const std::vector<std::string>& names) {
-    Gui gui;
+    BareGui gui;
+    ImGui::GetStyle().ItemSpacing = {2.0f, 2.0f};
     bool drawn = true;
     const auto thumbnail = [&](const int i) {
         drawn &= manager.thumbnail(viewed(names[std::size_t(i)]), {Size, Size});
     };
     const auto slice = reinterpret_cast<ImTextureID>(&manager.atlasSlice(0));
     const auto image = [&](int) { ImGui::Image(slice, {Size, Size}); };
+    const auto frame = [&](const auto& item) {
+        return gui.frame([&] {
+            for(int i = 0; i != Names; ++i) {
+                if(i % Columns) ImGui::SameLine();
+                item(i);
+            }
+        });
+    };
     for(int i = 0; i != WarmUp; ++i) {
-        gui.frame(image);
-        gui.frame(thumbnail);
+        frame(image);
+        frame(thumbnail);
     }
     /* What is clipped would cost little, too */
     drawn &= ImGui::GetDrawData()->TotalVtxCount >= 4 * Names;
     if(!drawn) std::fprintf(stderr, "not every thumbnail was drawn\n");
-    bool met = print("draw commands, 2,048 thumbnails", Gui::commands(), Slices) && drawn;
+    bool met = print("draw commands, 2,048 thumbnails", commands(), Slices) && drawn;
 
     const Test::Allocations allocations;
-    gui.frame(thumbnail);
+    frame(thumbnail);
     met &= print("allocations, a frame of 2,048 thumbnails", double(allocations.count()), 0.0);
 
-    std::vector<double> ratios;
-    for(int i = 0; i != Pairs; ++i) {
-        /* Neither is always the one that finds the caches cold */
-        double base, time;
-        if(i % 2) {
-            base = gui.frame(image);
-            time = gui.frame(thumbnail);
-        } else {
-            time = gui.frame(thumbnail);
-            base = gui.frame(image);
-        }
-        ratios.push_back(time / base);
-    }
-    std::nth_element(ratios.begin(), ratios.begin() + Pairs / 2, ratios.end());
-    return print("time, thumbnails to image items", ratios[Pairs / 2], MaxRatio) && met;
+    return print("time, thumbnails to image items",
+               medianRatio(
+                   Pairs, [&] { return frame(thumbnail); }, [&] { return frame(image); }),
+               MaxRatio) &&
+        met;
 }
 
 }
