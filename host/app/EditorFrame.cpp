@@ -37,7 +37,7 @@ EditorFrame::~EditorFrame() {
     _exchange.stop();
     _jobs->waitForAll();
     // A handler's code may lie in a module, and the session lives longer than that.
-    _session->changes().reset(_session->project());
+    _session->forgetHandlers();
 }
 
 bool EditorFrame::open(Containers::StringView folder) {

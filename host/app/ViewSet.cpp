@@ -11,6 +11,8 @@
 #include "EditorView.h"
 #include "ImGuiGuards.h"
 #include "QuorvaneEditor/EditorData.h"
+#include "QuorvaneEditor/ProjectWatch.h"
+#include "QuorvaneEditor/QuorvaneEditor.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "app/Widgets.h"
 #include "modules/ModuleLoader.h"
@@ -38,8 +40,11 @@ ViewSet::ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, 
 }
 
 ViewSet::~ViewSet() {
-    for(const Entry& entry: _entries)
-        if(entry.view) entry.view->deinit();
+    for(const Entry& entry: _entries) {
+        if(!entry.view) continue;
+        entry.view->deinit();
+        endSubscriptions(entry);
+    }
 }
 
 AbstractModule* ViewSet::load(Containers::StringView name) {
@@ -59,8 +64,14 @@ void ViewSet::stop(Entry& entry) {
     entry.reason = {};
     if(!entry.view) return;
     entry.view->deinit();
+    endSubscriptions(entry);
     entry.view = nullptr;
     _modules->unload(entry.module);
+}
+
+void ViewSet::endSubscriptions(const Entry& entry) {
+    // Those as well whose guards the view has lost: their code goes with the module.
+    if(ProjectWatch* const watch = _application->editor().projectWatch()) watch->endAll(*entry.view);
 }
 
 void ViewSet::restart() {
@@ -83,6 +94,7 @@ void ViewSet::restart(const Containers::StringView title) {
 void ViewSet::reload() {
     for(Entry& entry: _entries) {
         if(entry.view) {
+            endSubscriptions(entry);
             entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
         } else if(_started) {
             start(entry);

@@ -31,7 +31,8 @@ public:
 
     /** Makes a fresh view of every module, bound to the current GUI context. Views that are there are destroyed and their modules
         loaded anew, so that nothing of the project that they have seen so far is left in them; a library that cannot be taken
-        out of the process is a warning of the loader's. Nothing of the modules may be in use: no job, no handler of changes.
+        out of the process is a warning of the loader's. Their subscriptions end. Nothing else of the modules may be in use: no job,
+        no handler of changes.
         Identifiers and open flags stay. */
     void restart();
 
@@ -67,6 +68,7 @@ private:
     };
 
     AbstractModule* load(Containers::StringView name);
+    void endSubscriptions(const Entry& entry);
     void start(Entry& entry);
     void stop(Entry& entry);
     void drawReason(Entry& entry);

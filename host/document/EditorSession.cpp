@@ -36,11 +36,19 @@ void number(EditorSession& session, const Numbered& numbered) {
 
 EditorSession::EditorSession(JobSystem* const jobs, FileSystem* const fileSystem)
     : _changes{_project},
+      _watch{_changes},
       _data{_project},
-      _editor{_project, _changes, _state, _folder, jobs},
+      _editor{_project, _changes, _state, _folder, jobs, &_watch},
       _storage{Corrade::InPlaceInit, fileSystem ? *fileSystem : FileSystem::disk()} {
     _storage->setSaved(_project.document());
-    registerHandlers();
+    numberResources();
+    for(const Numbered& numbered: NumberedCollections)
+        _numbering.push_back(_watch.subscribe(nullptr, numbered.collection,
+            [this, &numbered](const Change& change, Containers::ArrayView<Containers::StringView> components) {
+                // To set what was in the collection before adds no resource and takes none away.
+                const bool isSet = change.oldValue && change.newValue;
+                if(!isSet || components.size() < 3) number(*this, numbered);
+            }));
 }
 
 EditorSession::~EditorSession() = default;
@@ -97,11 +105,11 @@ void EditorSession::replaceDocument(rapidjson::Document&& document) {
 void EditorSession::takeOver(rapidjson::Document&& document) {
     // The log's values live in the document that goes.
     if(_changes.isGroupOpen()) _changes.commit();
-    _changes.reset(_project);
+    forgetHandlers();
     _project.replace(std::move(document));
     _editor.lastRun.reset();
     markSaved();
-    registerHandlers();
+    numberResources();
 }
 
 void EditorSession::markSaved() {
@@ -115,18 +123,13 @@ const rapidjson::Value* EditorSession::lastValue() {
     return _changes.canUndo() ? _changes.lastChange().newValue.get() : nullptr;
 }
 
-void EditorSession::registerHandlers() {
-    for(const Numbered& numbered: NumberedCollections) {
-        number(*this, numbered);
-        _changes.addChangeHandler(
-            numbered.collection,
-            [this, &numbered](const Change& change, Containers::ArrayView<Containers::StringView> components, void*) {
-                // To set what was in the collection before adds no resource and takes none away.
-                const bool isSet = change.oldValue && change.newValue;
-                if(!isSet || components.size() < 3) number(*this, numbered);
-            },
-            nullptr);
-    }
+void EditorSession::forgetHandlers() {
+    _changes.reset(_project);
+    _watch.attach();
+}
+
+void EditorSession::numberResources() {
+    for(const Numbered& numbered: NumberedCollections) number(*this, numbered);
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
@@ -10,6 +11,7 @@
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/Host.h"
 #include "QuorvaneEditor/ProjectFile.h"
+#include "QuorvaneEditor/ProjectWatch.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
 
 namespace QuorvaneEngine {
@@ -20,8 +22,8 @@ class ProjectStorage;
 /** One editor at work on one project after another: the document in memory, its change log, what views are told about it, and the
     folder that it is loaded from and saved to. The desktop editor, the batch tool and tests are built on it.
 
-    The session listens to the changes of the collections of resources ("images", "materials", "meshes"), whose keys in the change
-    manager are therefore taken. All on the GUI thread. */
+    Whoever wants to hear of changes subscribes to @ref watch() , as the session does for the collections of resources ("images",
+    "materials", "meshes"), whose numbers are therefore right when others are told. All on the GUI thread. */
 class QUORVANE_API EditorSession {
 public:
     /** Begins with an empty document in no folder.
@@ -34,7 +36,7 @@ public:
     EditorSession& operator=(const EditorSession&) = delete;
 
     /** Opens the project in a folder in place of the present one, whose unsaved changes are lost: an open group is closed, the
-        change log is emptied, handlers of others are forgotten. What a save that was cut short left behind is completed or
+        change log is emptied, handlers are forgotten, subscriptions to @ref watch() stay. What a save that was cut short left behind is completed or
         rolled back first.
 
         A project that cannot be read prints a warning with file, place and reason; then everything is as before. In the folder
@@ -69,8 +71,13 @@ public:
         from what that folder holds; without a folder it counts as saved. */
     void replaceDocument(rapidjson::Document&& document);
 
+    /** Resets the change manager, whose handlers may be code of modules that are about to go; the log goes with them. Subscriptions to
+        @ref watch() stay. */
+    void forgetHandlers();
+
     ProjectFile& project() { return _project; }
     ChangeManager& changes() { return _changes; }
+    ProjectWatch& watch() { return _watch; }
     EditorState& state() { return _state; }
     EditorData& data() { return _data; }
     QuorvaneEditor& editor() { return _editor; }
@@ -81,18 +88,20 @@ public:
 private:
     void takeOver(rapidjson::Document&& document);
     void markSaved();
-    void registerHandlers();
+    void numberResources();
 
     /** What the last applied change set, null where there is none. */
     const rapidjson::Value* lastValue();
 
     ProjectFile _project;
     ChangeManager _changes;
+    ProjectWatch _watch;
     EditorState _state;
     EditorData _data;
     Containers::String _folder;
     QuorvaneEditor _editor;
     Containers::Pointer<ProjectStorage> _storage;
+    std::vector<ProjectWatch::Subscription> _numbering;
 
     /** Revisions at which the document was known to be as saved, and known to differ. */
     Int _savedRevision = 0;

@@ -37,6 +37,7 @@ class JsonObject;
 class KeyIterator;
 class ObjectResourceManager;
 class ProjectFile;
+class ProjectWatch;
 class QuorvaneEditor;
 class QuorvaneEditorApplication;
 class ResourceIndexMap;

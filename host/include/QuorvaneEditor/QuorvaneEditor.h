@@ -14,15 +14,24 @@ namespace QuorvaneEngine {
 class QuorvaneEditor {
 public:
     /** @param projectPath  the project's folder, absolute, with forward slashes; not copied
-        @param jobs         may be null where nothing runs beside the calling thread */
+        @param jobs         may be null where nothing runs beside the calling thread
+        @param watch        may be null where nobody listens */
     explicit QuorvaneEditor(ProjectFile& project, ChangeManager& changes, EditorState& state,
-        const Containers::String& projectPath, JobSystem* jobs)
-        : _project{&project}, _changes{&changes}, _state{&state}, _directory{&projectPath}, _jobs{jobs} {}
+        const Containers::String& projectPath, JobSystem* jobs, ProjectWatch* watch = nullptr)
+        : _project{&project},
+          _changes{&changes},
+          _state{&state},
+          _directory{&projectPath},
+          _jobs{jobs},
+          _watch{watch} {}
 
     ProjectFile& project() const { return *_project; }
     ChangeManager& changeManager() const { return *_changes; }
     EditorState& state() const { return *_state; }
     JobSystem* jobSystem() const { return _jobs; }
+
+    /** Tells of changes of the project. */
+    ProjectWatch* projectWatch() const { return _watch; }
 
     /** The project's folder. */
     Containers::StringView projectPath() const { return *_directory; }
@@ -42,6 +51,7 @@ private:
     EditorState* _state;
     const Containers::String* _directory;
     JobSystem* _jobs;
+    ProjectWatch* _watch;
 };
 
 }

@@ -1,0 +1,91 @@
+#include "app/ViewSet.h"
+
+#include <ostream>
+#include <sstream>
+
+#include <dlfcn.h>
+
+#include <Corrade/Utility/Debug.h>
+#include <gtest/gtest.h>
+#include <imgui.h>
+#include <rapidjson/document.h>
+
+#include "QuorvaneEditor/ProjectWatch.h"
+#include "QuorvaneEditor/QuorvaneEditorApplication.h"
+#include "Ui/Ui.h"
+#include "document/EditorSession.h"
+#include "modules/ModuleLoader.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+constexpr const char* WatchingFile = QUORVANE_FIXTURES "/watching/Watching.so";
+
+/** How often the module in the process was told of changes, -1 where there is none. */
+int toldCount() {
+    void* const handle = dlopen(WatchingFile, RTLD_LAZY | RTLD_NOLOAD);
+    if(!handle) return -1;
+    const int told = reinterpret_cast<int (*)()>(dlsym(handle, "toldCount"))();
+    dlclose(handle);
+    return told;
+}
+
+/** A view that watches "objects" twice, once by a guard that it loses. EditorFrameTest has the rest of what views are subject to. */
+class ViewSetTest: public testing::Test {
+protected:
+    ViewSetTest() { ImGui::CreateContext(); }
+    ~ViewSetTest() override { ImGui::DestroyContext(); }
+
+    void pushObject() { session.changes().pushChange("/objects/door", rapidjson::Value{1}, false); }
+
+    std::size_t subscriptions() { return session.watch().subscriptionCount() - own; }
+
+    std::ostringstream printed;
+    Corrade::Utility::Debug redirect{&printed};
+    EditorSession session;
+    std::size_t own = session.watch().subscriptionCount();
+    Ui ui{&session.project(), &session.changes(), &session.data()};
+    QuorvaneEditorApplication application{session.editor(), ui};
+    ModuleLoader modules{QUORVANE_FIXTURES "/watching"};
+};
+
+TEST_F(ViewSetTest, AThousandReloadsLeaveNoSubscriptionBehind) {
+    ViewSet views{modules, application, session.data(), {}};
+    views.restart();
+    ASSERT_EQ(subscriptions(), 2u);
+    for(int i = 0; i != 1000; ++i) {
+        views.reload();
+        ASSERT_EQ(subscriptions(), 2u) << "after reload " << i + 1;
+    }
+    EXPECT_EQ(toldCount(), 0);
+    pushObject();
+    EXPECT_EQ(toldCount(), 2);
+}
+
+TEST_F(ViewSetTest, ARestartEndsTheSubscriptionsOfTheViewThatGoes) {
+    ViewSet views{modules, application, session.data(), {}};
+    views.restart();
+    views.restart("Watching");
+    EXPECT_EQ(subscriptions(), 2u);
+    views.restart();
+    EXPECT_EQ(subscriptions(), 2u);
+    pushObject();
+    EXPECT_EQ(toldCount(), 2);
+}
+
+TEST_F(ViewSetTest, SubscriptionsAreTakenOverToAnotherProjectAndEndWithTheSet) {
+    {
+        ViewSet views{modules, application, session.data(), {}};
+        views.restart();
+        session.replaceDocument(rapidjson::Document{rapidjson::kObjectType});
+        pushObject();
+        EXPECT_EQ(toldCount(), 2);
+    }
+    EXPECT_EQ(subscriptions(), 0u);
+    ASSERT_TRUE(modules.unload("Watching"));
+    ASSERT_EQ(toldCount(), -1);
+    pushObject();
+}
+
+}
+}
