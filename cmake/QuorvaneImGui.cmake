@@ -44,7 +44,10 @@ function(quorvane_imgui_flavour target folder)
         LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${folder}
         CXX_VISIBILITY_PRESET default
         VISIBILITY_INLINES_HIDDEN OFF)
-    target_include_directories(${target} SYSTEM PUBLIC ${imgui_dir} ${CMAKE_SOURCE_DIR}/cmake/imgui)
+    target_include_directories(${target} SYSTEM PUBLIC
+        $<BUILD_INTERFACE:${imgui_dir}>
+        $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/cmake/imgui>
+        $<INSTALL_INTERFACE:${QUORVANE_INSTALL_INCLUDE}/imgui>)
     target_compile_definitions(${target} PUBLIC IMGUI_USER_CONFIG="QuorvaneImGuiConfig.h")
     target_link_libraries(${target} PRIVATE Freetype::Freetype)
     if("undefined" IN_LIST QUORVANE_SANITIZE)
@@ -69,7 +72,8 @@ endif()
 
 add_library(imgui INTERFACE)
 target_link_libraries(imgui INTERFACE
-    $<IF:$<AND:$<TARGET_EXISTS:imgui-test>,$<BOOL:$<TARGET_PROPERTY:QUORVANE_TEST_PROGRAM>>>,imgui-test,imgui-plain>)
+    $<BUILD_INTERFACE:$<IF:$<AND:$<TARGET_EXISTS:imgui-test>,$<BOOL:$<TARGET_PROPERTY:QUORVANE_TEST_PROGRAM>>>,imgui-test,imgui-plain>>
+    $<INSTALL_INTERFACE:QuorvaneEditor::imgui-plain>)
 
 # The window and renderer back ends, for the desktop editor alone.
 if(QUORVANE_WITH_HOST)

@@ -6,7 +6,8 @@ find_package(Freetype REQUIRED)
 
 find_path(QUORVANE_RAPIDJSON_DIR rapidjson/pointer.h DOC "Folder that holds rapidjson/" REQUIRED)
 add_library(rapidjson INTERFACE)
-target_include_directories(rapidjson SYSTEM INTERFACE ${QUORVANE_RAPIDJSON_DIR})
+# In an installed package it is looked for anew.
+target_include_directories(rapidjson SYSTEM INTERFACE $<BUILD_INTERFACE:${QUORVANE_RAPIDJSON_DIR}>)
 
 # Corrade and Magnum. Everything links Corrade::Containers, Corrade::Utility, Corrade::PluginManager, Magnum::Magnum,
 # Magnum::GL and Magnum::GLXContext, whichever it is.
@@ -47,12 +48,14 @@ set(icon_font ${bundle}/hello_imgui/hello_imgui/hello_imgui_assets/fonts/Font_Aw
 set(icon_header ${bundle}/hello_imgui/hello_imgui/src/hello_imgui/icons_font_awesome_6.h)
 quorvane_require_file(${icon_font} "The icon font" -DQUORVANE_DEPS_DIR=FOLDER)
 quorvane_require_file(${icon_header} "The icon font's table" -DQUORVANE_DEPS_DIR=FOLDER)
-set(QUORVANE_ICON_FONT ${icon_font})
+set(QUORVANE_ICON_FONT ${QUORVANE_SHARE_DIR}/icons.otf)
+configure_file(${icon_font} ${QUORVANE_ICON_FONT} COPYONLY)
 # The header lies among many others that nobody should find by accident.
 configure_file(${icon_header} ${CMAKE_BINARY_DIR}/include/icons/icons_font_awesome_6.h COPYONLY)
 add_library(quorvane-icons INTERFACE)
-target_include_directories(quorvane-icons SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/include/icons)
-target_compile_definitions(quorvane-icons INTERFACE QUORVANE_ICON_FONT="${QUORVANE_ICON_FONT}")
+target_include_directories(quorvane-icons SYSTEM INTERFACE
+    $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/include/icons>
+    $<INSTALL_INTERFACE:${QUORVANE_INSTALL_INCLUDE}/icons>)
 
 # The upstream header is called portable-file-dialogs.h, the archive's copy portable_file_dialogs.h; ours is the former.
 set(pfd ${PFD_DIR})

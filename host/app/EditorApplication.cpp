@@ -70,16 +70,10 @@ std::filesystem::path prefix() {
 
 Containers::String moduleFolder(const CommandLine& line) {
     if(!line.modules.isEmpty()) return line.modules;
-    return (prefix() / "modules").c_str();
+    return (prefix() / QUORVANE_INSTALL_MODULES).c_str();
 }
 
-/** The icon font of an installed program, else the one that it was built with. */
-Containers::String iconFont() {
-    const std::filesystem::path installed =
-        prefix() / "share/quorvane" / std::filesystem::path{QUORVANE_ICON_FONT}.filename();
-    std::error_code error;
-    return std::filesystem::exists(installed, error) ? installed.c_str() : QUORVANE_ICON_FONT;
-}
+Containers::String sharedFile(const char* const name) { return (prefix() / QUORVANE_INSTALL_SHARE / name).c_str(); }
 
 /** Follows the project's name. */
 class Title {
@@ -112,7 +106,7 @@ public:
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
-        Fonts::load(iconFont());
+        Fonts::load(sharedFile("icons.otf"));
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
