@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -26,6 +27,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     std::string project;
     std::string screenshot;
     std::string modules;
+    std::vector<std::string> moreModules;
     std::string size;
 
     CLI::App app{"Edits game projects.", "quorvane-editor"};
@@ -42,6 +44,10 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
         ->check(CLI::Range(1, 100000))
         ->type_name("N");
     app.add_option("--modules", modules, "Folder of modules in place of the editor's own")->type_name("DIR");
+    app.add_option(
+           "--more-modules", moreModules, "Folder of modules beside the editor's own; may be given several times")
+        ->type_name("DIR")
+        ->allow_extra_args(false);
     app.add_option("--scale", line.scale, "Size of everything, 1 for 96 dots per inch; the desktop's without it")
         ->check(CLI::Range(0.5, 8.0))
         ->type_name("S");
@@ -55,6 +61,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     line.project = project.c_str();
     line.screenshot = screenshot.c_str();
     line.modules = modules.c_str();
+    for(const std::string& one: moreModules) line.moreModules.emplace_back(one.c_str());
     return line;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/String.h>
 
@@ -24,6 +26,9 @@ struct CommandLine {
 
     /** The folder of modules, empty for the one that belongs to the program. */
     Containers::String modules;
+
+    /** Folders of further modules, which come before those of @ref modules . */
+    std::vector<Containers::String> moreModules;
 
     /** Pixels per pixel at scale 1; 0 for what the desktop wants. */
     float scale = 0.0f;

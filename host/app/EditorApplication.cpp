@@ -7,6 +7,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Utility/Debug.h>
 
@@ -68,9 +69,12 @@ std::filesystem::path prefix() {
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().parent_path();
 }
 
-Containers::String moduleFolder(const CommandLine& line) {
-    if(!line.modules.isEmpty()) return line.modules;
-    return (prefix() / QUORVANE_INSTALL_MODULES).c_str();
+Containers::Array<Containers::String> moduleFolders(const CommandLine& line) {
+    Containers::Array<Containers::String> folders;
+    for(const Containers::String& folder: line.moreModules) arrayAppend(folders, folder);
+    arrayAppend(folders,
+        line.modules.isEmpty() ? Containers::String{(prefix() / QUORVANE_INSTALL_MODULES).c_str()} : line.modules);
+    return folders;
 }
 
 Containers::String sharedFile(const char* const name) { return (prefix() / QUORVANE_INSTALL_SHARE / name).c_str(); }
@@ -102,7 +106,7 @@ public:
         : _window{window},
           _line{line},
           _renderer{window},
-          _modules{moduleFolder(line)},
+          _modules{moduleFolders(line)},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());

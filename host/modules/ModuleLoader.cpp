@@ -1,32 +1,42 @@
 #include "modules/ModuleLoader.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <sstream>
 #include <vector>
 
 #include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/PluginManager/Manager.hpp>
+#include <Corrade/PluginManager/PluginMetadata.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
 
 #include "QuorvaneEditor/AbstractModule.h"
+#include "modules/ModuleStamp.h"
 
 namespace QuorvaneEngine {
 
 namespace PluginManager = Corrade::PluginManager;
 namespace Utility = Corrade::Utility;
 
+struct ModuleLoader::Folder {
+    explicit Folder(Containers::StringView path): path{path}, manager{path} {}
+
+    Containers::String path;
+    PluginManager::Manager<AbstractModule> manager;
+};
+
 struct ModuleLoader::Loaded {
     Containers::String name;
+    Folder* folder;
     Containers::Pointer<AbstractModule> module;
 };
 
 struct ModuleLoader::State {
-    explicit State(Containers::StringView folder): manager{folder} {}
-
-    PluginManager::Manager<AbstractModule> manager;
+    std::vector<std::unique_ptr<Folder>> folders;
     std::vector<std::unique_ptr<Loaded>> loaded;
 };
 
@@ -49,24 +59,69 @@ private:
 
 }
 
-ModuleLoader::ModuleLoader(Containers::StringView folder)
-    : _folder{folder.isEmpty() ? Containers::StringView{"."} : folder} {
-    Containers::String text;
-    if(!Utility::Path::isDirectory(_folder)) {
-        arrayAppend(_messages, "ModuleLoader::ModuleLoader(): no folder of modules at " + _folder);
+ModuleLoader::ModuleLoader(const Containers::ArrayView<const Containers::String> folders)
+    : _state{Corrade::InPlaceInit} {
+    if(folders.isEmpty()) {
+        Utility::Error{} << "ModuleLoader::ModuleLoader(): there are no folders";
+        std::abort();
+    }
+    for(const Containers::StringView folder: folders) look(folder);
+}
+
+ModuleLoader::ModuleLoader(const Containers::StringView folder): _state{Corrade::InPlaceInit} { look(folder); }
+
+void ModuleLoader::look(const Containers::StringView folder) {
+    const Containers::StringView path = folder.isEmpty() ? Containers::StringView{"."} : folder;
+    if(!Utility::Path::isDirectory(path)) {
+        arrayAppend(_messages, "ModuleLoader::ModuleLoader(): no folder of modules at " + path);
         Utility::Warning{} << _messages.back();
     }
+    Containers::String text;
     {
         // Metadata that is missing or broken is found here.
         Listener listener;
-        _state.emplace(_folder);
+        _state->folders.push_back(std::make_unique<Folder>(path));
         text = listener.text();
     }
     keep(std::move(text));
-    for(Containers::StringView name: _state->manager.pluginList()) arrayAppend(_names, Containers::String{name});
+    for(const Containers::StringView name: _state->folders.back()->manager.pluginList()) {
+        const Folder& first = folderOf(name);
+        if(&first == _state->folders.back().get()) {
+            arrayAppend(_names, Containers::String{name});
+            continue;
+        }
+        arrayAppend(_messages,
+            "ModuleLoader::ModuleLoader(): " + name + " is loaded from " + first.path + " and not from " + path);
+        Utility::Warning{} << _messages.back();
+    }
     std::sort(_names.begin(), _names.end(), [](const Containers::String& a, const Containers::String& b) {
         return Containers::StringView{a} < Containers::StringView{b};
     });
+}
+
+ModuleLoader::Folder& ModuleLoader::folderOf(const Containers::StringView name) const {
+    for(const std::unique_ptr<Folder>& folder: _state->folders)
+        if(folder->manager.loadState(name) != PluginManager::LoadState::NotFound) return *folder;
+    // Its manager will say that there is no such module.
+    return *_state->folders.back();
+}
+
+bool ModuleLoader::fits(const Folder& folder, const Containers::StringView name) {
+    // What a module needs is mapped with it. The list grows while it is walked.
+    std::vector<Containers::String> needed{Containers::String{name}};
+    for(std::size_t i = 0; i != needed.size(); ++i) {
+        // Of what the manager refuses without the library it says so itself.
+        if(folder.manager.loadState(needed[i]) != PluginManager::LoadState::NotLoaded) continue;
+        const PluginManager::PluginMetadata& metadata = *folder.manager.metadata(needed[i]);
+        const Containers::String problem = stampProblem(Utility::Path::join(folder.path, metadata.name() + ".conf"));
+        if(!problem.isEmpty()) {
+            keep("ModuleLoader::load(): " + needed[i] + " is not loaded: " + problem + ".");
+            return false;
+        }
+        for(const Containers::StringView next: metadata.depends())
+            if(std::find(needed.begin(), needed.end(), next) == needed.end()) needed.emplace_back(next);
+    }
+    return true;
 }
 
 ModuleLoader::~ModuleLoader() {
@@ -75,16 +130,18 @@ ModuleLoader::~ModuleLoader() {
 
 AbstractModule* ModuleLoader::load(Containers::StringView name) {
     if(Loaded* loaded = find(name)) return loaded->module.get();
+    Folder& folder = folderOf(name);
+    if(!fits(folder, name)) return nullptr;
     Containers::Pointer<AbstractModule> module;
     Containers::String message;
     {
         Listener listener;
-        module = _state->manager.loadAndInstantiate(name);
+        module = folder.manager.loadAndInstantiate(name);
         message = listener.text();
     }
     keep(std::move(message));
     if(!module) return nullptr;
-    _state->loaded.push_back(std::make_unique<Loaded>(Loaded{Containers::String{name}, std::move(module)}));
+    _state->loaded.push_back(std::make_unique<Loaded>(Loaded{Containers::String{name}, &folder, std::move(module)}));
     return _state->loaded.back()->module.get();
 }
 
@@ -126,8 +183,9 @@ ModuleLoader::Loaded* ModuleLoader::find(Containers::StringView name) const {
 
 bool ModuleLoader::discard(Loaded& loaded) {
     const Containers::String name = std::move(loaded.name);
+    PluginManager::Manager<AbstractModule>& manager = loaded.folder->manager;
     std::erase_if(_state->loaded, [&loaded](const std::unique_ptr<Loaded>& other) { return other.get() == &loaded; });
-    const PluginManager::LoadState state = _state->manager.unload(name);
+    const PluginManager::LoadState state = manager.unload(name);
     if(state == PluginManager::LoadState::NotLoaded) return true;
     Utility::Warning{} << "ModuleLoader::unload():" << name << "is still in the process, with what it knows:" << state;
     return false;

@@ -8,14 +8,19 @@
 
 namespace QuorvaneEngine {
 
-/** Loads modules from a folder: a library `<name>.so` beside its metadata `<name>.conf`.
+/** Loads modules from folders: a library `<name>.so` beside its metadata `<name>.conf`.
 
-    A module that does not fit is refused, and the editor goes on without it: the plug-in manager's message goes to Error and is kept
-    in @ref messages() . Belongs to the GUI thread. */
+    A module that does not fit is refused, and the editor goes on without it: the message goes to Error and is kept in
+    @ref messages() . One that was built with something else than this program is refused by its metadata (@ref stampProblem() ),
+    before anything of it is mapped. Belongs to the GUI thread. */
 class QUORVANE_API ModuleLoader {
 public:
     /** Looks for modules; none is loaded yet.
-        @param folder   with forward slashes, empty for the current one; a folder that does not exist holds no modules, which is a message */
+        @param folders  at least one, with forward slashes, empty for the current one; a folder that does not exist holds no modules, which is a
+                        message. Of modules with one name that of the first folder counts, which is a message, too. */
+    explicit ModuleLoader(Containers::ArrayView<const Containers::String> folders);
+
+    /** Looks for modules in one folder. */
     explicit ModuleLoader(Containers::StringView folder);
 
     /** Stops and unloads every module. */
@@ -24,9 +29,7 @@ public:
     ModuleLoader(const ModuleLoader&) = delete;
     ModuleLoader& operator=(const ModuleLoader&) = delete;
 
-    Containers::StringView folder() const { return _folder; }
-
-    /** The names of what lies in the folder, in byte order, loaded or not. */
+    /** The names of what lies in the folders, in byte order, loaded or not. */
     Containers::ArrayView<const Containers::String> names() const { return _names; }
 
     /** Maps a module into the process and constructs its object; one that is loaded already is returned as it is.
@@ -50,14 +53,17 @@ public:
     Containers::ArrayView<const Containers::String> messages() const { return _messages; }
 
 private:
+    struct Folder;
     struct Loaded;
     struct State;
 
+    void look(Containers::StringView folder);
+    Folder& folderOf(Containers::StringView name) const;
+    bool fits(const Folder& folder, Containers::StringView name);
     Loaded* find(Containers::StringView name) const;
     bool discard(Loaded& loaded);
     void keep(Containers::String&& message);
 
-    Containers::String _folder;
     Containers::Array<Containers::String> _names;
     Containers::Array<Containers::String> _messages;
     Containers::Pointer<State> _state;

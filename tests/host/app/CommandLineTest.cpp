@@ -58,6 +58,16 @@ TEST(CommandLine, EveryOptionIsRead) {
     EXPECT_EQ(parsed.line->scale, 1.5f);
 }
 
+TEST(CommandLine, FurtherFoldersOfModulesAreReadInTheirOrderAndLeaveTheProjectAlone) {
+    const Parsed parsed = parse({"--more-modules", "mine", "--more-modules", "yours", "games/lighthouse"});
+    ASSERT_TRUE(parsed.line) << parsed.error;
+    ASSERT_EQ(parsed.line->moreModules.size(), 2u);
+    EXPECT_EQ(parsed.line->moreModules[0], "mine");
+    EXPECT_EQ(parsed.line->moreModules[1], "yours");
+    EXPECT_EQ(parsed.line->modules, "");
+    EXPECT_EQ(parsed.line->project, "games/lighthouse");
+}
+
 TEST(CommandLine, HelpGoesToStandardOutputAndEndsWithZero) {
     const Parsed parsed = parse({"--help"});
     EXPECT_FALSE(parsed.line);
@@ -83,6 +93,7 @@ TEST(CommandLine, WhatIsWrongIsSaidAndEndsWithAnotherCode) {
         {{"--scale", "100"}, "--scale"},
         {{"--unknown"}, "--unknown"},
         {{"one", "two"}, "two"},
+        {{"--more-modules"}, "--more-modules"},
     };
     for(const Wrong& wrong: cases) {
         std::vector<const char*> all{"quorvane-editor"};

@@ -17,6 +17,7 @@
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
 #include "document/EditorSession.h"
+#include "support/Abort.h"
 
 namespace QuorvaneEngine {
 namespace {
@@ -100,6 +101,46 @@ TEST(ModuleLoader, AFolderThatDoesNotExistHoldsNoModulesAndIsAMessage) {
     ASSERT_EQ(loader.messages().size(), 1u);
     EXPECT_EQ(loader.messages()[0], "ModuleLoader::ModuleLoader(): no folder of modules at /nowhere/modules");
     EXPECT_EQ(out.str(), "ModuleLoader::ModuleLoader(): no folder of modules at /nowhere/modules\n");
+}
+
+TEST(ModuleLoader, ModulesOfSeveralFoldersAreListedTogetherAndLoaded) {
+    const Containers::String folders[]{QUORVANE_FIXTURES "/watching", Good};
+    ModuleLoader loader{Containers::arrayView(folders)};
+    ASSERT_EQ(loader.names().size(), 2u);
+    EXPECT_EQ(loader.names()[0], "Counter");
+    EXPECT_EQ(loader.names()[1], "Watching");
+    EXPECT_TRUE(loader.load("Counter"));
+    EXPECT_TRUE(loader.load("Watching"));
+    EXPECT_TRUE(loader.messages().isEmpty());
+    EXPECT_TRUE(loader.unload("Counter"));
+    EXPECT_FALSE(isInProcess(CounterFile));
+}
+
+TEST(ModuleLoader, OfModulesWithOneNameThatOfTheFirstFolderCountsWhichIsAMessage) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("quorvane-modules-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    for(const char* file: {"Counter.so", "Counter.conf"})
+        std::filesystem::copy_file(std::filesystem::path{Good} / file, folder / file);
+    std::ostringstream out;
+    {
+        const Corrade::Utility::Warning redirect{&out};
+        const Containers::String folders[]{Containers::String{folder.c_str()}, Good};
+        ModuleLoader loader{Containers::arrayView(folders)};
+        EXPECT_EQ(loader.names().size(), 1u);
+        EXPECT_TRUE(loader.load("Counter"));
+        EXPECT_TRUE(isInProcess((folder / "Counter.so").c_str()));
+        EXPECT_FALSE(isInProcess(CounterFile));
+        EXPECT_EQ(loader.messages().size(), 1u);
+    }
+    EXPECT_EQ(out.str(),
+        "ModuleLoader::ModuleLoader(): Counter is loaded from " + folder.string() + " and not from " + Good + "\n");
+    std::filesystem::remove_all(folder);
+}
+
+TEST(ModuleLoader, WithoutFoldersItIsABrokenPrecondition) {
+    QUORVANE_EXPECT_ABORT(ModuleLoader{Containers::ArrayView<const Containers::String>{}},
+        "ModuleLoader::ModuleLoader(): there are no folders");
 }
 
 TEST(ModuleLoader, LoadsAModuleIntoTheProcessAndConstructsItsObject) {
