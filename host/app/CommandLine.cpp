@@ -28,6 +28,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     std::string screenshot;
     std::string modules;
     std::vector<std::string> moreModules;
+    std::vector<std::string> newView;
     std::string size;
 
     CLI::App app{"Edits game projects.", "quorvane-editor"};
@@ -48,6 +49,11 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
            "--more-modules", moreModules, "Folder of modules beside the editor's own; may be given several times")
         ->type_name("DIR")
         ->allow_extra_args(false);
+    app.add_option("--new-view", newView, "Write the project of a small view plug-in into a new folder and end")
+        ->type_name("NAME FOLDER")
+        ->expected(2)
+        ->excludes(folder)
+        ->excludes(picture);
     app.add_option("--scale", line.scale, "Size of everything, 1 for 96 dots per inch; the desktop's without it")
         ->check(CLI::Range(0.5, 8.0))
         ->type_name("S");
@@ -62,6 +68,10 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     line.screenshot = screenshot.c_str();
     line.modules = modules.c_str();
     for(const std::string& one: moreModules) line.moreModules.emplace_back(one.c_str());
+    if(!newView.empty()) {
+        line.newView = newView[0].c_str();
+        line.newViewFolder = newView[1].c_str();
+    }
     return line;
 }
 

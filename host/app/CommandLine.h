@@ -30,6 +30,10 @@ struct CommandLine {
     /** Folders of further modules, which come before those of @ref modules . */
     std::vector<Containers::String> moreModules;
 
+    /** The name and the folder of a view to write in place of anything else; both empty for none. */
+    Containers::String newView;
+    Containers::String newViewFolder;
+
     /** Pixels per pixel at scale 1; 0 for what the desktop wants. */
     float scale = 0.0f;
 };

@@ -19,6 +19,7 @@
 #include "app/Fonts.h"
 #include "app/KeyOrder.h"
 #include "app/MessageLog.h"
+#include "app/NewView.h"
 #include "app/Renderer.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
@@ -78,6 +79,13 @@ Containers::Array<Containers::String> moduleFolders(const CommandLine& line) {
 }
 
 Containers::String sharedFile(const char* const name) { return (prefix() / QUORVANE_INSTALL_SHARE / name).c_str(); }
+
+ExitCode newView(const CommandLine& line) {
+    std::error_code error;
+    const bool isInstalled = std::filesystem::exists(prefix() / QUORVANE_INSTALL_PACKAGE, error);
+    const NewView view{line.newView, line.newViewFolder, sharedFile("view"), isInstalled ? prefix().c_str() : ""};
+    return writeNewView(view) ? ExitCode::Success : ExitCode::Failure;
+}
 
 /** Follows the project's name. */
 class Title {
@@ -181,6 +189,7 @@ ExitCode runEditor(int argc, const char* const* argv, Containers::ArrayView<cons
     int usage = 0;
     const Containers::Optional<CommandLine> line = parseCommandLine(argc, argv, usage);
     if(!line) return usage ? ExitCode::Usage : ExitCode::Success;
+    if(!line->newView.isEmpty() || !line->newViewFolder.isEmpty()) return newView(*line);
 
     MessageLog log;
     DesktopWindow window;

@@ -10,7 +10,7 @@ namespace QuorvaneEngine {
 /** How the editor ends. */
 enum class ExitCode : int {
     Success = 0,
-    /** A picture was wanted, and the project could not be opened or the picture not be written. */
+    /** A picture or a new view was wanted, and the project could not be opened, or picture or view not be written. */
     Failure = 1,
     /** The command line is wrong. */
     Usage = 2,

@@ -68,6 +68,13 @@ TEST(CommandLine, FurtherFoldersOfModulesAreReadInTheirOrderAndLeaveTheProjectAl
     EXPECT_EQ(parsed.line->project, "games/lighthouse");
 }
 
+TEST(CommandLine, ANewViewHasANameAndAFolder) {
+    const Parsed parsed = parse({"--new-view", "Notes", "plug-ins/notes"});
+    ASSERT_TRUE(parsed.line) << parsed.error;
+    EXPECT_EQ(parsed.line->newView, "Notes");
+    EXPECT_EQ(parsed.line->newViewFolder, "plug-ins/notes");
+}
+
 TEST(CommandLine, HelpGoesToStandardOutputAndEndsWithZero) {
     const Parsed parsed = parse({"--help"});
     EXPECT_FALSE(parsed.line);
@@ -93,6 +100,9 @@ TEST(CommandLine, WhatIsWrongIsSaidAndEndsWithAnotherCode) {
         {{"--scale", "100"}, "--scale"},
         {{"--unknown"}, "--unknown"},
         {{"one", "two"}, "two"},
+        {{"--new-view", "Notes"}, "--new-view"},
+        {{"--new-view", "Notes", "notes", "--project", "game"}, "--new-view"},
+        {{"--new-view", "Notes", "notes", "--screenshot", "x.png"}, "--new-view"},
         {{"--more-modules"}, "--more-modules"},
     };
     for(const Wrong& wrong: cases) {
