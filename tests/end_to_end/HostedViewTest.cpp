@@ -38,13 +38,7 @@ protected:
             fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", root / name, fs::copy_options::recursive);
             fs::remove_all(root / name / ".editor");
         }
-        ImGuiContextHook hook;
-        hook.Type = ImGuiContextHookType_NewFramePre;
-        hook.UserData = &frame;
-        hook.Callback = [](ImGuiContext*, ImGuiContextHook* own) {
-            static_cast<EditorFrame*>(own->UserData)->prepare();
-        };
-        ImGui::AddContextHook(gui.context(), &hook);
+        gui.prepareFrames([this] { frame.prepare(); });
     }
 
     ~HostedView() override {

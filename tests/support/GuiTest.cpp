@@ -102,6 +102,7 @@ void GuiTest::frames(const Gui& gui, const int count) {
 
 void GuiTest::frame(const Gui* const gui) {
     ++_frames;
+    if(_prepare) _prepare();
     ImGui::NewFrame();
     if(gui) (*gui)();
     ImGui::Render();

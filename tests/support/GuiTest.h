@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -37,6 +38,9 @@ public:
     /** Draws frames with nobody at mouse and keyboard. */
     void frames(const Gui& gui, int count = 1);
 
+    /** Has a function called before each frame from now on, outside of the library's NewFrame and Render, whoever draws it. */
+    void prepareFrames(std::function<void()> prepare) { _prepare = std::move(prepare); }
+
     ImGuiContext* context() const { return _context; }
 
     /** The frames that have been drawn. */
@@ -47,6 +51,7 @@ private:
 
     ImGuiContext* _context;
     ImGuiTestEngine* _engine;
+    std::function<void()> _prepare;
     int _frames = 0;
 };
 

@@ -63,6 +63,20 @@ TEST(GuiTest, TimeGoesByInSixtieths) {
     EXPECT_EQ(test.frameCount(), 61);
 }
 
+TEST(GuiTest, EveryFrameIsPreparedBeforeItBegins) {
+    GuiTest test;
+    int prepared = 0;
+    test.prepareFrames([&] {
+        EXPECT_FALSE(ImGui::GetCurrentContext()->WithinFrameScope);
+        EXPECT_EQ(++prepared, test.frameCount());
+    });
+    const auto gui = [&] { EXPECT_EQ(prepared, test.frameCount()); };
+    test.frames(gui, 3);
+    EXPECT_EQ(prepared, 3);
+    EXPECT_TRUE(test.run("waits", gui, [](ImGuiTestContext& user) { user.Yield(5); }));
+    EXPECT_GE(prepared, 8);
+}
+
 TEST(GuiTest, WindowsCanBeDocked) {
     GuiTest test;
     bool docked = false;

@@ -69,13 +69,7 @@ protected:
         chosenFolder.clear();
         dialogs = checks = 0;
         for(const char* name: {"first", "second"}) write(name, R"({"name": ")" + std::string{name} + "\"}\n");
-        ImGuiContextHook hook;
-        hook.Type = ImGuiContextHookType_NewFramePre;
-        hook.UserData = this;
-        hook.Callback = [](ImGuiContext*, ImGuiContextHook* own) {
-            static_cast<EditorFrameTest*>(own->UserData)->frame.prepare();
-        };
-        ImGui::AddContextHook(gui.context(), &hook);
+        gui.prepareFrames([this] { frame.prepare(); });
     }
 
     ~EditorFrameTest() override {

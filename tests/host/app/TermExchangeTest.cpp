@@ -64,13 +64,7 @@ protected:
         files.put("/project/project.json", Project);
         files.put("/other/project.json", "{}");
         files.put("/terms/de/translation.json", R"({"door": "Tuer", "lamp": "Lampe"})");
-        ImGuiContextHook hook;
-        hook.Type = ImGuiContextHookType_NewFramePre;
-        hook.UserData = &frame;
-        hook.Callback = [](ImGuiContext*, ImGuiContextHook* own) {
-            static_cast<EditorFrame*>(own->UserData)->prepare();
-        };
-        ImGui::AddContextHook(gui.context(), &hook);
+        gui.prepareFrames([this] { frame.prepare(); });
         EXPECT_TRUE(frame.open("/project"));
         before = document();
     }
