@@ -72,8 +72,12 @@ ImportSources::~ImportSources() = default;
 void ImportSources::compare(const ImportedFile& imported, LocalizationReport& report) {
     KeptNotice kept;
     const File file{imported, _terms.addNamespace(imported.nameSpace), report, kept};
-    if(isNew(file.nameSpace) && hasTexts(imported.catalogue))
+    if(isNew(file.nameSpace) && hasTexts(imported.catalogue)) {
         _terms.setFlat(file.nameSpace, imported.catalogue.isFlat());
+        // It may be a copy that somebody has put aside, which only people can tell. In a project without terms all are new.
+        if(_terms.knownCount() != 0)
+            file.add(_language, TermOutcome::Notice, {}, format("the namespace {} is new", imported.nameSpace));
+    }
     noticeSentences(file);
     noticeHidden(file);
     _last = -1;

@@ -308,7 +308,8 @@ for name, namespace, key in [
     ("long", "n" * 240, "n" * 240), ("special", "constructor", "constructor"),
 ]:
     imported(f"namespace-{name}", {f"en/{namespace}.json": b'{"key": "Key"}',
-                                   f"de/{namespace}.json": b'{"key": "x", "y": "z"}'}, f"de: {key}:y: {UNKNOWN}")
+                                   f"de/{namespace}.json": b'{"key": "x", "y": "z"}'},
+             f"en: : the namespace {namespace} is new", f"de: {key}:y: {UNKNOWN}")
 imported("namespace-__proto__", {"de/__proto__.json": b'{"key": "x"}'}, f"de: __proto__:key: {UNKNOWN}",
          "de: : is a namespace that the i18next library finds, but does not hold for loaded, so that it loads it again "
          "and again")
@@ -317,7 +318,8 @@ refused("namespace-backslash", {"de/a\\b.json": GERMAN, **FRENCH}, f"IN/de/a\\b.
 refused("namespace-of-251-bytes", archive(Entry("de/" + "n" * 251 + ".json", GERMAN)),
         "IN/de/" + "n" * 251 + f".json: {NO_NAMESPACE}")
 imported("namespace-cases",
-        {"en/Menu.json": b'{"a": "A"}', "en/menu.json": b'{"a": "B"}', "de/menu.json": b'{"a": "C"}'})
+        {"en/Menu.json": b'{"a": "A"}', "en/menu.json": b'{"a": "B"}', "de/menu.json": b'{"a": "C"}'},
+        "en: : the namespace Menu is new", "en: : the namespace menu is new")
 imported("terms-leaf-and-branch", {"en.json": b'{"greeting": {"inner": "x"}, "new": "y"}'},
          "en: greeting.inner: cannot stand beside greeting: one is a text, and the other lies below it")
 imported("terms-leaf-and-branch-below", {"de.json": b'{"greeting": {"inner": "x"}}'},

@@ -29,8 +29,21 @@ TEST(ImportSources, NamespacesMakeTermsOfTheirOwn) {
     EXPECT_EQ(project.at("/localization"),
         R"({"terms":{"menu:file.open":{"sourceText":"/localization/strings/menu:file.open","translatable":true}},)"
         R"("strings":{"menu:file.open":"Open"}})");
-    EXPECT_EQ(import(project, "en/translation.json", R"({"file": {"open": "O"}})"), "");
+    EXPECT_EQ(import(project, "en/translation.json", R"({"file": {"open": "O"}})"),
+        Prefix + "en/translation.json: the namespace translation is new\n");
     EXPECT_EQ(project.at("/localization/strings"), R"({"menu:file.open":"Open","file.open":"O"})");
+}
+
+TEST(ImportSources, NewNamespaceIsToldWhereThereAreTerms) {
+    TestProject project{"{}"};
+    EXPECT_EQ(import(project, "en/menu.json", R"({"open": "Open"})"), "");
+    EXPECT_EQ(import(project, "en/menu.json", R"({"open": "Open", "close": "Close"})"), "");
+    EXPECT_EQ(import(project, "en/empty.json", "{}"), "");
+    for(const char* const name: {"menu.bak", "menu (1)", "translation"}) {
+        const std::string notice = Prefix + "en/" + name + ".json: the namespace " + name + " is new\n";
+        EXPECT_EQ(import(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), notice);
+        EXPECT_EQ(import(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), "");
+    }
 }
 
 TEST(ImportSources, FileOfSentencesMakesItsNamespaceFlat) {
