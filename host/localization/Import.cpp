@@ -51,8 +51,8 @@ bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
 }
 
 bool Import::compare(LocalizationReport& report) {
-    for(const Containers::String& reason: _data->imported.notices)
-        report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, reason);
+    for(const FileNotice& notice: _data->imported.notices)
+        report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, notice.reason, notice.file);
     _data->comparison.emplace(_data->editor.project().document(), _data->defaultLanguage,
         Containers::ArrayView<const ImportedFile>{_data->imported.files.data(), _data->imported.files.size()});
     if(!_data->comparison->run(report, _data->imported.refusals, _data->progress)) return false;

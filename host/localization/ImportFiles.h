@@ -6,6 +6,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "Catalogue.h"
+#include "FileNotice.h"
 #include "LanguageMapping.h"
 #include "QuorvaneEditor/Host.h"
 
@@ -42,8 +43,8 @@ struct ImportedFiles {
     /** By languages in the order of the table, then by namespaces in byte order. */
     std::vector<ImportedFile> files;
 
-    /** Sentences on what was passed over, each beginning with a path. */
-    Containers::Array<Containers::String> notices;
+    /** On what was passed over. */
+    Containers::Array<FileNotice> notices;
 
     /** Why nothing is imported: each begins with the file, then line and column where they are known, with ": " between. */
     Containers::Array<Containers::String> refusals;

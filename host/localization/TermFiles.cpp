@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -18,14 +17,12 @@
 #include "../document/JsonReader.h"
 #include "../document/PrintableText.h"
 #include "ArchiveReader.h"
-#include "LanguageLookup.h"
 #include "Parallel.h"
 #include "Progress.h"
-#include "PseudoLocale.h"
 #include "StagedFiles.h"
 #include "TermFilePath.h"
 #include "TermKey.h"
-#include "Utils/StrHash.h"
+#include "UnknownCodes.h"
 
 namespace QuorvaneEngine {
 
@@ -47,69 +44,6 @@ bool isInside(const Containers::StringView folder, const Containers::StringView 
         (real.compare(0, base.size(), base) == 0 &&
             (real.size() == base.size() || base.back() == '/' || real[base.size()] == '/'));
 }
-
-/** Codes that no language has, with what they may be meant for. */
-class UnknownCodes {
-public:
-    bool isEmpty() const { return _codes.empty(); }
-
-    /** Whether one of them may be meant for a language. */
-    bool hasLanguages() {
-        return std::any_of(_codes.begin(), _codes.end(),
-            [this](const Code& code) { return code.code != PseudoLocale::Code && nearest(code.code) != -1; });
-    }
-
-    /** The language that a code comes near to, -1 where there is none. */
-    Int nearest(const Containers::StringView code) {
-        const auto known = _nearest.find(code);
-        if(known != _nearest.end()) return known->second;
-        if(_nearest.size() == MaxSearches) return -1;
-        const Int language = nearestLanguage(code);
-        _nearest.emplace(Containers::String{code}, language);
-        return language;
-    }
-
-    /** @param file     relative path of a file whose texts are of that code's language */
-    void add(const Containers::StringView code, const Containers::StringView file) {
-        const auto [place, isNew] = _indices.emplace(Containers::String{code}, _codes.size());
-        if(isNew) _codes.push_back({Containers::String{code}, Containers::String{file}, 0});
-        else ++_codes[place->second].moreFiles;
-    }
-
-    /** A sentence for each code, in the order in which they came. */
-    void describe(Containers::Array<Containers::String>& sentences) {
-        for(const Code& code: _codes) {
-            const Containers::String shown = printable(code.code);
-            const Containers::String files = code.moreFiles
-                ? format("{} and {} more", printable(code.firstFile), code.moreFiles)
-                : printable(code.firstFile);
-            const bool isPseudo = code.code == PseudoLocale::Code;
-            const Int language = isPseudo ? -1 : nearest(code.code);
-            Containers::String sentence = isPseudo ? format("{}: made-up texts of an export are not read", files)
-                                                   : format("{}: no language has the code {}", files, shown);
-            if(language != -1) {
-                const Containers::StringView known = AllLanguages[language].code;
-                sentence = format(
-                    "{}; the nearest is {}: rename it, or map it with --map {}={}", sentence, known, shown, known);
-            }
-            Containers::arrayAppend(sentences, std::move(sentence));
-        }
-    }
-
-private:
-    /** Each takes its time, and an archive may hold thousands of names. */
-    static constexpr std::size_t MaxSearches = 100;
-
-    struct Code {
-        Containers::String code;
-        Containers::String firstFile;
-        UnsignedInt moreFiles;
-    };
-
-    std::vector<Code> _codes;
-    std::unordered_map<Containers::String, std::size_t, StrHash, StrEq> _indices;
-    std::unordered_map<Containers::String, Int, StrHash, StrEq> _nearest;
-};
 
 /** How far below the folder of a language files are looked for that lie too deep. */
 constexpr std::size_t MaxDepth = 8;
@@ -169,17 +103,18 @@ private:
             refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
         else
             refuse(_path,
-                format("holds no terms{}; {}", _unknownCodes.isEmpty() ? "" : " of a known language", _notices[0]));
+                format("holds no terms{}; {}: {}", _unknownCodes.isEmpty() ? "" : " of a known language",
+                    _notices[0].file, _notices[0].reason));
     }
 
     void noticeDeepFiles() {
         if(_deepFiles.empty()) return;
         std::sort(_deepFiles.begin(), _deepFiles.end());
-        const Containers::String first = printable(_deepFiles.front());
-        const Containers::String files =
-            _deepFiles.size() == 1 ? first : format("{} and {} more", first, _deepFiles.size() - 1);
-        Containers::arrayAppend(
-            _notices, format("{}: only files that lie right in the folder of their language are read", files));
+        const Containers::StringView reason = "only files that lie right in the folder of their language are read"_s;
+        const std::size_t more = _deepFiles.size() - 1;
+        Containers::arrayAppend(_notices,
+            FileNotice{printable(_deepFiles.front()),
+                more ? format("{} ({} more lie too deep)", reason, more) : Containers::String{reason}});
     }
 
     void refuseUnread(const Containers::StringView name, const int error) {
@@ -363,7 +298,7 @@ private:
     Containers::ArrayView<const LanguageMapping> _map;
     const Progress* _progress;
     Containers::Array<TermFile>& _files;
-    Containers::Array<Containers::String>& _notices;
+    Containers::Array<FileNotice>& _notices;
     Containers::Array<Containers::String>& _refusals;
     bool& _isInaccessible;
     bool& _lacksLanguages;

@@ -3,6 +3,7 @@
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
 
+#include "FileNotice.h"
 #include "LanguageMapping.h"
 #include "QuorvaneEditor/Host.h"
 
@@ -33,9 +34,9 @@ struct TermFiles {
     /** By languages in the order of the table, then by namespaces in byte order. */
     Containers::Array<TermFile> files;
 
-    /** A sentence for every code that is not known, with the nearest one that is, and one for files that lie deeper than right in a
-        folder of a language: each begins with the relative path of the first file. */
-    Containers::Array<Containers::String> notices;
+    /** One for every code that is not known, with the nearest one that is, and one for files that lie deeper than right in a folder
+        of a language: each names the first file. */
+    Containers::Array<FileNotice> notices;
 
     /** A sentence for everything that is refused: it begins with @ref TermFile::name , or with the path of all. */
     Containers::Array<Containers::String> refusals;

@@ -39,12 +39,13 @@ struct Result {
     std::vector<std::string> messages;
 };
 
-/** "code: term: reason", without what is empty. */
+/** "code: term: reason", without what is empty; "file: reason" where it is of no language. */
 std::string message(const LocalizationReport::Line& line) {
     std::string text;
     const bool isOfLanguage = line.language != LocalizationReport::NoLanguage;
     if(isOfLanguage) text += copied(AllLanguages[line.language].code) + ": ";
     if(isOfLanguage && line.term.data()) text += copied(line.term) + ": ";
+    if(!isOfLanguage && !line.file.isEmpty()) text += copied(line.file) + ": ";
     return text + copied(line.reason);
 }
 

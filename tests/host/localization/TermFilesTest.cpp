@@ -38,7 +38,7 @@ std::string found(const TestFolder& folder, const std::string& name = {},
         lines += copied(AllLanguages[file.language].code) +
             (file.nameSpace == DefaultNamespace ? "" : ' ' + copied(file.nameSpace)) + '=' + copied(file.bytes) + '\n';
     }
-    for(const Containers::String& one: found.notices) lines += "notice: " + copied(one) + '\n';
+    for(const FileNotice& one: found.notices) lines += "notice: " + copied(one.file) + ": " + copied(one.reason) + '\n';
     for(const Containers::String& one: found.refusals) lines += "refused: " + copied(one) + '\n';
     for(std::size_t at; (at = lines.find(folder.path)) != std::string::npos;)
         lines.replace(at, folder.path.size(), "FOLDER");
@@ -80,9 +80,8 @@ TEST(TermFiles, UnknownCodesArePassedOverWithTheNearestOne) {
     folder.write("project.json", "5");
     EXPECT_EQ(found(folder),
         "de=1\n"
-        "notice: enGB/menu.json and 2 more: no language has the code enGB; the nearest is en-GB: rename it, or map it "
-        "with "
-        "--map enGB=en-GB\n"
+        "notice: enGB/menu.json: no language has the code enGB (2 more files); the nearest is en-GB: rename it, or map "
+        "it with --map enGB=en-GB\n"
         "notice: project.json: no language has the code project\n");
 }
 
@@ -146,8 +145,9 @@ TEST(TermFiles, FilesThatLieTooDeepArePassedOverWithTheirPath) {
     folder.write("fr/quests/first.json", "7");
     EXPECT_EQ(found(folder),
         "de menu=1\n"
-        "notice: de/a/b/c/d/second.json and 2 more: only files that lie right in the folder of their language are "
-        "read\n");
+        "notice: de/a/b/c/d/second.json: only files that lie right in the folder of their language are read (2 more "
+        "lie "
+        "too deep)\n");
 }
 
 TEST(TermFiles, WhereAllFilesLieTooDeepItIsSaid) {
@@ -175,8 +175,8 @@ TEST(TermFiles, EntriesThatLieTooDeepInAnArchiveArePassedOverWithTheirPath) {
             .make());
     EXPECT_EQ(found(folder, "a.zip"),
         "fr menu=4\nde menu=1\n"
-        "notice: de/quests/first.json and 1 more: only files that lie right in the folder of their language are "
-        "read\n");
+        "notice: de/quests/first.json: only files that lie right in the folder of their language are read (1 more lie "
+        "too deep)\n");
 }
 
 TEST(TermFiles, MapTakesWhatIsNoCode) {
@@ -426,9 +426,9 @@ TEST(TermFiles, FolderAroundInAnArchiveIsNoCode) {
         "es-MX menu=5\n"
         "notice: i18n/enGB.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with "
         "--map enGB=en-GB\n"
-        "notice: i18n/ptBR.json and 1 more: no language has the code ptBR; the nearest is pt-BR: rename it, or map it "
-        "with "
-        "--map ptBR=pt-BR\n");
+        "notice: i18n/ptBR.json: no language has the code ptBR (1 more file); the nearest is pt-BR: rename it, or map "
+        "it "
+        "with --map ptBR=pt-BR\n");
 }
 
 TEST(TermFiles, ArchiveThatIsRefusedGivesNothing) {
