@@ -7,7 +7,9 @@
 #include <Corrade/Containers/Optional.h>
 #include <rapidjson/document.h>
 
+#include "DocumentLookup.h"
 #include "ImportComparison.h"
+#include "LanguageLookup.h"
 #include "LocalizationReport.h"
 #include "ProjectEdit.h"
 #include "QuorvaneEditor/ProjectFile.h"
@@ -15,11 +17,15 @@
 
 namespace QuorvaneEngine {
 
+using namespace Containers::Literals;
+
 struct Import::Data {
     QuorvaneEditor& editor;
     UnsignedInt defaultLanguage;
     ImportOptions options;
     Progress* progress;
+    /** Of the project, when the import was made. */
+    Containers::Array<UnsignedInt> known = {};
     ImportedFiles imported = {};
     /** The default language first. */
     Containers::Array<UnsignedInt> languages = {};
@@ -28,7 +34,15 @@ struct Import::Data {
 
 Import::Import(
     QuorvaneEditor& editor, const UnsignedInt defaultLanguage, const ImportOptions& options, Progress* const progress)
-    : _data{new Data{editor, defaultLanguage, options, progress}} {}
+    : _data{new Data{editor, defaultLanguage, options, progress}} {
+    const rapidjson::Value* const languages = memberOf(&editor.project().document(), "languages"_s);
+    if(languages && languages->IsObject())
+        for(const auto& member: languages->GetObject())
+            if(const Int language = findLanguage({member.name.GetString(), member.name.GetStringLength()});
+                language != -1)
+                Containers::arrayAppend(_data->known, UnsignedInt(language));
+    _data->options.known = _data->known;
+}
 
 Import::~Import() = default;
 

@@ -25,7 +25,7 @@ bool contains(const Containers::ArrayView<const UnsignedInt> languages, const Un
 bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, const ImportOptions& options,
     ImportedFiles& imported, Progress* const progress) {
     TermFiles found;
-    const bool isFound = readTermFiles(fileSystem, path, options.map, found, progress);
+    const bool isFound = readTermFiles(fileSystem, path, {options.map, options.known}, found, progress);
     imported.notices = std::move(found.notices);
     imported.refusals = std::move(found.refusals);
     imported.isInaccessible = found.isInaccessible;

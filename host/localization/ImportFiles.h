@@ -22,6 +22,9 @@ struct ImportOptions {
 
     /** Indices into @ref AllLanguages of those that are read; empty for all. */
     Containers::ArrayView<const UnsignedInt> languages;
+
+    /** Languages of the project, which are suggested rather than others; an @ref Import asks its project itself. */
+    Containers::ArrayView<const UnsignedInt> known = {};
 };
 
 /** A file of terms that was read. */

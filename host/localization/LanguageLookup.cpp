@@ -223,4 +223,19 @@ Int nearestLanguage(const Containers::StringView name) {
     return nearestTo(subtags);
 }
 
+Int sameLanguage(const UnsignedInt language, const Containers::ArrayView<const UnsignedInt> some) {
+    if(std::find(some.begin(), some.end(), language) != some.end()) return Int(language);
+    const icu::Locale given = localeOf(std::string{viewOf(AllLanguages[language].code)});
+    const icu::Locale whole = completed(given);
+    Int same = -1;
+    for(const UnsignedInt one: some) {
+        const icu::Locale other = completed(localeOf(std::string{viewOf(AllLanguages[one].code)}));
+        if(std::strcmp(other.getName(), whole.getName()) == 0) return Int(one);
+        const bool isSame = std::strcmp(other.getLanguage(), whole.getLanguage()) == 0 &&
+            std::strcmp(other.getScript(), whole.getScript()) == 0;
+        if(same == -1 && isSame && !*given.getCountry()) same = Int(one);
+    }
+    return same;
+}
+
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/AllLanguages.h"
@@ -20,5 +21,11 @@ QUORVANE_API Int findLanguage(Containers::StringView code);
 
     Takes about 50 microseconds: for what is shown to a user, not for every file. */
 QUORVANE_API Int nearestLanguage(Containers::StringView name);
+
+/** Of some languages, the one that is most likely meant by what is nearest to a language: this one; or what CLDR takes for the same, as
+    `pt` for `pt-BR` and `zh-Hans` for `zh-CN`; or, where @p language is of no country, the first in its language and script, as
+    `en-GB` for `en`. -1 where none is.
+    @param language     index into @ref AllLanguages , as @p some are */
+QUORVANE_API Int sameLanguage(UnsignedInt language, Containers::ArrayView<const UnsignedInt> some);
 
 }

@@ -50,17 +50,18 @@ constexpr std::size_t MaxDepth = 8;
 
 class Finding {
 public:
-    Finding(FileSystem& fileSystem, const Containers::StringView path,
-        const Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* const progress)
+    Finding(FileSystem& fileSystem, const Containers::StringView path, const TermFileOptions& options, TermFiles& found,
+        const Progress* const progress)
         : _fileSystem{fileSystem},
           _path{path},
-          _map{map},
+          _map{options.map},
           _progress{progress},
           _files{found.files},
           _notices{found.notices},
           _refusals{found.refusals},
           _isInaccessible{found.isInaccessible},
-          _lacksLanguages{found.lacksLanguages} {}
+          _lacksLanguages{found.lacksLanguages},
+          _unknownCodes{options.known} {}
 
     void run() {
         Containers::Array<Containers::String> names;
@@ -77,7 +78,9 @@ public:
             _files = {};
             return;
         }
-        _unknownCodes.describe(_notices);
+        std::vector<UnsignedInt> taken;
+        for(const TermFile& file: _files) taken.push_back(file.language);
+        _unknownCodes.describe({taken.data(), taken.size()}, _notices);
         _lacksLanguages = _unknownCodes.hasLanguages();
         noticeDeepFiles();
         if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
@@ -309,9 +312,9 @@ private:
 
 }
 
-bool readTermFiles(FileSystem& fileSystem, const Containers::StringView path,
-    const Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* const progress) {
-    Finding finding{fileSystem, path, map, found, progress};
+bool readTermFiles(FileSystem& fileSystem, const Containers::StringView path, const TermFileOptions& options,
+    TermFiles& found, const Progress* const progress) {
+    Finding finding{fileSystem, path, options, found, progress};
     finding.run();
     return found.refusals.isEmpty() && !finding.isCancelled();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 
 #include "FileNotice.h"
@@ -27,6 +28,15 @@ struct TermFile {
     Containers::String nameSpace;
 
     Containers::String bytes;
+};
+
+/** How files of terms are found. Views must outlive it. */
+struct TermFileOptions {
+    /** Codes that stand for others. */
+    Containers::ArrayView<const LanguageMapping> map;
+
+    /** Languages that the project has, indices into @ref AllLanguages : they are suggested rather than others. */
+    Containers::ArrayView<const UnsignedInt> known;
 };
 
 /** What a folder or an archive holds. */
@@ -56,11 +66,10 @@ struct TermFiles {
     folder in which an export was cut short. A code that is not known is no reason to refuse: its files are passed over, with a
     notice that names the nearest one that is. So are files that lie deeper in a folder of a language.
     @param path     absolute
-    @param map      codes that stand for others
     @param found    must be empty
     @param progress may be null; where it is cancelled, nothing is read any more and nothing refused
     @return whether nothing was refused or cancelled */
-QUORVANE_API bool readTermFiles(FileSystem& fileSystem, Containers::StringView path,
-    Containers::ArrayView<const LanguageMapping> map, TermFiles& found, const Progress* progress = nullptr);
+QUORVANE_API bool readTermFiles(FileSystem& fileSystem, Containers::StringView path, const TermFileOptions& options,
+    TermFiles& found, const Progress* progress = nullptr);
 
 }

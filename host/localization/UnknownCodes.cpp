@@ -29,7 +29,9 @@ Int UnknownCodes::nearest(const Containers::StringView code) {
     const auto known = _nearest.find(code);
     if(known != _nearest.end()) return known->second;
     if(_nearest.size() == MaxSearches) return -1;
-    const Int language = nearestLanguage(code);
+    Int language = nearestLanguage(code);
+    if(language != -1)
+        if(const Int same = sameLanguage(UnsignedInt(language), _known); same != -1) language = same;
     _nearest.emplace(Containers::String{code}, language);
     return language;
 }
@@ -40,7 +42,8 @@ void UnknownCodes::add(const Containers::StringView code, const Containers::Stri
     else ++_codes[place->second].moreFiles;
 }
 
-void UnknownCodes::describe(Containers::Array<FileNotice>& notices) {
+void UnknownCodes::describe(
+    const Containers::ArrayView<const UnsignedInt> taken, Containers::Array<FileNotice>& notices) {
     for(const Code& code: _codes) {
         const Containers::String shown = printable(code.code);
         const bool isPseudo = code.code == PseudoLocale::Code;
@@ -51,8 +54,10 @@ void UnknownCodes::describe(Containers::Array<FileNotice>& notices) {
             reason = format("{} ({} more file{})", reason, code.moreFiles, code.moreFiles == 1 ? "" : "s");
         if(language != -1) {
             const Containers::StringView known = AllLanguages[language].code;
-            reason =
-                format("{}; the nearest is {}: rename it, or map it with --map {}={}", reason, known, shown, known);
+            const bool isTaken = std::find(taken.begin(), taken.end(), UnsignedInt(language)) != taken.end();
+            reason = isTaken
+                ? format("{}; the nearest is {}, of which there are other files", reason, known)
+                : format("{}; the nearest is {}: rename it, or map it with --map {}={}", reason, known, shown, known);
         }
         Containers::arrayAppend(notices, FileNotice{printable(code.firstFile), std::move(reason)});
     }

@@ -276,7 +276,7 @@ imported("name-of-known-language", {"de.json": GERMAN, "enGB/translation.json": 
          "es_MX.json: no language has the code es_MX; the nearest is es-MX: rename it, or map it with --map "
          "es_MX=es-MX")
 imported("case-of-folders", {"de/translation.json": GERMAN, "DE/translation.json": GERMAN},
-         "DE/translation.json: no language has the code DE; the nearest is de: rename it, or map it with --map DE=de")
+         "DE/translation.json: no language has the code DE; the nearest is de, of which there are other files")
 imported("name-with-newline", {"de.json": GERMAN, "d\ne.json": GERMAN}, "d\\ne.json: no language has the code d\\ne")
 imported("name-of-terminals", {"de.json": GERMAN, "\x1b[2J\x1b]0;x\x07.json": GERMAN},
          "\\x1b[2J\\x1b]0;x\\x07.json: no language has the code \\x1b[2J\\x1b]0;x\\x07")

@@ -1,7 +1,9 @@
 #include "LanguageLookup.h"
 
+#include <initializer_list>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -105,6 +107,23 @@ TEST(LanguageLookup, WhatResemblesNoLanguageHasNoNearestOne) {
     EXPECT_EQ(nearest("de\0at"_s), "none");
     EXPECT_EQ(nearest(viewed(std::string(1000000, 'e'))), "none");
     EXPECT_EQ(nearest(viewed("en" + std::string(60, '-'))), "none");
+}
+
+TEST(LanguageLookup, OfSomeLanguagesFindsTheOneThatIsTheSame) {
+    const auto same = [](const char* const code, const std::initializer_list<const char*> codes) {
+        std::vector<UnsignedInt> some;
+        for(const char* const one: codes) some.push_back(UnsignedInt(findLanguage(one)));
+        const Int found = sameLanguage(UnsignedInt(findLanguage(code)), {some.data(), some.size()});
+        return found == -1 ? "none" : copied(AllLanguages[found].code);
+    };
+    EXPECT_EQ(same("pt-BR", {"de", "pt", "pt-BR"}), "pt-BR");
+    EXPECT_EQ(same("pt-BR", {"de", "pt-PT", "pt"}), "pt");
+    EXPECT_EQ(same("zh-CN", {"zh-Hant", "zh-Hans"}), "zh-Hans");
+    EXPECT_EQ(same("en", {"en-GB", "en-US"}), "en-US");
+    EXPECT_EQ(same("en", {"de", "en-GB", "en-AU"}), "en-GB");
+    EXPECT_EQ(same("pt-PT", {"pt", "pt-BR"}), "none");
+    EXPECT_EQ(same("zh-Hant", {"zh-Hans", "zh"}), "none");
+    EXPECT_EQ(same("de", {}), "none");
 }
 
 }

@@ -30,7 +30,7 @@ std::string found(const TestFolder& folder, const std::string& name = {},
     const Containers::ArrayView<const LanguageMapping> map = {}) {
     TermFiles found;
     const std::string path = name.empty() ? folder.path : folder / name;
-    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), map, found);
+    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), {map, {}}, found);
     EXPECT_EQ(isRead, found.refusals.isEmpty());
     std::string lines;
     for(const TermFile& file: found.files) {

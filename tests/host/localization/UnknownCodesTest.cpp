@@ -11,9 +11,9 @@ namespace QuorvaneEngine {
 
 namespace {
 
-std::string described(UnknownCodes& codes) {
+std::string described(UnknownCodes& codes, const Containers::ArrayView<const UnsignedInt> taken = {}) {
     Containers::Array<FileNotice> notices;
-    codes.describe(notices);
+    codes.describe(taken, notices);
     std::string lines;
     for(const FileNotice& notice: notices) lines += copied(notice.file) + ": " + copied(notice.reason) + '\n';
     return lines;
@@ -22,7 +22,7 @@ std::string described(UnknownCodes& codes) {
 }
 
 TEST(UnknownCodes, NameTheFirstFileAndTheNearestLanguage) {
-    UnknownCodes codes;
+    UnknownCodes codes{{}};
     EXPECT_TRUE(codes.isEmpty());
     codes.add("zz", "zz.json");
     EXPECT_FALSE(codes.hasLanguages());
@@ -40,6 +40,29 @@ TEST(UnknownCodes, NameTheFirstFileAndTheNearestLanguage) {
         "enGB/a.json: no language has the code enGB (2 more files); the nearest is en-GB: rename it, or map it with "
         "--map enGB=en-GB\n"
         "en\\nGB/a.json: no language has the code en\\nGB\n");
+}
+
+TEST(UnknownCodes, AreMeantForLanguagesOfTheProjectRatherThanForOthers) {
+    const UnsignedInt known[]{
+        UnsignedInt(findLanguage("de")), UnsignedInt(findLanguage("zh-Hans")), UnsignedInt(findLanguage("en-GB"))};
+    UnknownCodes codes{known};
+    for(const char* const code: {"zh_CN", "english", "en_US", "fr_FR"}) codes.add(code, code);
+    EXPECT_EQ(described(codes),
+        "zh_CN: no language has the code zh_CN; the nearest is zh-Hans: rename it, or map it with --map zh_CN=zh-Hans\n"
+        "english: no language has the code english; the nearest is en-GB: rename it, or map it with --map "
+        "english=en-GB\n"
+        "en_US: no language has the code en_US; the nearest is en-US: rename it, or map it with --map en_US=en-US\n"
+        "fr_FR: no language has the code fr_FR; the nearest is fr-FR: rename it, or map it with --map fr_FR=fr-FR\n");
+}
+
+TEST(UnknownCodes, AreNotMeantForALanguageThatHasFiles) {
+    UnknownCodes codes{{}};
+    for(const char* const code: {"enGB", "ptBR"}) codes.add(code, code);
+    const UnsignedInt taken[]{UnsignedInt(findLanguage("en-GB"))};
+    EXPECT_EQ(described(codes, taken),
+        "enGB: no language has the code enGB; the nearest is en-GB, of which there are other files\n"
+        "ptBR: no language has the code ptBR; the nearest is pt-BR: rename it, or map it with --map ptBR=pt-BR\n");
+    EXPECT_TRUE(codes.hasLanguages());
 }
 
 }
