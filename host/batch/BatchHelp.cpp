@@ -93,8 +93,9 @@ term that no file has keeps its texts, and an empty text changes nothing.
 
 Exit codes:
   0  done, also where texts were skipped; each is told with the reason
-  1  done, but texts were left out whose keys have no place beside others; each is
-     told. Or --check found an error or a warning. Or a file is refused, or the
+  1  done, but texts were left out whose keys have no place beside others, or all
+     texts, or a file of an unknown language; or nothing has a name of --map. Each
+     is told. Or --check found an error or a warning. Or a file is refused, or the
      project cannot take it: then nothing is done
   2  wrong usage
   3  something cannot be read, or the project not be saved

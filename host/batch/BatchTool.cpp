@@ -218,7 +218,8 @@ BatchResult importTerms(Run& run) {
     }
 
     for(const UnsignedInt language: missing) report.add(language, TermOutcome::Notice, {}, "has no file among these");
-    bool hasProblems = report.hasConflicts();
+    const bool hasSkippedAll = report.hasSkippedAll();
+    bool hasProblems = report.hasConflicts() || hasSkippedAll || import.lacksLanguages() || import.hasUnusedMappings();
     // What is not saved is gone with the process, and can be checked before.
     if(!run.options.isDryRun || run.options.isChecked) {
         Containers::Array<UnsignedInt> languages;
@@ -232,7 +233,8 @@ BatchResult importTerms(Run& run) {
     if(!run.options.isDryRun)
         if(const BatchResult result = run.project.save(); result != BatchResult::Done) return result;
     tell(run, report);
-    return hasProblems || import.lacksLanguages() ? BatchResult::Problems : BatchResult::Done;
+    if(hasSkippedAll) run.output.fail(run.options.source + ": nothing is taken over: all texts were skipped");
+    return hasProblems ? BatchResult::Problems : BatchResult::Done;
 }
 
 BatchResult runCommand(Run& run) {

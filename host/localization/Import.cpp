@@ -54,6 +54,8 @@ bool Import::isInaccessible() const { return _data->imported.isInaccessible; }
 
 bool Import::lacksLanguages() const { return _data->imported.lacksLanguages; }
 
+bool Import::hasUnusedMappings() const { return _data->imported.hasUnusedMappings; }
+
 bool Import::read(FileSystem& fileSystem, const Containers::StringView path) {
     if(!readImportFiles(fileSystem, path, _data->options, _data->imported, _data->progress)) return false;
     Containers::Array<UnsignedInt>& languages = _data->languages;

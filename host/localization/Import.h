@@ -51,6 +51,9 @@ public:
         Never where it was said which languages are read. */
     bool lacksLanguages() const;
 
+    /** Whether @ref ImportOptions::map has a name that no file or folder has: the report names it. */
+    bool hasUnusedMappings() const;
+
     /** Finds out what is to be done. To be called after @ref read() , and again where the project has changed since. Reads the project's
         document and no index of it: may run on any thread while nobody changes the project.
         @param report   receives what becomes of every text

@@ -30,6 +30,7 @@ bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, 
     imported.refusals = std::move(found.refusals);
     imported.isInaccessible = found.isInaccessible;
     imported.lacksLanguages = found.lacksLanguages && options.languages.isEmpty();
+    imported.hasUnusedMappings = found.hasUnusedMappings;
     if(!isFound) return false;
 
     std::vector<TermFile*> wanted;

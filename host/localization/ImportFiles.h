@@ -57,6 +57,9 @@ struct ImportedFiles {
 
     /** See @ref TermFiles::lacksLanguages ; never where it was said which languages are read. */
     bool lacksLanguages = false;
+
+    /** See @ref TermFiles::hasUnusedMappings . */
+    bool hasUnusedMappings = false;
 };
 
 /** Reads a folder or an archive; see @ref readTermFiles() . Files are parsed on all cores.

@@ -85,6 +85,15 @@ LocalizationReport::Counts LocalizationReport::counts(const UnsignedInt language
     return _counts.empty() ? Counts{} : _counts[slotOf(language)];
 }
 
+bool LocalizationReport::hasSkippedAll() const {
+    bool hasSkipped = false;
+    for(const Counts& counts: _counts) {
+        if(counts.added || counts.changed || counts.unchanged) return false;
+        hasSkipped = hasSkipped || counts.skipped;
+    }
+    return hasSkipped;
+}
+
 void LocalizationReport::print(const Containers::StringView function, const std::size_t maxLines) const {
     using Corrade::Utility::Debug;
     using Corrade::Utility::Warning;

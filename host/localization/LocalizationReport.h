@@ -102,6 +102,9 @@ public:
 
     Counts counts(UnsignedInt language) const;
 
+    /** Whether texts were skipped, and none was taken over or as it was. */
+    bool hasSkippedAll() const;
+
     /** Prints a warning for every text that was skipped and every notice, no more than @p maxLines of them, and one line per
         language.
         @param function     what the messages begin with, as "Class::function()" */

@@ -19,6 +19,7 @@
 #include "ArchiveReader.h"
 #include "Parallel.h"
 #include "Progress.h"
+#include "QuorvaneEditor/AllLanguages.h"
 #include "StagedFiles.h"
 #include "TermFilePath.h"
 #include "TermKey.h"
@@ -61,6 +62,8 @@ public:
           _refusals{found.refusals},
           _isInaccessible{found.isInaccessible},
           _lacksLanguages{found.lacksLanguages},
+          _hasUnusedMappings{found.hasUnusedMappings},
+          _isMapped(options.map.size()),
           _unknownCodes{options.known} {}
 
     void run() {
@@ -83,6 +86,7 @@ public:
         _unknownCodes.describe({taken.data(), taken.size()}, _notices);
         _lacksLanguages = _unknownCodes.hasLanguages();
         noticeDeepFiles();
+        noticeUnusedMappings();
         if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
 
         std::stable_sort(_files.begin(), _files.end(), [](const TermFile& a, const TermFile& b) {
@@ -106,8 +110,8 @@ private:
             refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
         else
             refuse(_path,
-                format("holds no terms{}; {}: {}", _unknownCodes.isEmpty() ? "" : " of a known language",
-                    _notices[0].file, _notices[0].reason));
+                format("holds no terms{}; {}{}{}", _unknownCodes.isEmpty() ? "" : " of a known language",
+                    _notices[0].file, _notices[0].file.isEmpty() ? "" : ": ", _notices[0].reason));
     }
 
     void noticeDeepFiles() {
@@ -118,6 +122,17 @@ private:
         Containers::arrayAppend(_notices,
             FileNotice{printable(_deepFiles.front()),
                 more ? format("{} ({} more lie too deep)", reason, more) : Containers::String{reason}});
+    }
+
+    void noticeUnusedMappings() {
+        for(std::size_t i = 0; i != _map.size(); ++i) {
+            if(_isMapped[i]) continue;
+            _hasUnusedMappings = true;
+            Containers::arrayAppend(_notices,
+                FileNotice{{},
+                    format("--map {}={}: nothing is called {} here", printable(_map[i].code),
+                        AllLanguages[_map[i].language].code, printable(_map[i].code))});
+        }
     }
 
     void refuseUnread(const Containers::StringView name, const int error) {
@@ -292,7 +307,11 @@ private:
         } else if(!JsonReader::isUtf8(relative)) refuse(pathOf(relative), "has a name that is not valid UTF-8"_s);
         else if(!TermKey::canTakeNamespace(parsed.nameSpace))
             refuse(pathOf(relative), "has a name that no namespace can have"_s);
-        else return true;
+        else {
+            for(std::size_t i = 0; i != _map.size(); ++i)
+                if(_map[i].code == parsed.code) _isMapped[i] = true;
+            return true;
+        }
         return false;
     }
 
@@ -305,6 +324,9 @@ private:
     Containers::Array<Containers::String>& _refusals;
     bool& _isInaccessible;
     bool& _lacksLanguages;
+    bool& _hasUnusedMappings;
+    /** By mapping. */
+    std::vector<bool> _isMapped;
     UnknownCodes _unknownCodes;
     /** Relative paths of those that lie too deep. */
     std::vector<Containers::String> _deepFiles;

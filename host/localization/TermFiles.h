@@ -45,7 +45,7 @@ struct TermFiles {
     Containers::Array<TermFile> files;
 
     /** One for every code that is not known, with the nearest one that is, and one for files that lie deeper than right in a folder
-        of a language: each names the first file. */
+        of a language: each names the first file. One without a file for every mapping of a code that no file has. */
     Containers::Array<FileNotice> notices;
 
     /** A sentence for everything that is refused: it begins with @ref TermFile::name , or with the path of all. */
@@ -56,6 +56,9 @@ struct TermFiles {
 
     /** Whether files were passed over whose code no language has, but one has a code much like it. */
     bool lacksLanguages = false;
+
+    /** Whether there is a mapping of a code that no file has. */
+    bool hasUnusedMappings = false;
 };
 
 /** Finds and reads the files of terms in a folder or in a ZIP archive: `<code>/<namespace>.json` and `<code>.json`, both side by

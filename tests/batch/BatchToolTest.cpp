@@ -584,6 +584,39 @@ TEST_F(LocalizeProgram, AFolderOfAnotherNameIsToldAndTakenWhereItIsMapped) {
     EXPECT_NE(desk.read("small/localization/en-GB.json").find("Doorway"), std::string::npos);
 }
 
+TEST_F(LocalizeProgram, AMappingOfANameThatNothingHasIsToldAndEndsWithOne) {
+    desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
+    const std::string notice = "--map engb=en-GB: nothing is called engb here\n";
+    EXPECT_EQ(told({"import", "small", "--from", "i18n", "--map", "engb=en-GB"}),
+        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+        "de            0        1          0             0        0\n--\n" +
+            notice + "-- 1");
+    fs::create_directory(desk / "empty");
+    EXPECT_EQ(told({"import", "small", "--from", "empty", "--map", "engb=en-GB"}),
+        "--\nempty: holds no terms; " + notice + "-- 1");
+    desk.write("i18n/engb/translation.json", R"({"door": "Doorway"})");
+    EXPECT_EQ(run({"import", "small", "--from", "i18n", "--map", "engb=en-GB", "--languages", "de"}).exitCode, 0);
+}
+
+TEST_F(LocalizeProgram, AnImportOfWhichNothingFitsEndsWithOne) {
+    desk.write("theirs/de.json", R"({"unknown": "x", "brand": "y", "door": ""})");
+    const char* const failure = "theirs: nothing is taken over: all texts were skipped";
+    EXPECT_EQ(told({"import", "small", "--from", "theirs"}),
+        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+        "de            0        0          0             1        2\n--\n"
+        "de.json: unknown: no term has this key\nde.json: brand: is not translatable\n" +
+            std::string{failure} + "\n-- 1");
+    const rapidjson::Document document = json({"import", "small", "--from", "theirs"}, 1);
+    ASSERT_EQ(document["failures"].Size(), 1u);
+    EXPECT_STREQ(document["failures"][0].GetString(), failure);
+    EXPECT_EQ(document["lines"].Size(), 2u);
+    // Of a language that is not begun yet an export has nothing either.
+    desk.write("theirs/de.json", "{}");
+    EXPECT_EQ(run({"import", "small", "--from", "theirs"}).exitCode, 0);
+    desk.write("theirs/de.json", R"({"unknown": "x", "door": "T\u00fcr"})");
+    EXPECT_EQ(run({"import", "small", "--from", "theirs"}).exitCode, 0);
+}
+
 TEST_F(LocalizeProgram, ARefusedFileRefusesTheWholeImportAndEndsWithOne) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
     desk.write("i18n/fr/translation.json", "{\"door\": \"Porte\"");

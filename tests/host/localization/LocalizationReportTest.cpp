@@ -124,4 +124,19 @@ TEST(LocalizationReport, JsonHasCountsAndLines) {
         R"({"outcome":"notice","reason":"is passed over","file":"xx.json"}]})");
 }
 
+TEST(LocalizationReport, TellsWhetherAllTextsWereSkipped) {
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    for(const TermOutcome outcome: {TermOutcome::Added, TermOutcome::Changed, TermOutcome::Unchanged}) {
+        LocalizationReport report;
+        EXPECT_FALSE(report.hasSkippedAll());
+        report.add(german, TermOutcome::Empty, "a");
+        report.add(german, TermOutcome::Notice, "a", "is odd");
+        EXPECT_FALSE(report.hasSkippedAll());
+        report.add(german, TermOutcome::Skipped, "a", "is not translatable");
+        EXPECT_TRUE(report.hasSkippedAll());
+        report.add(german + 1, outcome, "a");
+        EXPECT_FALSE(report.hasSkippedAll());
+    }
+}
+
 }
