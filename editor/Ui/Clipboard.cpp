@@ -3,6 +3,7 @@
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 #include <rapidjson/document.h>
 
 #include "ChangeManager.h"
@@ -32,6 +33,13 @@ bool areShortcutsMeant() {
         Ui::shortcutKeyPressed() && ImGui::IsWindowFocused(ImGuiFocusedFlags_RootAndChildWindows);
 }
 
+/** The menu takes the keyboard from the item that it belongs to when that is drawn already. The library, for which it is still the
+    last item, takes that for the item's own doing and forgets it with the frame, and what was typed with it. */
+void postponeDeactivation(const ImGuiID item) {
+    ImGuiDeactivatedItemData& deactivated = ImGui::GetCurrentContext()->DeactivatedItemData;
+    if(deactivated.ID == item) deactivated.ElapseFrame = ImGui::GetFrameCount() + 1;
+}
+
 /** Whether a value fits in the place of another one; prints a warning where it does not. */
 bool fits(const rapidjson::Value& pasted, const rapidjson::Value& target) {
     if(pasted.GetType() != target.GetType()) {
@@ -50,7 +58,9 @@ bool fits(const rapidjson::Value& pasted, const rapidjson::Value& target) {
 void Ui::valueContextMenu() { valueContextMenu(scopePath()); }
 
 void Ui::valueContextMenu(const Containers::StringView valuePath) {
+    const ImGuiID typedIn = ImGui::GetActiveID();
     if(const PopupGuard popup{ImGui::BeginPopupContextItem(ImGuiText{scopePath()}, ImGuiPopupFlags_MouseButtonRight)}) {
+        if(typedIn && !ImGui::GetActiveID()) postponeDeactivation(typedIn);
         if(ImGui::MenuItem(CopyLabel, "Cmd + C")) copyValue(valuePath);
         if(ImGui::MenuItem(PasteLabel, "Cmd + V")) pasteValue(valuePath);
     }

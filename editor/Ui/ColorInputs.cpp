@@ -27,7 +27,9 @@ bool editColor(
     if(isChanged) {
         const Containers::ArrayView<const float> components{color, count};
         ui.changes->pushChange(ui.scopePath(), toJson(components, ui.project->allocator()), true);
-    } else ui.valueContextMenu();
+    }
+    // It may be open in the frame of a change: who opens it leaves the field.
+    ui.valueContextMenu();
     return isChanged;
 }
 

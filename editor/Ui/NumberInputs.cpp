@@ -64,16 +64,15 @@ bool inputNumbers(Ui& ui, const Containers::StringView name, const Range<T>& ran
     else
         isChanged = ImGui::DragScalarN(
             "##val", Number<T>::Type, numbers, count, speed, &range.min, &range.max, Number<T>::Format, flags);
-    if(!isChanged) {
-        ui.valueContextMenu();
-        return false;
+    if(isChanged) {
+        for(T& number: numbers) number = Number<T>::storable(number);
+        ui.changes->pushChange(ui.scopePath(),
+            count == 1 ? toJson(numbers[0]) : toJson(Containers::ArrayView<const T>{numbers}, ui.project->allocator()),
+            true);
     }
-
-    for(T& number: numbers) number = Number<T>::storable(number);
-    ui.changes->pushChange(ui.scopePath(),
-        count == 1 ? toJson(numbers[0]) : toJson(Containers::ArrayView<const T>{numbers}, ui.project->allocator()),
-        true);
-    return true;
+    // It may be open in the frame of a change: who opens it leaves the field.
+    ui.valueContextMenu();
+    return isChanged;
 }
 
 }

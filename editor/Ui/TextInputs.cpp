@@ -1,5 +1,3 @@
-#include <cstring>
-
 #include <imgui.h>
 #include <imgui_internal.h>
 

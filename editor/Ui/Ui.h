@@ -215,7 +215,8 @@ public:
         Values go to the clipboard as JSON text. Both belong into the scope of a value. */
 
     /** Lets the last item copy and paste the value at the scope path: by a menu that the right button opens, and by the command
-        modifier with C and V while the mouse is over it and it is not being edited. */
+        modifier with C and V while the mouse is over it and it is not being edited. Who opens the menu leaves the item, which then
+        records what was typed. */
     void valueContextMenu();
 
     /** Puts the value at the scope path on the clipboard, `null` where there is none. */
