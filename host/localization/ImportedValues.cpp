@@ -44,7 +44,7 @@ TermOutcome ImportedValues::keep(const Containers::StringView key, const Unsigne
     const Int known = _known.find(key);
     const KeptValues::Entry* const before = known == -1 ? nullptr : &_known.entries()[std::size_t(known)];
     if(before && isSame(*before->value, entry, own)) return TermOutcome::Unchanged;
-    _changes.push_back({_memory.add(key), &entry, nameSpace, before ? before->position : -1, own});
+    _changes.push_back({_memory.add(key), &entry, nameSpace, _known.position(key), own});
     return before ? TermOutcome::Changed : TermOutcome::Added;
 }
 

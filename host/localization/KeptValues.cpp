@@ -19,7 +19,12 @@ KeptValues::KeptValues(const rapidjson::Value& root, const ProjectTerms& terms, 
         const Containers::StringView key{member.name.GetString(), member.name.GetStringLength()};
         const Int at = position++;
         const TermPlace place = terms.place(key, _memory);
-        if(place.nameSpace == -1 || member.value.IsNull()) continue;
+        if(member.value.IsNull()) {
+            _emptyKeys.add(key);
+            _emptyPositions.push_back(at);
+            continue;
+        }
+        if(place.nameSpace == -1) continue;
         _keys.add(key);
         _entries.push_back({key, place, &member.value, at});
     }
@@ -28,6 +33,13 @@ KeptValues::KeptValues(const rapidjson::Value& root, const ProjectTerms& terms, 
 KeptValues::~KeptValues() = default;
 KeptValues::KeptValues(KeptValues&&) noexcept = default;
 KeptValues& KeptValues::operator=(KeptValues&&) noexcept = default;
+
+Int KeptValues::position(const Containers::StringView key) const {
+    const Int known = find(key);
+    if(known != -1) return _entries[std::size_t(known)].position;
+    const Int empty = _emptyKeys.find(key);
+    return empty == -1 ? -1 : _emptyPositions[std::size_t(empty)];
+}
 
 Containers::StringView spellingOf(const rapidjson::Value& kept) {
     if(!kept.IsObject() || kept.MemberCount() != 1) return {};

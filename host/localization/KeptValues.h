@@ -25,7 +25,8 @@ public:
         Int position;
     };
 
-    /** Reads the document and no index of the project. Values in namespaces that are not known, and null, are passed over.
+    /** Reads the document and no index of the project. Values in namespaces that are not known are passed over, and null has
+        no entry: an import sets it where nothing is kept any more, as a member that is taken out would come back last when that is undone.
         @param code     BCP 47 */
     explicit KeptValues(const rapidjson::Value& root, const ProjectTerms& terms, Containers::StringView code);
     ~KeptValues();
@@ -40,10 +41,17 @@ public:
     /** The entry with a key of the project, -1 where there is none. */
     Int find(Containers::StringView key) const { return _keys.find(key); }
 
+    /** The place of a key of the project among the members of the language, also where null tells that nothing is kept there any
+        more; -1 where there is no such member. */
+    Int position(Containers::StringView key) const;
+
 private:
     TextArena _memory;
     std::vector<Entry> _entries;
     TextIndex _keys;
+    /** Members that are null, and their places. */
+    TextIndex _emptyKeys;
+    std::vector<Int> _emptyPositions;
 };
 
 /** The digits of a number that a file writes in another way than we would, such as "1.50": it is kept as an object with the one member

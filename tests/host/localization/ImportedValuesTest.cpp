@@ -36,6 +36,30 @@ TEST(ImportedValues, AreKeptWhereTheyAreNewOrDiffer) {
     EXPECT_EQ(project.at("/localization/values/en"), R"({"n":6,"same":true,"text":"T","list":[],"other":"a text"})");
 }
 
+TEST(ImportedValues, TakeThePlaceThatOthersHaveLeft) {
+    // So many that the whole object is set anew.
+    constexpr int Count = 40;
+    std::string members, numbers;
+    for(int i = 0; i != Count; ++i) {
+        members += (i ? ",\"k" : "\"k") + std::to_string(i) + "\":null";
+        numbers += (i ? ",\"k" : "\"k") + std::to_string(i) + "\":7";
+    }
+    TestProject project{R"({"localization":{"values":{"en":{)" + members + "}}}}"};
+    const ProjectTerms terms{project.project()};
+    ImportedValues values{project.project().document(), terms, "en"};
+    Catalogue catalogue;
+    const rapidjson::Value seven{7};
+    for(int i = 0; i != Count; ++i) catalogue.addValue(viewed('k' + std::to_string(i)), seven);
+    for(const CatalogueEntry& entry: catalogue.entries())
+        EXPECT_EQ(values.keep(entry.key, 0, entry), TermOutcome::Added);
+    expectOneUndoStep(project, [&] {
+        ProjectEdit edit{project.editor()};
+        values.collect(edit);
+        edit.push();
+    });
+    EXPECT_EQ(project.at("/localization/values/en"), '{' + numbers + '}');
+}
+
 TEST(KeptNotice, IsOneHoweverMuchIsKept) {
     LocalizationReport report;
     KeptNotice notice;

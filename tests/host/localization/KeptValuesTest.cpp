@@ -17,6 +17,9 @@ TEST(KeptValues, AreThoseOfALanguageInTheProjectsOrder) {
     EXPECT_EQ(english.entries()[2].position, 3);
     EXPECT_EQ(english.find("flag"), 2);
     EXPECT_EQ(english.find("nothing"), -1);
+    EXPECT_EQ(english.position("nothing"), 2);
+    EXPECT_EQ(english.position("flag"), 3);
+    EXPECT_EQ(english.position("other"), -1);
     EXPECT_STREQ((KeptValues{project.project().document(), terms, "de"}.entries()[0].value->GetString()), "fünf");
     for(const char* const code: {"fr", "ja"})
         EXPECT_EQ((KeptValues{project.project().document(), terms, code}.entries().size()), 0u);
