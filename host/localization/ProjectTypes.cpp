@@ -30,9 +30,9 @@ constexpr Type Texts{"an array of strings", [](const rapidjson::Value& value) {
                              if(!element.IsString()) return false;
                          return true;
                      }};
-constexpr Type Kept{"a string, a number, true, false, or an empty container", [](const rapidjson::Value& value) {
+constexpr Type Kept{"a string, a number, true, false, null, or an empty container", [](const rapidjson::Value& value) {
                         if(value.IsObject()) return value.ObjectEmpty() || !spellingOf(value).isEmpty();
-                        return value.IsArray() ? value.Empty() : !value.IsNull();
+                        return !value.IsArray() || value.Empty();
                     }};
 
 /* By rapidjson::Type */

@@ -54,8 +54,8 @@ static bool fits(const std::string& type, const std::string& value) {
     if(type == "a string") return value[0] == '"';
     if(type == "true or false") return value == "true" || value == "false";
     if(type == "an array of strings") return false;
-    if(type == "a string, a number, true, false, or an empty container")
-        return value != "null" && value[0] != '{' && value[0] != '[';
+    if(type == "a string, a number, true, false, null, or an empty container")
+        return value[0] != '{' && value[0] != '[';
     return value == "7";
 }
 
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, ReviewOfADocumentedKey,
         TypeCase{R"({"localization":{"values":@}})", "project.json: /localization/values", "an object"},
         TypeCase{R"({"localization":{"values":{"de":@}}})", "project.json: /localization/values/de", "an object"},
         TypeCase{R"({"localization":{"values":{"de":{"n":@}}}})", "project.json: /localization/values/de/n",
-            "a string, a number, true, false, or an empty container"},
+            "a string, a number, true, false, null, or an empty container"},
         TypeCase{R"({"localization":{"strings":@}})", "project.json: /localization/strings", "an object"},
         TypeCase{R"({"localization":{"strings":{"a":@}}})", "project.json: /localization/strings/a", "a string"},
         TypeCase{R"({"localization":{"translations":@}})", "project.json: /localization/translations", "an object"},

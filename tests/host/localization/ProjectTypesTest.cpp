@@ -44,6 +44,17 @@ TEST(ProjectTypes, TellOfLanguagesAndTermsWithoutTheirTranslations) {
         "/localization/translations/fr is an array, but must be an object\n");
 }
 
+TEST(ProjectTypes, TellOfValuesThatNoImportKeeps) {
+    const rapidjson::Document document = parsed(R"({"localization": {"values": {"de": {"s": "S", "n": 1, "b": true,
+        "nothing": null, "o": {}, "a": [], "number": {"number": "1.50"}, "full": [1], "other": {"number": "one"}}}}})");
+    Lines lines;
+    ProjectTypes::checkLocalization(document, lines.collect());
+    const std::string kept = "must be a string, a number, true, false, null, or an empty container\n";
+    EXPECT_EQ(lines.all,
+        "/localization/values/de/full is an array, but " + kept + "/localization/values/de/other is an object, but " +
+            kept);
+}
+
 TEST(ProjectTypes, TellOfTheTranslationsIntoOneLanguage) {
     const rapidjson::Document document = parsed(R"({"localization": {"translations": {
         "de": {"a": "A", "b": {"text": null, "state": 1}}, "fr": {"a": 1}}}})");
