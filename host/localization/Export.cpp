@@ -16,6 +16,7 @@
 #include "ArchiveWriter.h"
 #include "ExportFiles.h"
 #include "LocalizationReport.h"
+#include "OtherFiles.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "StagedFiles.h"
 
@@ -97,6 +98,7 @@ bool Export::toFolder(const Containers::StringView folder, LocalizationReport& r
             fail(error, file, systemReason("read"_s, result));
     };
     if(!makeFiles(*this, path, read, files, report, error)) return false;
+    OtherFiles{project.document(), files}.notice(fileSystem, path, report);
     if(options.isDryRun) return true;
 
     Containers::Array<StagedFile> changed;
@@ -107,9 +109,9 @@ bool Export::toFolder(const Containers::StringView folder, LocalizationReport& r
 
 bool Export::toArchive(const Containers::StringView path, LocalizationReport& report, FileError& error) const {
     Containers::String target{path};
-    Containers::Array<Containers::String> names;
+    Containers::Array<Containers::String> inFolder;
     if(const Containers::StringView folder = folderName(path);
-        folder.size() != path.size() || fileSystem.listFolder(path, names) == 0)
+        folder.size() != path.size() || fileSystem.listFolder(path, inFolder) == 0)
         target = Path::join(folder, "localization.zip"_s);
 
     FolderLock lock;
@@ -132,6 +134,10 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
         return true;
     };
     if(!makeFiles(*this, target, read, files, report, error)) return false;
+    Containers::Array<Containers::String> names;
+    for(std::size_t i = 0; isArchive && i != archive.entries().size(); ++i)
+        arrayAppend(names, archive.entries()[i].name);
+    OtherFiles{project.document(), files}.notice(names, report);
     bool isChanged = !isArchive;
     for(const ExportFile& file: files) isChanged = isChanged || file.isChanged;
     if(!isChanged) return true;

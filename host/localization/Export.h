@@ -27,7 +27,8 @@ struct ExportOptions {
     brought that is no text. They are in the order of the file that is already there; else as the project noted it, see
     @ref OrderNote ; else in the project's order. A language without any text is an empty object. A file whose bytes would be the same
     is not written; if one cannot be written, none is, nor where one that is there already is no catalogue, as with the marks of a merge
-    in it: its texts would be lost. An empty one counts as none. Into a folder one export at a time writes; another one fails. */
+    in it: its texts would be lost. An empty one counts as none. Nothing is deleted; the report tells of what stays there and is none of the
+    project's: see @ref OtherFiles . Into a folder one export at a time writes; another one fails. */
 struct QUORVANE_API Export {
     ProjectFile& project;
     FileSystem& fileSystem;

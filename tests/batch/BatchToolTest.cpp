@@ -455,6 +455,24 @@ TEST_F(LocalizeProgram, AnExportThatCannotBeWrittenEndsWithThreeAndLeavesAllAsIt
     EXPECT_EQ(desk.files(), before);
 }
 
+TEST_F(LocalizeProgram, FilesThatAnExportLeavesAsTheyAreAreTold) {
+    desk.write("i18n/it/translation.json", "{}");
+    desk.write("i18n/de/old.json", "{}");
+    const char* const table = "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+                              "en            2        0          0             0        0\n"
+                              "de            1        0          0             0        0\n--\n";
+    const char* const notices =
+        "de/old.json: the project has no texts for the namespace old; this file stays as it is\n"
+        "it/translation.json: the project does not have the language it; this file stays as it is\n-- 0";
+    EXPECT_EQ(told({"export", "small", "--to", "i18n", "--dry-run"}),
+        "en/translation.json: door: added\nen/translation.json: key: added\nde/translation.json: door: added\n" +
+            std::string{table} + notices);
+    EXPECT_EQ(told({"export", "small", "--to", "i18n"}), std::string{table} + notices);
+    ASSERT_EQ(run({"export", "small", "--zip", "i18n.zip", "--languages", "de"}).error, "");
+    EXPECT_EQ(run({"export", "small", "--zip", "i18n.zip", "--languages", "en"}).error,
+        "de/translation.json: is not of this export, and stays in the archive\n");
+}
+
 TEST_F(LocalizeProgram, TermsThatHaveNoPlaceInTheFilesAreToldAndEndWithOne) {
     desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}}, "localization": {"terms": {
         "menu": {"sourceText": "/a", "translatable": true}, "menu.file": {"sourceText": "/b", "translatable": true}}},
