@@ -139,6 +139,7 @@ BatchResult exportTerms(Run& run) {
 
     Progress progress;
     LocalizationReport report;
+    report.keepTexts(run.options.isJson);
     FileError error;
     const Export request{run.project.session().project(), FileSystem::disk(),
         Containers::arrayView(languages.data(), languages.size()), run.project.defaultLanguage(),
@@ -197,6 +198,7 @@ BatchResult importTerms(Run& run) {
     Progress progress;
     Import import{run.project.session().editor(), run.project.defaultLanguage(), options, &progress};
     LocalizationReport report;
+    report.keepTexts(run.options.isJson);
     bool isTaken = [&] {
         const ProgressLine line{run.output, "reading", progress};
         return import.read(FileSystem::disk(), viewed(path));

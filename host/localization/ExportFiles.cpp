@@ -122,6 +122,7 @@ private:
                     : isSame ? TermOutcome::Unchanged
                              : TermOutcome::Changed,
                 layout.key(i), {}, path);
+            if(!isAdded && !isSame) _report.addTexts(before[i]->text, file.texts[i]);
         }
     }
 
@@ -182,6 +183,7 @@ bool makeExportFiles(const rapidjson::Value& root, const UnsignedInt defaultLang
         }
 
     std::vector<LocalizationReport> reports(codes.size());
+    for(LocalizationReport& one: reports) one.keepTexts(report.keepsTexts());
     const bool isDone = forEachInParallel(
         codes.size(),
         [&](const std::size_t i) {

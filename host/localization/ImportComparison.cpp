@@ -123,6 +123,7 @@ struct ImportComparison::Data {
                 translations[i] = std::make_unique<ImportTranslations>(root, terms,
                     Containers::ArrayView<const LocalizationReport::KeptTerm>{kept.data(), kept.size()},
                     others[i].language);
+                reports[i].keepTexts(report.keepsTexts());
                 reports[i].addLanguage(others[i].language);
                 std::size_t count = 0;
                 for(const ImportedFile& file: others[i].files) count += file.catalogue.entries().size();

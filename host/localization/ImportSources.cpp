@@ -184,6 +184,7 @@ void ImportSources::changeSource(const File& file, const std::size_t index, cons
         _replaced.add(term.source);
     }
     add(TermOutcome::Changed);
+    file.report.addTexts(term.source, entry.text);
 }
 
 void ImportSources::noticeSentences(const File& file) {

@@ -184,6 +184,7 @@ void ImportTranslations::translate(const File& file, const CatalogueEntry& entry
     }
     if(target < _kept.size()) file.report.add(_language, outcome, _kept[target], {}, file.file.path);
     else file.add(outcome, key(target));
+    if(outcome == TermOutcome::Changed) file.report.addTexts(before, entry.text);
 }
 
 TextDigest ImportTranslations::replaced() const {

@@ -60,6 +60,11 @@ void LocalizationReport::add(const UnsignedInt language, const TermOutcome outco
         _lines.push_back({language, outcome, term._key, asBefore(reason, &Line::reason), asBefore(file, &Line::file)});
 }
 
+void LocalizationReport::addTexts(const Containers::StringView before, const Containers::StringView after) {
+    if(_keepsTexts && !_lines.empty() && _lines.back().outcome == TermOutcome::Changed)
+        _changes.push_back({_lines.size() - 1, _texts.add(before), _texts.add(after)});
+}
+
 void LocalizationReport::addConflict(const UnsignedInt language, const Containers::StringView term,
     const Containers::StringView reason, const Containers::StringView file) {
     add(language, TermOutcome::Skipped, term, reason, file);
@@ -72,13 +77,17 @@ void LocalizationReport::addLanguage(const UnsignedInt language) {
 
 void LocalizationReport::append(LocalizationReport&& other) {
     _texts.append(std::move(other._texts));
+    for(const Change& change: other._changes)
+        _changes.push_back({_lines.size() + change.line, change.before, change.after});
     if(_lines.empty()) _lines = std::move(other._lines);
     else _lines.insert(_lines.end(), other._lines.begin(), other._lines.end());
     for(const UnsignedInt language: other._languages) addLanguage(language);
     for(std::size_t i = 0; i != other._counts.size(); ++i)
         for(const Outcome& outcome: Outcomes) slot(UnsignedInt(i)).*outcome.count += other._counts[i].*outcome.count;
     _hasConflicts = _hasConflicts || other._hasConflicts;
+    const bool keepsTexts = other._keepsTexts;
     other = LocalizationReport{};
+    other._keepsTexts = keepsTexts;
 }
 
 LocalizationReport::Counts LocalizationReport::counts(const UnsignedInt language) const {
@@ -139,6 +148,7 @@ Containers::String LocalizationReport::json() const {
     writer.EndArray();
     writer.Key("lines");
     writer.StartArray();
+    auto change = _changes.begin();
     for(const Line& line: _lines) {
         writer.StartObject();
         writeMember(writer, "outcome", Outcomes[std::size_t(line.outcome)].name);
@@ -146,6 +156,11 @@ Containers::String LocalizationReport::json() const {
         writeMember(writer, "term", line.term);
         writeMember(writer, "reason", line.reason);
         writeMember(writer, "file", line.file);
+        if(change != _changes.end() && change->line == std::size_t(&line - _lines.data())) {
+            writeMember(writer, "before", change->before);
+            writeMember(writer, "after", change->after);
+            ++change;
+        }
         writer.EndObject();
     }
     writer.EndArray();

@@ -79,6 +79,13 @@ public:
     void add(UnsignedInt language, TermOutcome outcome, KeptTerm term, Containers::StringView reason = {},
         Containers::StringView file = {});
 
+    /** Whether texts before and after a change are kept, which takes memory for each. */
+    void keepTexts(const bool isKept) { _keepsTexts = isKept; }
+    bool keepsTexts() const { return _keepsTexts; }
+
+    /** Says what the text was that was added last, and is, where it has changed; kept only if @ref keepsTexts() . */
+    void addTexts(Containers::StringView before, Containers::StringView after);
+
     /** Counts a text as skipped because its key has no place in a file beside another one. */
     void addConflict(UnsignedInt language, Containers::StringView term, Containers::StringView reason,
         Containers::StringView file = {});
@@ -112,19 +119,30 @@ public:
 
     /** As one line of JSON: an object with "languages", an array of objects with "language" (BCP 47), "name", "added",
         "changed", "unchanged", "empty", "skipped" and "notices"; and "lines", an array of objects with "outcome" (one of the
-        names of the counts, "notice" for the last) and, where the line has it, "language", "term", "reason" and "file". */
+        names of the counts, "notice" for the last) and, where the line has it, "language", "term", "reason", "file", "before" and
+        "after". */
     Containers::String json() const;
 
 private:
     Containers::StringView asBefore(Containers::StringView text, Containers::StringView Line::*part);
     Counts& slot(UnsignedInt language);
 
+    /** What the text of a line was and is. */
+    struct Change {
+        std::size_t line;
+        Containers::StringView before;
+        Containers::StringView after;
+    };
+
     TextArena _texts;
     std::vector<Line> _lines;
+    /** By lines. */
+    std::vector<Change> _changes;
     std::vector<UnsignedInt> _languages;
     /** Empty until something is counted; one more than there are languages then: the last one is of what belongs to none. */
     std::vector<Counts> _counts;
     bool _hasConflicts = false;
+    bool _keepsTexts = false;
 };
 
 }

@@ -517,6 +517,28 @@ TEST_F(LocalizeProgram, AnImportChangesTextsAndSaves) {
         "de            0        0          2             0        2\n");
 }
 
+TEST_F(LocalizeProgram, MachinesGetTheTextsBeforeAndAfterAChange) {
+    desk.write("i18n/de.json", R"({"door": "Pforte", "key": "Schl\u00fcssel"})");
+    desk.write("i18n/en.json", R"({"door": "Gate", "key": "Key"})");
+    const auto changes = [this](std::vector<std::string> arguments) {
+        const rapidjson::Document document = json(std::move(arguments), 0);
+        std::string lines;
+        for(const rapidjson::Value& line: document["lines"].GetArray()) {
+            const bool isChanged = std::string{line["outcome"].GetString()} == "changed";
+            EXPECT_EQ(line.HasMember("before") && line.HasMember("after"), isChanged);
+            if(isChanged)
+                lines += std::string{line["language"].GetString()} + ' ' + line["term"].GetString() + ": " +
+                    line["before"].GetString() + " > " + line["after"].GetString() + '\n';
+        }
+        return lines;
+    };
+    ASSERT_EQ(run({"export", "small", "--to", "out"}).exitCode, 0);
+    const std::string expected = "en door: Door > Gate\nde door: T\u00fcr > Pforte\n";
+    EXPECT_EQ(changes({"import", "small", "--from", "i18n", "--dry-run"}), expected);
+    EXPECT_EQ(changes({"import", "small", "--from", "i18n"}), expected);
+    EXPECT_EQ(changes({"export", "small", "--to", "out"}), expected);
+}
+
 TEST_F(LocalizeProgram, AProjectThatAnotherProgramWritesIsReadAndNotWritten) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
     const auto before = desk.files();

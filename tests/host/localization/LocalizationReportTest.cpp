@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "LanguageLookup.h"
+#include "TestProject.h"
 #include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine {
@@ -137,6 +138,34 @@ TEST(LocalizationReport, TellsWhetherAllTextsWereSkipped) {
         report.add(german + 1, outcome, "a");
         EXPECT_FALSE(report.hasSkippedAll());
     }
+}
+
+TEST(LocalizationReport, KeepsTextsBeforeAndAfterWhereItIsToldTo) {
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    const auto lines = [german](const bool keepsTexts) {
+        LocalizationReport report, other;
+        for(LocalizationReport* const one: {&report, &other}) {
+            one->keepTexts(keepsTexts);
+            one->add(german, TermOutcome::Added, "new");
+            one->addTexts({}, "text");
+            for(const char* const term: {"a", "b"}) {
+                one->add(german, TermOutcome::Changed, term);
+                const std::string before = std::string{term} + "0", after = std::string{term} + "1";
+                one->addTexts(viewed(before), viewed(after));
+            }
+            one->add(german, TermOutcome::Unchanged, "same");
+        }
+        report.append(std::move(other));
+        const std::string json = copied(report.json());
+        return json.substr(json.find("\"lines\""));
+    };
+    const std::string start = R"({"outcome":"added","language":"de","term":"new"},)";
+    const std::string kept = start + R"({"outcome":"changed","language":"de","term":"a","before":"a0","after":"a1"},)" +
+        R"({"outcome":"changed","language":"de","term":"b","before":"b0","after":"b1"})";
+    const std::string dropped = start + R"({"outcome":"changed","language":"de","term":"a"},)" +
+        R"({"outcome":"changed","language":"de","term":"b"})";
+    EXPECT_EQ(lines(true), R"("lines":[)" + kept + ',' + kept + "]}");
+    EXPECT_EQ(lines(false), R"("lines":[)" + dropped + ',' + dropped + "]}");
 }
 
 }
