@@ -118,6 +118,8 @@ const OptionText BatchOptionTexts[]{
         Export, false},
     {BatchOption::Check, "--check", nullptr, nullptr, "Also check the languages that were read, as \"check\" does",
         Import, false},
+    {BatchOption::Confirm, "--confirm", nullptr, nullptr, "Stale texts that come back as they were are no longer stale",
+        Import, false},
     {BatchOption::DryRun, "--dry-run", nullptr, nullptr, "Only tell what would be done", Gather | Export | Import,
         false},
     {BatchOption::Json, "--json", nullptr, nullptr, "Print one JSON document, for machines",

@@ -7,7 +7,7 @@
 namespace QuorvaneEngine {
 
 /** The options that take part in one command or several. */
-enum class BatchOption { To, Zip, From, Languages, Map, Default, Severity, Pseudo, Check, DryRun, Json };
+enum class BatchOption { To, Zip, From, Languages, Map, Default, Severity, Pseudo, Check, Confirm, DryRun, Json };
 
 struct CommandText {
     BatchCommand command;
@@ -35,7 +35,7 @@ struct OptionText {
 };
 
 extern const CommandText BatchCommandTexts[5];
-extern const OptionText BatchOptionTexts[11];
+extern const OptionText BatchOptionTexts[12];
 extern const char* const ProjectHelp;
 
 /** What the tool says about itself as a whole. */

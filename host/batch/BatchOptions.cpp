@@ -224,6 +224,7 @@ std::string readOptions(const Parsing& parsing, BatchOptions& options) {
     if(options.project.empty()) return "the project's folder has an empty name";
     options.isPseudo = parsing.has(BatchOption::Pseudo);
     options.isChecked = parsing.has(BatchOption::Check);
+    options.isConfirming = parsing.has(BatchOption::Confirm);
     options.isDryRun = parsing.has(BatchOption::DryRun);
     options.isJson = parsing.has(BatchOption::Json);
     for(const auto read: {readPlaces, readLanguages, readMap, readSeverity})

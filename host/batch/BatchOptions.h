@@ -55,6 +55,7 @@ struct BatchOptions {
 
     bool isPseudo = false;
     bool isChecked = false;
+    bool isConfirming = false;
     bool isDryRun = false;
     bool isJson = false;
 };

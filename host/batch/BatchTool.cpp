@@ -194,7 +194,8 @@ BatchResult importTerms(Run& run) {
     std::vector<LanguageMapping> map;
     for(const BatchOptions::Mapping& mapping: run.options.map) map.push_back({viewed(mapping.name), mapping.language});
     const ImportOptions options{Containers::arrayView(map.data(), map.size()),
-        Containers::arrayView(run.options.languages.data(), run.options.languages.size())};
+        Containers::arrayView(run.options.languages.data(), run.options.languages.size()), {},
+        run.options.isConfirming};
     Progress progress;
     Import import{run.project.session().editor(), run.project.defaultLanguage(), options, &progress};
     LocalizationReport report;

@@ -70,7 +70,8 @@ bool Import::compare(LocalizationReport& report) {
     for(const FileNotice& notice: _data->imported.notices)
         report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, notice.reason, notice.file);
     _data->comparison.emplace(_data->editor.project().document(), _data->defaultLanguage,
-        Containers::ArrayView<const ImportedFile>{_data->imported.files.data(), _data->imported.files.size()});
+        Containers::ArrayView<const ImportedFile>{_data->imported.files.data(), _data->imported.files.size()},
+        _data->options.isConfirming);
     if(!_data->comparison->run(report, _data->imported.refusals, _data->progress)) return false;
     _data->comparison->noticeNewLanguages(_data->options.map, report);
     return true;

@@ -19,7 +19,7 @@ struct Progress;
 
     Nothing is ever deleted: a term that no file has keeps its texts, and an empty text changes nothing. A text that is new or
     differs takes the fingerprint of today's source; one that is as it was stays as it was, stale ones too, so that an export that
-    comes back untouched changes nothing. */
+    comes back untouched changes nothing, unless @ref ImportOptions::isConfirming says that what comes back is right. */
 class QUORVANE_API Import {
 public:
     /** @param editor           must outlive the import; its project must not change between @ref compare() and @ref apply()

@@ -56,6 +56,7 @@ struct ImportComparison::Data {
     const rapidjson::Value& root;
     UnsignedInt defaultLanguage;
     Containers::ArrayView<const ImportedFile> files;
+    bool isConfirming;
     ImportTerms terms;
     ImportSources sources;
     std::vector<LanguageFiles> others;
@@ -63,10 +64,11 @@ struct ImportComparison::Data {
     ImportOrder order;
 
     Data(const rapidjson::Value& root, const UnsignedInt defaultLanguage,
-        const Containers::ArrayView<const ImportedFile> files)
+        const Containers::ArrayView<const ImportedFile> files, const bool isConfirming)
         : root{root},
           defaultLanguage{defaultLanguage},
           files{files},
+          isConfirming{isConfirming},
           terms{root, defaultLanguage},
           sources{root, terms, defaultLanguage},
           order{root, terms, defaultLanguage} {}
@@ -122,7 +124,7 @@ struct ImportComparison::Data {
             [&](const std::size_t i) {
                 translations[i] = std::make_unique<ImportTranslations>(root, terms,
                     Containers::ArrayView<const LocalizationReport::KeptTerm>{kept.data(), kept.size()},
-                    others[i].language);
+                    others[i].language, isConfirming);
                 reports[i].keepTexts(report.keepsTexts());
                 reports[i].addLanguage(others[i].language);
                 std::size_t count = 0;
@@ -192,8 +194,8 @@ struct ImportComparison::Data {
 };
 
 ImportComparison::ImportComparison(const rapidjson::Value& root, const UnsignedInt defaultLanguage,
-    const Containers::ArrayView<const ImportedFile> files)
-    : _data{Corrade::InPlaceInit, root, defaultLanguage, files} {}
+    const Containers::ArrayView<const ImportedFile> files, const bool isConfirming)
+    : _data{Corrade::InPlaceInit, root, defaultLanguage, files, isConfirming} {}
 
 ImportComparison::~ImportComparison() = default;
 

@@ -24,9 +24,10 @@ class QUORVANE_API ImportComparison {
 public:
     /** @param root     the project's document; must outlive this object, and stay as it is
         @param defaultLanguage  index into @ref AllLanguages
-        @param files    in the order of @ref ImportedFiles::files ; must outlive this object */
-    explicit ImportComparison(
-        const rapidjson::Value& root, UnsignedInt defaultLanguage, Containers::ArrayView<const ImportedFile> files);
+        @param files    in the order of @ref ImportedFiles::files ; must outlive this object
+        @param isConfirming see @ref ImportOptions::isConfirming */
+    explicit ImportComparison(const rapidjson::Value& root, UnsignedInt defaultLanguage,
+        Containers::ArrayView<const ImportedFile> files, bool isConfirming = false);
     ~ImportComparison();
     ImportComparison(const ImportComparison&) = delete;
     ImportComparison& operator=(const ImportComparison&) = delete;

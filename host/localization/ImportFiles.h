@@ -25,6 +25,9 @@ struct ImportOptions {
 
     /** Languages of the project, which are suggested rather than others; an @ref Import asks its project itself. */
     Containers::ArrayView<const UnsignedInt> known = {};
+
+    /** Whether a translation that comes back as it is, but is stale, is right for today's source text, too: it takes its fingerprint. */
+    bool isConfirming = false;
 };
 
 /** A file of terms that was read. */

@@ -39,10 +39,12 @@ struct ImportTranslations::File {
 };
 
 ImportTranslations::ImportTranslations(const rapidjson::Value& root, const ImportTerms& terms,
-    const Containers::ArrayView<const LocalizationReport::KeptTerm> kept, const UnsignedInt language)
+    const Containers::ArrayView<const LocalizationReport::KeptTerm> kept, const UnsignedInt language,
+    const bool isConfirming)
     : _terms{terms},
       _kept{kept},
       _language{language},
+      _isConfirming{isConfirming},
       _categories{pluralCategories(AllLanguages[language].code, PluralKind::Cardinal),
           pluralCategories(AllLanguages[language].code, PluralKind::Ordinal)},
       _known{root, terms.terms(), AllLanguages[language].code},
@@ -177,7 +179,8 @@ void ImportTranslations::translate(const File& file, const CatalogueEntry& entry
     const TermOutcome outcome = before == entry.text ? TermOutcome::Unchanged
         : before.isEmpty()                           ? TermOutcome::Added
                                                      : TermOutcome::Changed;
-    if(outcome != TermOutcome::Unchanged) {
+    const bool isConfirmed = _isConfirming && outcome == TermOutcome::Unchanged && isStale(target);
+    if(outcome != TermOutcome::Unchanged || isConfirmed) {
         _changes.push_back({&entry, UnsignedInt(target)});
         _replaced.add(before);
         _replaced.add(_terms.fingerprint(sourceOf(target)));
@@ -185,6 +188,7 @@ void ImportTranslations::translate(const File& file, const CatalogueEntry& entry
     if(target < _kept.size()) file.report.add(_language, outcome, _kept[target], {}, file.file.path);
     else file.add(outcome, key(target));
     if(outcome == TermOutcome::Changed) file.report.addTexts(before, entry.text);
+    if(isConfirmed) file.add(TermOutcome::Notice, key(target), "was stale, and is confirmed"_s);
 }
 
 TextDigest ImportTranslations::replaced() const {
@@ -212,6 +216,13 @@ ProjectTranslation ImportTranslations::known(const std::size_t target) const {
 std::size_t ImportTranslations::sourceOf(const std::size_t target) const {
     const std::size_t count = _terms.terms().terms().size();
     return target < count ? target : _forms[target - count].source;
+}
+
+/** Whether what the project has is not a translation of what the source is going to be. */
+bool ImportTranslations::isStale(const std::size_t target) const {
+    const rapidjson::Value* const source = memberOf(known(target).value, "source"_s);
+    return !source || !source->IsString() ||
+        _terms.fingerprint(sourceOf(target)) != Containers::StringView{source->GetString(), source->GetStringLength()};
 }
 
 void ImportTranslations::collect(ProjectEdit& edit, ImportTerms& terms, std::function<void()>&& release) {

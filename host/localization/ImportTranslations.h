@@ -30,9 +30,11 @@ public:
         @param terms    finished; must outlive this object
         @param kept     all of them, as the report has kept them to which that of this language will be appended; @ref compare()
             needs it
-        @param language index into @ref AllLanguages */
+        @param language index into @ref AllLanguages
+        @param isConfirming see @ref ImportOptions::isConfirming */
     explicit ImportTranslations(const rapidjson::Value& root, const ImportTerms& terms,
-        Containers::ArrayView<const LocalizationReport::KeptTerm> kept, UnsignedInt language);
+        Containers::ArrayView<const LocalizationReport::KeptTerm> kept, UnsignedInt language,
+        bool isConfirming = false);
     ~ImportTranslations();
     ImportTranslations(const ImportTranslations&) = delete;
     ImportTranslations& operator=(const ImportTranslations&) = delete;
@@ -95,11 +97,13 @@ private:
     Containers::StringView key(std::size_t target) const;
     ProjectTranslation known(std::size_t target) const;
     std::size_t sourceOf(std::size_t target) const;
+    bool isStale(std::size_t target) const;
     void make(const Change& change, rapidjson::Document& out) const;
 
     const ImportTerms& _terms;
     Containers::ArrayView<const LocalizationReport::KeptTerm> _kept;
     UnsignedInt _language;
+    bool _isConfirming;
     PluralCategories _categories[2];
     ProjectTranslations _known;
     ImportedValues _values;

@@ -517,6 +517,21 @@ TEST_F(LocalizeProgram, AnImportChangesTextsAndSaves) {
         "de            0        0          2             0        2\n");
 }
 
+TEST_F(LocalizeProgram, AStaleTextThatComesBackIsConfirmedWhereThatIsSaid) {
+    desk.write("i18n/de.json", R"({"door": "T\u00fcr"})");
+    const auto stale = [this] {
+        return json({"status", "small", "--languages", "de"}, 0)["languages"][0]["stale"].GetInt();
+    };
+    ASSERT_EQ(run({"import", "small", "--from", "i18n"}).error, "");
+    EXPECT_EQ(stale(), 1);
+    const std::string notice = "de.json: door: was stale, and is confirmed\n";
+    EXPECT_EQ(run({"import", "small", "--from", "i18n", "--confirm", "--dry-run"}).error, notice);
+    EXPECT_EQ(stale(), 1);
+    EXPECT_EQ(run({"import", "small", "--from", "i18n", "--confirm"}).error, notice);
+    EXPECT_EQ(stale(), 0);
+    EXPECT_EQ(run({"import", "small", "--from", "i18n", "--confirm"}).error, "");
+}
+
 TEST_F(LocalizeProgram, MachinesGetTheTextsBeforeAndAfterAChange) {
     desk.write("i18n/de.json", R"({"door": "Pforte", "key": "Schl\u00fcssel"})");
     desk.write("i18n/en.json", R"({"door": "Gate", "key": "Key"})");

@@ -1,7 +1,10 @@
 #include "ImportTranslations.h"
 
 #include "Exchange.h"
+#include "FileSystem.h"
 #include "Fingerprint.h"
+#include "Import.h"
+#include "LocalizationReport.h"
 #include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine {
@@ -216,6 +219,48 @@ TEST(ImportTranslations, ReservedNamesAndVersion3AreNoticedAndKept) {
                   "one\n"),
         std::string::npos);
     EXPECT_EQ(project.at("/localization/strings"), R"({"m:__proto__":"P","m:item":"item","m:item_plural":"items"})");
+}
+
+TEST(ImportTranslations, ThatAreStaleAndComeBackEqualAreConfirmedWhereThatIsWanted) {
+    TestProject project{
+        R"({"one":"an apple","many":"apples","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{)"
+        R"("apples_one":{"sourceText":"one","translatable":true},"apples_other":{"sourceText":"many","translatable":true},)"
+        R"("more":{"sourceText":"many","translatable":true}},"translations":{"pl":{)"
+        R"("apples_one":{"text":"a","source":"0","state":"draft"},"apples_few":{"text":"b"},"apples_other":)" +
+        entry("c", "apples") + R"(,"more":{"text":"d","source":5}}}}})"};
+    TestFolder folder;
+    folder.write("pl.json", R"({"apples_one": "a", "apples_few": "b", "apples_other": "c", "more": "new"})");
+    const std::string before = project.text();
+    std::string notices;
+    const auto import = [&](const bool isConfirming) {
+        ImportOptions options;
+        options.isConfirming = isConfirming;
+        Import import{project.editor(), FallbackLanguage, options};
+        LocalizationReport report;
+        EXPECT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)) && import.compare(report));
+        notices.clear();
+        for(const LocalizationReport::Line& line: report.lines())
+            if(line.outcome == TermOutcome::Notice) notices += copied(line.term) + ' ' + copied(line.reason) + '\n';
+        Containers::Array<UnsignedInt> languages;
+        import.apply(languages);
+    };
+    import(false);
+    EXPECT_EQ(notices, "");
+    EXPECT_EQ(project.at("/localization/translations/pl"),
+        R"({"apples_one":{"text":"a","source":"0","state":"draft"},"apples_few":{"text":"b"},"apples_other":)" +
+            entry("c", "apples") + R"(,"more":)" + entry("new", "apples") + '}');
+    project.session.undo();
+    EXPECT_EQ(project.text(), before);
+
+    import(true);
+    EXPECT_EQ(notices, "apples_one was stale, and is confirmed\napples_few was stale, and is confirmed\n");
+    EXPECT_EQ(project.at("/localization/translations/pl"),
+        R"({"apples_one":{"text":"a","source":")" + copied(fingerprint("an apple")) +
+            R"(","state":"draft"},"apples_few":)" + entry("b", "apples") + R"(,"apples_other":)" +
+            entry("c", "apples") + R"(,"more":)" + entry("new", "apples") + '}');
+    project.session.undo();
+    EXPECT_EQ(project.text(), before);
+    EXPECT_FALSE(project.session.changes().canUndo());
 }
 
 }
