@@ -1,0 +1,36 @@
+#include "UiState.h"
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Utility/Path.h>
+#include <imgui.h>
+
+#include "ImGuiText.h"
+#include "QuorvaneEditor/JobSystem.h"
+#include "QuorvaneEditor/QuorvaneEditor.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+Containers::String layoutFile(const QuorvaneEditor& editor) {
+    return Corrade::Utility::Path::join(editor.projectPath(), ".editor/imgui.ini");
+}
+
+}
+
+void scheduleUIStateLoad(QuorvaneEditor& editor) {
+    editor.layoutLoadScheduled = true;
+    editor.jobSystem()->dispatch(
+        [&editor] {
+            const Containers::String file = layoutFile(editor);
+            if(Corrade::Utility::Path::exists(file)) ImGui::LoadIniSettingsFromDisk(ImGuiText{file});
+        },
+        {}, JobFlag::MainThread);
+}
+
+void scheduleUIStateSave(QuorvaneEditor& editor) {
+    editor.jobSystem()->dispatch(
+        [&editor] { ImGui::SaveIniSettingsToDisk(ImGuiText{layoutFile(editor)}); }, {}, JobFlag::MainThread);
+}
+
+}
