@@ -11,6 +11,7 @@
 #include "GatedFileSystem.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/JobSystem.h"
+#include "TwoTerms.h"
 #include "document/EditorSession.h"
 #include "localization/LanguageLookup.h"
 #include "localization/LastRun.h"
@@ -23,26 +24,15 @@ namespace {
 using Event = ImportPreview::Event;
 using State = ImportPreview::State;
 using QuorvaneEngine::Test::toText;
+using QuorvaneEngine::Test::TwoTerms;
 
 const UnsignedInt English = UnsignedInt(findLanguage("en"));
-
-constexpr const char* Project = R"({
-    "languages": {"en": {"isDefault": true}, "de": {}},
-    "objects": {"door": {"text": "Door"}, "lamp": {"text": "Lamp"}},
-    "localization": {
-        "terms": {
-            "door": {"sourceText": "/objects/door/text", "translatable": true},
-            "lamp": {"sourceText": "/objects/lamp/text", "translatable": true}
-        },
-        "translations": {"de": {"door": {"text": "Pforte"}}}
-    }
-})";
 
 /** A project in two languages, and files that translate it. */
 class ImportPreviewTest: public testing::TestWithParam<UnsignedInt> {
 protected:
     ImportPreviewTest() {
-        session.replaceDocument(QuorvaneEngine::Test::parsed(Project));
+        session.replaceDocument(QuorvaneEngine::Test::parsed(TwoTerms));
         files.put("/terms/de/translation.json", R"({"door": "Tuer", "lamp": "Lampe", "moon": "Mond"})");
         before = document();
     }
@@ -289,7 +279,7 @@ TEST(ImportPreview, AComparisonByTheGuiThreadItselfKeepsNobodyFromChangingThePro
     files.put("/terms/de.json", R"({"door": "x"})");
     JobSystem jobs{0};
     EditorSession session{&jobs};
-    session.replaceDocument(QuorvaneEngine::Test::parsed(Project));
+    session.replaceDocument(QuorvaneEngine::Test::parsed(TwoTerms));
     ImportPreview preview{session.editor(), jobs, files};
     preview.start("/terms", English);
     jobs.runMainThreadJobs();
@@ -304,7 +294,7 @@ TEST(ImportPreview, ReadsBesideTheGuiThreadAndEndsWithTheFileThatItIsAt) {
     GatedFileSystem files;
     JobSystem jobs{1};
     EditorSession session{&jobs};
-    session.replaceDocument(QuorvaneEngine::Test::parsed(Project));
+    session.replaceDocument(QuorvaneEngine::Test::parsed(TwoTerms));
     for(const char* code: {"de", "es", "fr", "it"})
         files.put(std::string{"/terms/"} + code + "/translation.json", R"({"door": "x"})");
     ImportPreview preview{session.editor(), jobs, files};
@@ -327,7 +317,7 @@ TEST(ImportPreview, AComparisonIsCancelledToo) {
     files.put("/terms/de.json", R"({"door": "x"})");
     JobSystem jobs{1};
     EditorSession session{&jobs};
-    session.replaceDocument(QuorvaneEngine::Test::parsed(Project));
+    session.replaceDocument(QuorvaneEngine::Test::parsed(TwoTerms));
     const std::string before = toText(session.project());
     ImportPreview preview{session.editor(), jobs, files};
     std::atomic<bool> mayEnd{false};

@@ -12,6 +12,7 @@
 #include "QuorvaneEditor/JobSystem.h"
 #include "QuorvaneEditor/LocalizationTools.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
+#include "TwoTerms.h"
 #include "app/DockLayout.h"
 #include "app/EditorFrame.h"
 #include "app/MessageLog.h"
@@ -27,18 +28,7 @@ namespace {
 
 using QuorvaneEngine::Test::GuiTest;
 using QuorvaneEngine::Test::toText;
-
-constexpr const char* Project = R"({
-    "languages": {"en": {"isDefault": true}, "de": {}},
-    "objects": {"door": {"text": "Door"}, "lamp": {"text": "Lamp"}},
-    "localization": {
-        "terms": {
-            "door": {"sourceText": "/objects/door/text", "translatable": true},
-            "lamp": {"sourceText": "/objects/lamp/text", "translatable": true}
-        },
-        "translations": {"de": {"door": {"text": "Pforte"}}}
-    }
-})";
+using QuorvaneEngine::Test::TwoTerms;
 
 /* What the dialogs of these tests answer, which was asked for, and with which path */
 std::string chosen;
@@ -61,7 +51,7 @@ protected:
     TermExchangeTest() {
         chosen.clear();
         asked.clear();
-        files.put("/project/project.json", Project);
+        files.put("/project/project.json", TwoTerms);
         files.put("/other/project.json", "{}");
         files.put("/terms/de/translation.json", R"({"door": "Tuer", "lamp": "Lampe"})");
         gui.prepareFrames([this] { frame.prepare(); });
