@@ -1,125 +1,16 @@
 #include "app/TermExchange.h"
 
-#include <atomic>
 #include <string>
+#include <utility>
 
-#include <gtest/gtest.h>
-#include <rapidjson/document.h>
-
-#include "ChangeManager.h"
-#include "GatedFileSystem.h"
-#include "QuorvaneEditor/EditorState.h"
-#include "QuorvaneEditor/JobSystem.h"
 #include "QuorvaneEditor/LocalizationTools.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
-#include "TwoTerms.h"
-#include "app/DockLayout.h"
-#include "app/EditorFrame.h"
-#include "app/MessageLog.h"
-#include "document/EditorSession.h"
+#include "TermExchangeTest.h"
 #include "localization/LanguageLookup.h"
 #include "localization/LastRun.h"
-#include "modules/ModuleLoader.h"
-#include "support/GuiTest.h"
-#include "support/Json.h"
 
-namespace QuorvaneEngine {
+namespace QuorvaneEngine::Test {
 namespace {
-
-using QuorvaneEngine::Test::GuiTest;
-using QuorvaneEngine::Test::toText;
-using QuorvaneEngine::Test::TwoTerms;
-
-/* What the dialogs of these tests answer, which was asked for, and with which path */
-std::string chosen;
-std::string asked;
-
-Containers::String chooseFolder(Containers::StringView, Containers::StringView defaultPath) {
-    asked = "folder " + std::string{defaultPath.data(), defaultPath.size()};
-    return chosen.c_str();
-}
-
-Containers::String chooseArchive(Containers::StringView, Containers::StringView defaultPath) {
-    asked = "archive " + std::string{defaultPath.data(), defaultPath.size()};
-    if(chosen.empty()) Corrade::Utility::Warning{} << "no program shows dialogs here";
-    return chosen.c_str();
-}
-
-/** The editor without a window, with the counting view in it, all files in memory, by mouse and keys. */
-class TermExchangeTest: public testing::Test {
-protected:
-    TermExchangeTest() {
-        chosen.clear();
-        asked.clear();
-        files.put("/project/project.json", TwoTerms);
-        files.put("/other/project.json", "{}");
-        files.put("/terms/de/translation.json", R"({"door": "Tuer", "lamp": "Lampe"})");
-        gui.prepareFrames([this] { frame.prepare(); });
-        EXPECT_TRUE(frame.open("/project"));
-        before = document();
-    }
-
-    ~TermExchangeTest() override { files.open(); }
-
-    bool play(const char* name, const GuiTest::Script& script) {
-        return gui.run(
-            name, [this] { frame.draw(); }, script);
-    }
-
-    void draw(int count = 1) {
-        gui.frames([this] { frame.draw(); }, count);
-    }
-
-    std::string document() { return toText(session.project()); }
-
-    static void choose(ImGuiTestContext& user, const char* item) {
-        user.SetRef("##MainMenuBar");
-        user.MenuClick(item);
-    }
-
-    static bool isShown(const char* window) {
-        const ImGuiWindow* const found = ImGui::FindWindowByName(window);
-        return found && found->WasActive && !found->Hidden;
-    }
-
-    bool& isOpen() { return session.state().isViewOpen(session.state().registerView(DockLayout::Report)); }
-
-    /** Asks for a preview and lets it begin. */
-    static void start(ImGuiTestContext& user, const char* path) {
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        user.KeyCharsReplace(path);
-        user.ItemClick("//Preview Import/Preview");
-    }
-
-    /** Also waits for its end. */
-    void preview(ImGuiTestContext& user, const char* path = "/terms") {
-        start(user, path);
-        await(user);
-    }
-
-    void await(ImGuiTestContext& user) {
-        user.Yield();
-        while(frame.exchange().isBusy()) user.Yield();
-        user.Yield(3);
-    }
-
-    void edit(const char* path, const char* text) {
-        session.changes().pushChange(Containers::StringView{path}, Containers::StringView{text}, false);
-    }
-
-    /** Whether the status bar shows a message. */
-    bool says(const std::string& text) const { return log.last() && std::string{log.last()->text.data()} == text; }
-
-    GatedFileSystem files;
-    MessageLog log;
-    GuiTest gui;
-    JobSystem jobs{1};
-    EditorSession session{&jobs, &files};
-    ModuleLoader modules{QUORVANE_FIXTURES "/good"};
-    EditorFrame frame{session, jobs, modules, log, {}, chooseFolder, chooseArchive, &files};
-    std::string before;
-};
 
 TEST_F(TermExchangeTest, APreviewIsAppliedAsOneStepThatIsUndoneAndRedone) {
     EXPECT_TRUE(play("apply", [this](ImGuiTestContext& user) {
@@ -162,188 +53,6 @@ TEST_F(TermExchangeTest, ADiscardedPreviewLeavesNothingBehind) {
     EXPECT_FALSE(session.hasUnsavedChanges());
 }
 
-TEST_F(TermExchangeTest, TheDialogsChooseThePathThatIsProposedNextTime) {
-    EXPECT_TRUE(play("dialogs", [this](ImGuiTestContext& user) {
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        chosen = "/nowhere";
-        user.ItemClick("//Preview Import/###Folder");
-        user.Yield(2);
-        IM_CHECK_STR_EQ(asked.c_str(), "folder /project/i18n");
-        chosen = "/terms/";
-        user.ItemClick("//Preview Import/###Archive");
-        user.Yield(2);
-        IM_CHECK_STR_EQ(asked.c_str(), "archive /nowhere");
-        user.ItemClick("//Preview Import/Preview");
-        await(user);
-        IM_CHECK(says("What an import from /terms would do: 1 added, 1 changed"));
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        user.ItemClick("//Preview Import/###Folder");
-        user.Yield(2);
-        IM_CHECK_STR_EQ(asked.c_str(), "folder /terms");
-    }));
-}
-
-TEST_F(TermExchangeTest, ADialogThatCannotBeShownIsExplainedInThePopup) {
-    EXPECT_TRUE(play("dialog", [](ImGuiTestContext& user) {
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        const float height = user.ItemInfo("//Preview Import/Preview").RectFull.Min.y;
-        user.ItemClick("//Preview Import/###Folder");
-        user.Yield(3);
-        IM_CHECK_EQ(user.ItemInfo("//Preview Import/Preview").RectFull.Min.y, height);
-        user.ItemClick("//Preview Import/###Archive");
-        user.Yield(3);
-        IM_CHECK(user.ItemInfo("//Preview Import/Preview").RectFull.Min.y != height);
-    }));
-}
-
-TEST_F(TermExchangeTest, APathThatIsNoneIsExplainedInThePopupAndNothingRuns) {
-    files.put("/a.txt", "no archive");
-    EXPECT_TRUE(play("paths", [this](ImGuiTestContext& user) {
-        for(const char* path: {"relative/path", "/nowhere"}) {
-            start(user, path);
-            user.Yield(2);
-            IM_CHECK(!frame.exchange().isBusy());
-            IM_CHECK(isShown("Preview Import"));
-            user.ItemClick("//Preview Import/Cancel");
-            user.Yield(3);
-            IM_CHECK(!isShown("Preview Import"));
-        }
-        IM_CHECK(!isOpen());
-        IM_CHECK(!lastRun(session.editor()));
-    }));
-}
-
-TEST_F(TermExchangeTest, ARefusedSetIsExplainedInThePopupAndInTheReport) {
-    files.put("/terms/fr/translation.json", "{\"door\": ");
-    EXPECT_TRUE(play("refused", [this](ImGuiTestContext& user) {
-        preview(user);
-        IM_CHECK(isShown("Preview Import"));
-        IM_CHECK(isOpen());
-        IM_CHECK(lastRun(session.editor()) != nullptr);
-        IM_CHECK_EQ(lastRun(session.editor())->refusals.size(), std::size_t(1));
-        IM_CHECK(log.last()->text == lastRun(session.editor())->refusals[0]);
-        files.put("/terms/fr/translation.json", "{\"door\": \"Porte\"}");
-        user.ItemClick("//Preview Import/Preview");
-        await(user);
-        IM_CHECK(user.ItemExists("//Localization Report/###Apply"));
-    }));
-    EXPECT_EQ(document(), before);
-}
-
-TEST_F(TermExchangeTest, WhileAPreviewRunsNothingCanChangeTheProject) {
-    edit("/objects/lamp/colour", "red");
-    const std::string edited = document();
-    files.close();
-    EXPECT_TRUE(play("modal", [&](ImGuiTestContext& user) {
-        start(user, "/terms");
-        user.Yield();
-        IM_CHECK(frame.exchange().isBusy());
-        files.awaitReader();
-        for(const ImGuiKeyChord keys: {ImGuiMod_Ctrl | ImGuiKey_Z, ImGuiMod_Ctrl | ImGuiKey_Y,
-                ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z, ImGuiMod_Ctrl | ImGuiKey_O, ImGuiMod_Ctrl | ImGuiKey_Q}) {
-            user.KeyPress(keys);
-            user.Yield(2);
-        }
-        const ImRect button = user.ItemInfo("//Counter/Count").RectFull;
-        user.MouseMoveToPos(button.GetCenter());
-        user.MouseClick();
-        user.Yield(2);
-        IM_CHECK(document() == edited);
-        IM_CHECK(frame.exchange().isBusy());
-        IM_CHECK(isShown("Preview Import"));
-        IM_CHECK(!frame.isFinished());
-        IM_CHECK(asked.empty());
-        files.open();
-        await(user);
-        IM_CHECK(document() == edited);
-        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
-        user.Yield(2);
-        IM_CHECK(document() == before);
-    }));
-}
-
-TEST_F(TermExchangeTest, ACancelledPreviewEndsAndLeavesNoTrace) {
-    for(const char* code: {"es", "fr", "it", "ja"})
-        files.put(std::string{"/terms/"} + code + "/translation.json", R"({"door": "x"})");
-    files.close();
-    EXPECT_TRUE(play("cancel", [this](ImGuiTestContext& user) {
-        start(user, "/terms");
-        files.awaitReader();
-        user.ItemClick("//Preview Import/###Cancel");
-        user.Yield(2);
-        IM_CHECK(frame.exchange().isBusy());
-        IM_CHECK(isShown("Preview Import"));
-        const int reads = files.reads();
-        files.open();
-        await(user);
-        IM_CHECK(files.reads() <= reads + 1);
-        IM_CHECK(!isShown("Preview Import"));
-        IM_CHECK(!isOpen());
-        IM_CHECK(!lastRun(session.editor()));
-        IM_CHECK(says("Nothing was imported from /terms"));
-        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
-        user.Yield(2);
-    }));
-    EXPECT_EQ(document(), before);
-}
-
-TEST_F(TermExchangeTest, QuittingCancelsWhatRunsAndWaitsForIt) {
-    files.close();
-    EXPECT_TRUE(play("quit", [this](ImGuiTestContext& user) {
-        start(user, "/terms");
-        files.awaitReader();
-        frame.requestQuit();
-        // The next frame waits for the job, and the job for this.
-        files.open();
-        user.Yield(2);
-        IM_CHECK(frame.isFinished());
-        IM_CHECK(!frame.exchange().isBusy());
-        IM_CHECK(document() == before);
-    }));
-}
-
-TEST_F(TermExchangeTest, QuittingAsksForUnsavedChangesInPlaceOfThePopup) {
-    edit("/objects/lamp/colour", "red");
-    EXPECT_TRUE(play("quit", [this](ImGuiTestContext& user) {
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        frame.requestQuit();
-        user.Yield(4);
-        IM_CHECK(!isShown("Preview Import"));
-        IM_CHECK(isShown("Unsaved changes"));
-        user.ItemClick("//Unsaved changes/Cancel");
-        user.Yield(2);
-        IM_CHECK(!frame.isFinished());
-    }));
-}
-
-TEST_F(TermExchangeTest, AJobOfTheGuiThreadWaitsForTheEndOfTheComparison) {
-    std::atomic<bool> mayEnd{false};
-    bool hasRun = false;
-    files.close();
-    EXPECT_TRUE(play("job", [&](ImGuiTestContext& user) {
-        start(user, "/terms");
-        files.awaitReader();
-        // Keeps the only worker from the comparison when the files have been read.
-        jobs.dispatch([&] { mayEnd.wait(false); }, {}, {});
-        files.open();
-        while(!frame.exchange().readsProject()) user.Yield();
-        jobs.dispatch([&] { hasRun = true; }, {}, JobFlag::MainThread);
-        user.Yield(5);
-        IM_CHECK(!hasRun);
-        IM_CHECK(frame.exchange().isBusy());
-        mayEnd = true;
-        mayEnd.notify_all();
-        await(user);
-        IM_CHECK(hasRun);
-    }));
-    mayEnd = true;
-    mayEnd.notify_all();
-}
-
 TEST_F(TermExchangeTest, AProjectThatChangedIsComparedAgainAndImportedWhereThatComesToTheSame) {
     EXPECT_TRUE(play("changed", [this](ImGuiTestContext& user) {
         preview(user);
@@ -376,40 +85,6 @@ TEST_F(TermExchangeTest, AnImportThatWouldDoSomethingElseByNowIsShownAgain) {
         IM_CHECK(says("Imported from /terms: 1 added, 1 unchanged"));
         session.undo();
         IM_CHECK(document() == edited);
-    }));
-}
-
-TEST_F(TermExchangeTest, WithoutLanguagesTheDefaultOneIsAskedFor) {
-    files.put("/other/project.json", "{}");
-    ASSERT_TRUE(frame.open("/other"));
-    before = document();
-    EXPECT_TRUE(play("language", [this](ImGuiTestContext& user) {
-        choose(user, "File/Preview import...");
-        user.Yield(3);
-        user.KeyCharsReplace("/terms");
-        user.ItemClick("//Preview Import/##language");
-        user.Yield(3);
-        user.KeyChars("German");
-        user.Yield(2);
-        user.ItemClick("//$FOCUSED/German");
-        user.ItemClick("//Preview Import/Preview");
-        await(user);
-        user.ItemClick("//Localization Report/###Apply");
-        user.Yield(2);
-    }));
-    EXPECT_EQ(document().find(R"({"languages":{"de":{"isDefault":true}},)"), 0u) << document();
-    session.undo();
-    EXPECT_EQ(document(), before);
-}
-
-TEST_F(TermExchangeTest, LanguagesWithoutADefaultAreARefusal) {
-    files.put("/other/project.json", R"({"languages": {"de": {}}})");
-    ASSERT_TRUE(frame.open("/other"));
-    EXPECT_TRUE(play("no default", [this](ImGuiTestContext& user) {
-        start(user, "/terms");
-        user.Yield(2);
-        IM_CHECK(!frame.exchange().isBusy());
-        IM_CHECK(isShown("Preview Import"));
     }));
 }
 
@@ -521,20 +196,6 @@ TEST_F(TermExchangeTest, AnotherProjectHasNoReportOfThisOne) {
         IM_CHECK(!user.ItemExists("//Localization Report/###Copy"));
     }));
     EXPECT_FALSE(lastRun(session.editor()));
-}
-
-TEST_F(TermExchangeTest, AProjectIsOpenedWhileAPreviewRuns) {
-    files.close();
-    EXPECT_TRUE(play("open", [this](ImGuiTestContext& user) {
-        start(user, "/terms");
-        files.awaitReader();
-        files.open();
-        IM_CHECK(frame.open("/other"));
-        IM_CHECK(!frame.exchange().isBusy());
-        user.Yield(3);
-        IM_CHECK(!isShown("Preview Import"));
-    }));
-    EXPECT_EQ(document(), "{}");
 }
 
 }
