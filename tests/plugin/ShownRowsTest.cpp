@@ -10,7 +10,7 @@
 
 #include "QuorvaneEditor/ProjectFile.h"
 #include "plugin/ViewTest.h"
-#include "support/Allocations.h"
+#include "support/FrameAllocations.h"
 
 namespace QuorvaneEngine::Test {
 namespace {
@@ -231,15 +231,7 @@ TEST(ShownRows, AnIdleFrameOf100000TermsAllocatesNothingAndLooksUpOneValue) {
     test.frames(20);
     EXPECT_EQ(test.session.project().lookupCount() - lookUps, 20);
 
-    std::uint64_t allocations = 0;
-    test.gui.frames(
-        [&] {
-            const Allocations counter;
-            test.draw();
-            allocations += counter.count();
-        },
-        20);
-    EXPECT_EQ(allocations, 0);
+    EXPECT_EQ(frameAllocations(test.gui, 20, [&] { test.draw(); }), 0);
 }
 
 TEST(ShownRows, AMegabyteInACellCostsWhatShows) {

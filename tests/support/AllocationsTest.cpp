@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 #include <imgui.h>
 
+#include "support/FrameAllocations.h"
+
 namespace QuorvaneEngine::Test {
 namespace {
 
@@ -56,6 +58,17 @@ TEST(Allocations, OtherThreadsAreNot) {
     here = allocations.count();
     EXPECT_EQ(here, 0u);
     EXPECT_EQ(there, 1u);
+}
+
+TEST(Allocations, OfFramesOnlyWhatTheirGuiAsksForIsCounted) {
+    const auto allocate = [] {
+        kept = std::malloc(8);
+        std::free(kept);
+    };
+    GuiTest gui;
+    gui.prepareFrames(allocate);
+    EXPECT_EQ(frameAllocations(gui, 3, [] {}), 0u);
+    EXPECT_EQ(frameAllocations(gui, 3, allocate), 3u);
 }
 
 }

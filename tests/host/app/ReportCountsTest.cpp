@@ -2,17 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "Language.h"
 #include "ShownText.h"
-#include "localization/LanguageLookup.h"
-#include "support/Allocations.h"
+#include "support/FrameAllocations.h"
 
 namespace QuorvaneEngine {
 namespace {
 
+using QuorvaneEngine::Test::frameAllocations;
 using QuorvaneEngine::Test::GuiTest;
+using QuorvaneEngine::Test::language;
 using QuorvaneEngine::Test::shownText;
-
-UnsignedInt language(const char* code) { return UnsignedInt(findLanguage(code)); }
 
 class ReportCountsTest: public testing::Test {
 protected:
@@ -100,15 +100,7 @@ TEST_F(ReportCountsTest, AFrameAllocatesNothing) {
     }
     counts.assign(report);
     gui.frames([this] { draw(); }, 10);
-    std::uint64_t allocations = 0;
-    gui.frames(
-        [&] {
-            const QuorvaneEngine::Test::Allocations counter;
-            draw();
-            allocations += counter.count();
-        },
-        10);
-    EXPECT_EQ(allocations, 0u);
+    EXPECT_EQ(frameAllocations(gui, 10, [this] { draw(); }), 0u);
 }
 
 }

@@ -7,21 +7,21 @@
 #include <rapidjson/document.h>
 
 #include "ChangeManager.h"
+#include "Language.h"
 #include "ShownText.h"
 #include "document/EditorSession.h"
-#include "localization/LanguageLookup.h"
 #include "localization/LastRun.h"
-#include "support/Allocations.h"
+#include "support/FrameAllocations.h"
 
 namespace QuorvaneEngine {
 namespace {
 
+using QuorvaneEngine::Test::frameAllocations;
 using QuorvaneEngine::Test::GuiTest;
+using QuorvaneEngine::Test::language;
 using QuorvaneEngine::Test::shownText;
 using Action = ReportPanel::Action;
 using Mode = ReportPanel::Mode;
-
-UnsignedInt language(const char* code) { return UnsignedInt(findLanguage(code)); }
 
 class ReportPanelTest: public testing::Test {
 protected:
@@ -290,16 +290,8 @@ TEST_F(ReportPanelTest, AFrameAllocatesNothingWhateverTheSizeOfTheReport) {
     for(int i = 0; i != 600000; ++i)
         run->report.add(language("de"), TermOutcome::Added, "settings.sound.volume", "", "de/translation.json");
     gui.frames([this] { draw(); }, 10);
-    std::uint64_t allocations = 0;
     const std::uint64_t lookups = session.project().lookupCount();
-    gui.frames(
-        [&] {
-            const QuorvaneEngine::Test::Allocations counter;
-            draw();
-            allocations += counter.count();
-        },
-        20);
-    EXPECT_EQ(allocations, 0u);
+    EXPECT_EQ(frameAllocations(gui, 20, [this] { draw(); }), 0u);
     EXPECT_EQ(session.project().lookupCount(), lookups);
 }
 

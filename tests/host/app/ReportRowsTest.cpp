@@ -5,14 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "localization/LanguageLookup.h"
+#include "Language.h"
 
 namespace QuorvaneEngine {
 namespace {
 
+using QuorvaneEngine::Test::language;
 using Column = ReportRows::Column;
-
-UnsignedInt language(const char* code) { return UnsignedInt(findLanguage(code)); }
 
 /** Five lines, told apart by their terms. */
 class ReportRowsTest: public testing::Test {

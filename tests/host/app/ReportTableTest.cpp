@@ -5,18 +5,18 @@
 
 #include <gtest/gtest.h>
 
+#include "Language.h"
 #include "ShownText.h"
-#include "localization/LanguageLookup.h"
 #include "localization/LastRun.h"
-#include "support/Allocations.h"
+#include "support/FrameAllocations.h"
 
 namespace QuorvaneEngine {
 namespace {
 
+using QuorvaneEngine::Test::frameAllocations;
 using QuorvaneEngine::Test::GuiTest;
+using QuorvaneEngine::Test::language;
 using QuorvaneEngine::Test::shownText;
-
-UnsignedInt language(const char* code) { return UnsignedInt(findLanguage(code)); }
 
 class ReportTableTest: public testing::Test {
 protected:
@@ -215,15 +215,7 @@ TEST_F(ReportTableTest, WhateverItsSizeAFrameAllocatesNothingAndDrawsWhatShows) 
     // The scroll bar's handle has other rounded corners.
     EXPECT_NEAR(corners(), few, 50);
 
-    std::uint64_t allocations = 0;
-    gui.frames(
-        [&] {
-            const QuorvaneEngine::Test::Allocations counter;
-            draw();
-            allocations += counter.count();
-        },
-        20);
-    EXPECT_EQ(allocations, 0u);
+    EXPECT_EQ(frameAllocations(gui, 20, [this] { draw(); }), 0u);
 }
 
 TEST_F(ReportTableTest, TheLastOfManyLinesIsReachedAndStandsOnTheGround) {

@@ -8,17 +8,16 @@
 #include <rapidjson/document.h>
 
 #include "ChangeManager.h"
+#include "Language.h"
 #include "app/ReportRows.h"
 #include "document/EditorSession.h"
-#include "localization/LanguageLookup.h"
 #include "localization/LastRun.h"
 
 namespace QuorvaneEngine {
 namespace {
 
+using QuorvaneEngine::Test::language;
 using Kind = LocalizationRun::Kind;
-
-UnsignedInt language(const char* code) { return UnsignedInt(findLanguage(code)); }
 
 LocalizationRun runOf(Kind kind) {
     LocalizationRun run{kind, "/here/i18n", {}, {}};
