@@ -40,14 +40,15 @@ void postponeDeactivation(const ImGuiID item) {
     if(deactivated.ID == item) deactivated.ElapseFrame = ImGui::GetFrameCount() + 1;
 }
 
-/** Whether a value fits in the place of another one; prints a warning where it does not. */
-bool fits(const rapidjson::Value& pasted, const rapidjson::Value& target) {
-    if(pasted.GetType() != target.GetType()) {
+/** Whether a value fits in the place of another one; prints a warning where it does not.
+    @param place    null for none, in which nothing fits */
+bool fits(const rapidjson::Value& pasted, const rapidjson::Value* const place) {
+    if(!place || pasted.GetType() != place->GetType()) {
         Warning{} << "Pasted value did not match type of the target property.";
         return false;
     }
-    if(pasted.IsArray() && pasted.Size() != target.Size()) {
-        Warning{} << "Pasted value array size did not match, expected" << target.Size() << "but got" << pasted.Size();
+    if(pasted.IsArray() && pasted.Size() != place->Size()) {
+        Warning{} << "Pasted value array size did not match, expected" << place->Size() << "but got" << pasted.Size();
         return false;
     }
     return true;
@@ -94,9 +95,7 @@ void Ui::pasteValue(const Containers::StringView valuePath) {
         Warning{} << "Cannot parse pasted value.";
         return;
     }
-    const rapidjson::Value null;
-    const rapidjson::Value* const target = project->getValue(valuePath, false);
-    if(fits(pasted, target ? *target : null)) changes->pushChange(valuePath, pasted, false);
+    if(fits(pasted, project->getValue(valuePath, false))) changes->pushChange(valuePath, pasted, false);
 }
 
 }

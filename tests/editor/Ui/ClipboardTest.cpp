@@ -151,7 +151,9 @@ TEST_F(UiClipboard, EachTypeIsRefusedByAllOthers) {
 }
 
 TEST_F(UiClipboard, NothingIsPastedOntoAMissingValue) {
-    EXPECT_EQ(pasted("1", "missing"), OtherType);
+    for(const char* json: {"1", "null", "true", "\"text\"", "[]", "{}"})
+        EXPECT_EQ(pasted(json, "missing"), OtherType) << json;
+    EXPECT_EQ(toText(project), loaded);
     EXPECT_EQ(recorded(), 0);
 }
 
