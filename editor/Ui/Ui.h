@@ -167,10 +167,12 @@ public:
     bool inputInt3(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
     bool inputInt4(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
 
-    /** An array of red, green and blue from 0 to 1. */
+    /** An array of red, green and blue from 0 to 1. What is typed may lie beyond, up to 1,000,000 and down to the same below 0, which
+        is what any farther component counts as. */
     bool colorEdit3(Containers::StringView name);
 
-    /** An array of red, green, blue and alpha from 0 to 1. One of less than four elements is a broken precondition. */
+    /** An array of red, green, blue and alpha, as for @ref colorEdit3() . One of less than four elements, any other value and none are
+        a broken precondition. */
     bool colorEdit4(Containers::StringView name);
 
     /** A boolean. The name is the label of the box and stands behind it. */

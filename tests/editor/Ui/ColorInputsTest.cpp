@@ -67,6 +67,63 @@ TEST_F(UiColorInputs, ThePickerHasABarForAlpha) {
         }));
 }
 
+TEST_F(UiColorInputs, WhatIsTypedAsNoColourIsOneThatJsonHas) {
+    // The picker's own menu makes the fields of all colours take fractions.
+    ImGui::GetIO().ConfigColorEditFlags = ImGuiColorEditFlags_Float | ImGuiColorEditFlags_DisplayRGB |
+        ImGuiColorEditFlags_InputRGB | ImGuiColorEditFlags_PickerHueBar;
+    const struct {
+        const char* typed;
+        const char* stored;
+    } cases[]{
+        {"nan", "[0.0,1.0,1.0]"},
+        {"1e99", "[1000000.0,1.0,1.0]"},
+        {"-1e99", "[-1000000.0,1.0,1.0]"},
+        {"2.5", "[2.5,1.0,1.0]"},
+    };
+    for(const auto& each: cases) {
+        loadProject(R"({"rgb":[0.5,1,1],"first":false})");
+        EXPECT_TRUE(run([this] { ui.colorEdit3("rgb"); },
+            [&](ImGuiTestContext& user) {
+                user.ItemInput("//Window/rgb/##val/##X");
+                user.KeyCharsReplaceEnter(each.typed);
+                user.Yield(2);
+            }));
+        EXPECT_EQ(value("/rgb"), each.stored) << each.typed;
+        EXPECT_EQ(recorded(), 1);
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiColorInputs, ComponentsOfAnySizeAreDrawn) {
+    loadProject(R"({"rgb":[1e300,-1e300,1e9],"rgba":[-1e9,1e38,0.5,-1e38],"first":false})");
+    EXPECT_TRUE(run(
+        [this] {
+            ui.colorEdit3("rgb");
+            ui.colorEdit4("rgba");
+        },
+        [this](ImGuiTestContext& user) {
+            user.Yield(2);
+            IM_CHECK_STR_EQ(toText(project).c_str(), loaded.c_str());
+            user.ItemInputValue("//Window/rgba/##val/##Z", 255);
+        }));
+    // The same limit holds for all that is written.
+    EXPECT_EQ(value("/rgba"), "[-1000000.0,1000000.0,1.0,-1000000.0]");
+    expectUndoAndRedo();
+}
+
+TEST_F(UiColorInputs, TheRightButtonOpensTheValuesMenuAndNotTheLibrarys) {
+    EXPECT_TRUE(run([this] { ui.colorEdit3("rgb"); },
+        [](ImGuiTestContext& user) {
+            for(const char* part: {"##X", "##Z", "##ColorButton"}) {
+                user.ItemClick((std::string{"//Window/rgb/##val/"} + part).c_str(), ImGuiMouseButton_Right);
+                user.Yield(2);
+                IM_CHECK_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
+                IM_CHECK(user.ItemExists("//$FOCUSED/\xef\x83\x85 Copy"));
+                user.PopupCloseAll();
+            }
+        }));
+}
+
 TEST_F(UiColorInputs, TheLabelTakesAThirdOfTheLine) {
     frames([this] {
         const float start = ImGui::GetCursorScreenPos().x;
