@@ -51,13 +51,12 @@ private:
     const char* _end;
 };
 
-/** @param label    empty for the digits of @p bit */
-bool bitCheckbox(const Containers::StringView label, const int bit, UnsignedInt& bits) {
+/** @param label    empty for the digits of @p bit
+    @return the bit's mask where it was toggled, else 0 */
+UnsignedInt bitCheckbox(const Containers::StringView label, const int bit, const UnsignedInt bits) {
     const Digits digits{bit};
     bool isSet = bits & bitMask(bit);
-    if(!Ui::checkbox(label.isEmpty() ? digits.text() : label, &isSet)) return false;
-    bits ^= bitMask(bit);
-    return true;
+    return Ui::checkbox(label.isEmpty() ? digits.text() : label, &isSet) ? bitMask(bit) : 0;
 }
 
 bool editBool(Ui& ui, const Containers::StringView name, const Containers::StringView label) {
@@ -83,12 +82,12 @@ bool Ui::checkboxUnlabled(const Containers::StringView name) { return editBool(*
 
 bool Ui::checkboxBit(const Containers::StringView name, const int bit, const Containers::StringView label) {
     const Scope scope{this, name};
-    auto bits = UnsignedInt(jsonInt(project->getValue(scopePath(), false)));
+    const rapidjson::Value* const value = project->getValue(scopePath(), false);
     if(!(flags & Flag::NoLabel)) Ui::label(name);
     const IdGuard id{bit};
-    if(!bitCheckbox(label, bit, bits)) return false;
-    changes->pushChange(scopePath(), toJson(Int(bits)), false);
-    return true;
+    const UnsignedInt toggled = bitCheckbox(label, bit, jsonBits(value));
+    if(toggled) changes->pushChange(scopePath(), toggledBits(value, toggled), false);
+    return toggled;
 }
 
 bool Ui::checkboxBits(const Containers::StringView name, const int count,
@@ -100,20 +99,21 @@ bool Ui::checkboxBits(const Containers::StringView name, const int count,
     // The path is shown for all boxes, which the group makes one item.
     const Scope scope{this, name};
     const GroupGuard group;
-    auto bits = UnsignedInt(jsonInt(project->getValue(scopePath(), false)));
+    const rapidjson::Value* const value = project->getValue(scopePath(), false);
+    const UnsignedInt bits = jsonBits(value);
     if(!(flags & Flag::NoLabel)) label(name);
 
     const float width = ImGui::GetCurrentWindow()->ContentRegionRect.GetWidth();
     const float start = ColumnsStart * width;
     const float step = (width - start) / float(Columns);
-    bool isChanged = false;
+    UnsignedInt toggled = 0;
     for(int bit = 0; bit < count; ++bit) {
         const bool isNamed = std::size_t(bit) < names.size();
-        if(bitCheckbox(isNamed ? names[std::size_t(bit)] : Containers::StringView{}, bit, bits)) isChanged = true;
+        toggled ^= bitCheckbox(isNamed ? names[std::size_t(bit)] : Containers::StringView{}, bit, bits);
         goToNextBox(bit, start, step);
     }
-    if(isChanged) changes->pushChange(scopePath(), toJson(Int(bits)), false);
-    return isChanged;
+    if(toggled) changes->pushChange(scopePath(), toggledBits(value, toggled), false);
+    return toggled;
 }
 
 bool Ui::inputEnum(const Containers::StringView name, const Containers::StringIterable& values) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include <rapidjson/document.h>
@@ -28,6 +29,22 @@ Int jsonInt(const rapidjson::Value* const value) {
     if(value->IsInt()) return value->GetInt();
     if(value->IsUint()) return Int(value->GetUint());
     return nearest<Int>(value->GetDouble());
+}
+
+UnsignedInt jsonBits(const rapidjson::Value* const value) {
+    if(!value || !value->IsNumber()) return 0;
+    if(value->IsInt64()) return UnsignedInt(value->GetInt64());
+    if(value->IsUint64()) return UnsignedInt(value->GetUint64());
+    const double number = value->GetDouble();
+    return number == double(nearest<Int>(number)) ? UnsignedInt(Int(number)) : 0;
+}
+
+rapidjson::Value toggledBits(const rapidjson::Value* const value, const UnsignedInt mask) {
+    if(value && !value->IsInt() && !value->IsUint()) {
+        if(value->IsInt64()) return rapidjson::Value{std::int64_t(std::uint64_t(value->GetInt64()) ^ mask)};
+        if(value->IsUint64()) return rapidjson::Value{std::uint64_t(value->GetUint64() ^ mask)};
+    }
+    return toJson(Int(jsonBits(value) ^ mask));
 }
 
 const rapidjson::Value* jsonElement(const rapidjson::Value* const array, const UnsignedInt index) {

@@ -16,6 +16,13 @@ float jsonFloat(const rapidjson::Value* value);
     largest or smallest value. */
 Int jsonInt(const rapidjson::Value* value);
 
+/** The lowest bits of an integer, of which there may be 64; of a number without fractions in 32 bits otherwise, and none of others. */
+UnsignedInt jsonBits(const rapidjson::Value* value);
+
+/** An integer with some of its bits toggled, written with a sign. One of more than 32 bits keeps all others, and one that has no
+    @ref jsonBits() counts as 0. */
+rapidjson::Value toggledBits(const rapidjson::Value* value, UnsignedInt mask);
+
 /** An element of an array, null where there is none. */
 const rapidjson::Value* jsonElement(const rapidjson::Value* array, UnsignedInt index);
 

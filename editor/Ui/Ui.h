@@ -181,12 +181,12 @@ public:
     /** A boolean, without a label. */
     bool checkboxUnlabled(Containers::StringView name);
 
-    /** A bit of an integer.
+    /** A bit of an integer, of which one of 64 bits keeps its upper half. One of 32 bits is written with a sign.
         @param bit      modulo 32
         @param label    of the box; empty for the bit's number */
     bool checkboxBit(Containers::StringView name, int bit, Containers::StringView label);
 
-    /** The lowest bits of an integer, four in a row. Two that are toggled in one frame are one change.
+    /** The lowest bits of an integer, as for @ref checkboxBit() , four in a row. Two that are toggled in one frame are one change.
         @param names    of the boxes, of which there are 8, or none for the bits' numbers; others are a broken precondition */
     bool checkboxBits(
         Containers::StringView name, int count, Containers::ArrayView<const Containers::StringView> names);

@@ -170,6 +170,30 @@ TEST_F(UiBitInputs, BitsAreCountedModulo32AndLabelledAsTheyAre) {
     EXPECT_EQ(value("/bits"), "7");
 }
 
+TEST_F(UiBitInputs, AnIntegerOf64BitsKeepsThoseThatAreNotToggled) {
+    loadProject(R"({"large":1099511627777,"largest":18446744073709551615,"far":-1099511627776,"first":false})");
+    EXPECT_TRUE(run(
+        [this] {
+            ui.checkboxBit("large", 1, "");
+            ui.checkboxBit("largest", 31, "");
+            ui.checkboxBits("far", 4, {});
+        },
+        [](ImGuiTestContext& user) {
+            IM_CHECK(!user.ItemIsChecked("//Window/large/$$1/1"));
+            IM_CHECK(user.ItemIsChecked("//Window/largest/$$31/31"));
+            for(const char* box: {"0", "1", "2", "3"})
+                IM_CHECK(!user.ItemIsChecked((std::string{"//Window/far/"} + box).c_str()));
+            user.ItemClick("//Window/large/$$1/1");
+            user.ItemClick("//Window/largest/$$31/31");
+            user.ItemClick("//Window/far/2");
+        }));
+    EXPECT_EQ(value("/large"), "1099511627779");
+    EXPECT_EQ(value("/largest"), "18446744071562067967");
+    EXPECT_EQ(value("/far"), "-1099511627772");
+    EXPECT_EQ(recorded(), 3);
+    expectUndoAndRedo();
+}
+
 TEST_F(UiBitInputs, TheHighestBitIsTheSign) {
     EXPECT_TRUE(run(
         [this] {
@@ -300,8 +324,8 @@ TEST_F(UiBitInputs, CtrlShowsThePathOverEachBox) {
 }
 
 TEST_F(UiBitInputs, WhatIsNoIntegerHasNoBits) {
-    for(const char* name: {"null", "text", "object", "list", "missing"}) {
-        loadProject(Wrong);
+    for(const char* name: {"null", "number", "text", "object", "list", "missing", "true"}) {
+        loadProject(R"({"true":true,)" + std::string{Wrong}.substr(1));
         const std::string item = std::string{"//Window/"} + name + "/1";
         EXPECT_TRUE(run([&] { ui.checkboxBits(name, 2, {}); },
             [&](ImGuiTestContext& user) {

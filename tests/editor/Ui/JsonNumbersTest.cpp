@@ -59,6 +59,40 @@ TEST(JsonNumbers, AnIntegerWithoutASignKeepsItsBits) {
     EXPECT_EQ(readInt("2147483648"), MinInt);
 }
 
+TEST(JsonNumbers, BitsAreThoseOfAnIntegerOfUpTo64) {
+    const struct {
+        const char* json;
+        UnsignedInt bits;
+        const char* toggled;
+    } cases[]{
+        {"5", 5, "6"},
+        {"-1", 0xffffffff, "-4"},
+        {"2147483647", 0x7fffffff, "2147483644"},
+        {"-2147483648", 0x80000000, "-2147483645"},
+        {"4294967295", 0xffffffff, "-4"},
+        {"4294967296", 0, "4294967299"},
+        {"-4294967291", 5, "-4294967290"},
+        {"9223372036854775807", 0xffffffff, "9223372036854775804"},
+        {"18446744073709551614", 0xfffffffe, "18446744073709551613"},
+        {"5.0", 5, "6"},
+        {"-1.0", 0xffffffff, "-4"},
+        {"2.5", 0, "3"},
+        {"4294967296.0", 0, "3"},
+        {"1e300", 0, "3"},
+        {"-1e300", 0, "3"},
+        {"true", 0, "3"},
+        {"\"5\"", 0, "3"},
+        {"null", 0, "3"},
+    };
+    for(const auto& each: cases) {
+        const rapidjson::Document document = parsed(each.json);
+        EXPECT_EQ(jsonBits(&document), each.bits) << each.json;
+        EXPECT_EQ(toText(toggledBits(&document, 3)), each.toggled) << each.json;
+    }
+    EXPECT_EQ(jsonBits(nullptr), 0u);
+    EXPECT_EQ(toText(toggledBits(nullptr, 0x80000000)), "-2147483648");
+}
+
 TEST(JsonNumbers, WhatAnIntegerCannotHoldIsTheNearestOne) {
     EXPECT_EQ(readInt("2.9"), 2);
     EXPECT_EQ(readInt("-2.9"), -2);
