@@ -114,7 +114,8 @@ bool Ui::rename(const Containers::StringView valuePath, const Containers::String
     const bool isAccepted = isEntered || isClickedElsewhere(ImGuiMouseButton_Left);
     const bool isCancelled = ImGui::IsKeyPressed(ImGuiKey_Escape) || isClickedElsewhere(ImGuiMouseButton_Right);
     if(!isAccepted && !isCancelled) {
-        if(!ImGui::IsItemActive()) ImGui::SetKeyboardFocusHere(-1);
+        // In every frame: it outbids the tab key, which would go on to the next input.
+        ImGui::SetKeyboardFocusHere(-1);
         return false;
     }
 

@@ -118,6 +118,31 @@ TEST_F(UiRenameable, AClickElsewhereAccepts) {
     expectUndoAndRedo();
 }
 
+TEST_F(UiRenameable, TabKeepsTheKeyboardAndWhatWasTyped) {
+    EXPECT_TRUE(run(
+        [this] {
+            place = ImGui::GetCursorScreenPos();
+            renamed += ui.renameable("a/name", false);
+            ui.inputText("a/other");
+        },
+        [this](ImGuiTestContext& user) {
+            user.Yield();
+            doubleClick(user, place);
+            user.KeyChars("new");
+            for(const ImGuiKeyChord key: {ImGuiKey_Tab + 0, ImGuiMod_Shift | ImGuiKey_Tab}) {
+                user.KeyPress(key);
+                user.Yield(3);
+                IM_CHECK_NE(ui.renamingItem, 0u);
+                IM_CHECK_EQ(ImGui::GetActiveID(), user.ItemInfo(Input).ID);
+            }
+            user.KeyChars("er");
+            user.KeyPress(ImGuiKey_Enter);
+        }));
+    EXPECT_EQ(value("/a/name"), "\"newer\"");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
 TEST_F(UiRenameable, AClickIntoTheInputDoesNotEndIt) {
     EXPECT_TRUE(use([this](ImGuiTestContext& user) {
         doubleClick(user, place);
