@@ -22,6 +22,13 @@ bool isClickedElsewhere(const ImGuiMouseButton button) {
     return ImGui::IsMouseClicked(button) && !ImGui::IsItemHovered();
 }
 
+/** Whether the text of an input that has or just had the keyboard is the one that it began with. The value may be another one by
+    now. */
+bool isTextOfBeginning(const ImGuiID item, const Containers::StringView text) {
+    const ImGuiInputTextState* const state = ImGui::GetInputTextState(item);
+    return state && !state->TextToRevertTo.empty() && text == state->TextToRevertTo.Data;
+}
+
 bool drawInput(Containers::Array<char>& buffer, const bool isMultiline) {
     return isMultiline
         ? ImGui::InputTextMultiline("##val", buffer.data(), buffer.size(), ImGui::GetContentRegionAvail(),
@@ -66,9 +73,12 @@ Ui::TextEdit Ui::followText(const unsigned item, const Containers::StringView st
     // A new edit begins, the item was not there when the last one ended.
     if(ImGui::IsItemActivated() && pendingItem == item) dropPendingText();
     // The library tells in each frame that the text is not the stored one, and not that it is so again.
-    if(differs || (pendingItem == item && ImGui::IsItemActive())) edit.isChanged = keepPendingText(item, stored);
+    if(differs || (pendingItem == item && ImGui::IsItemActive())) {
+        edit.isChanged = keepPendingText(item, stored);
+        if(edit.isChanged) _isPendingTyped = !isTextOfBeginning(item, bufferText(editBuffer));
+    }
     if(!pendingText.isEmpty() && pendingItem == item && ImGui::IsItemDeactivated()) {
-        edit.isCommitted = bufferText(pendingText) != stored;
+        edit.isCommitted = _isPendingTyped && bufferText(pendingText) != stored;
         if(!edit.isCommitted) dropPendingText();
     }
     return edit;

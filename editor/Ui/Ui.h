@@ -404,6 +404,9 @@ private:
         have. */
     void pushResource(Containers::StringView type, bool byName, Containers::StringView id);
 
+    /** Whether @ref pendingText is another text than the input began with: else the value changed under it, if anything. */
+    bool _isPendingTyped = false;
+
     int _tooltipFrame = -1;
     Int _resultsRevision = -1;
     Containers::String _droppedId;

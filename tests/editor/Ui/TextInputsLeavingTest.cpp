@@ -98,5 +98,74 @@ TEST_P(UiTypedField, OpeningTheMenuWithoutTypingRecordsNothing) {
     EXPECT_EQ(recorded(), 0);
 }
 
+// Values that change meanwhile
+
+class UiOvertakenText: public Test::BoundUi {
+protected:
+    UiOvertakenText() { loadProject(R"({"a":{"name":"old","lines":"old"},"first":false})"); }
+
+    bool use(const GuiTest::Script& script) {
+        return run(
+            [this] {
+                ui.inputText("a/name");
+                ui.inputTextMultiline("a/lines", false, false);
+            },
+            script);
+    }
+
+    /** Another view changes the value. */
+    void overtake(const char* path) { changes.pushChange(path, Containers::StringView{"overtaken"}, false); }
+};
+
+TEST_F(UiOvertakenText, EscapeKeepsTheNewValue) {
+    const struct {
+        const char* item;
+        const char* path;
+    } fields[]{{Name, "/a/name"}, {Lines, "/a/lines"}};
+    for(const auto& field: fields) {
+        loadProject(loaded);
+        EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+            user.ItemInput(field.item);
+            user.KeyCharsReplace("typed");
+            overtake(field.path);
+            user.Yield(2);
+            user.KeyPress(ImGuiKey_Escape);
+            user.Yield(3);
+        }));
+        EXPECT_EQ(value(field.path), "\"overtaken\"");
+        EXPECT_EQ(recorded(), 1);
+        EXPECT_TRUE(ui.pendingText.isEmpty());
+        EXPECT_EQ(ui.pendingItem, 0u);
+        expectUndoAndRedo();
+    }
+}
+
+TEST_F(UiOvertakenText, WhoTypedNothingKeepsTheNewValue) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemInput(Name);
+        user.Yield(2);
+        overtake("/a/name");
+        user.Yield(2);
+        user.ItemInput(Lines);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"overtaken\"");
+    EXPECT_EQ(recorded(), 1);
+    EXPECT_TRUE(ui.pendingText.isEmpty());
+}
+
+TEST_F(UiOvertakenText, WhatWasTypedReplacesTheNewValue) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        user.ItemInput(Name);
+        user.KeyCharsReplace("typed");
+        overtake("/a/name");
+        user.Yield(2);
+        user.ItemInput(Lines);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"typed\"");
+    expectUndoAndRedo();
+}
+
 }
 }
