@@ -1,0 +1,104 @@
+#include "InspectorDesk.h"
+
+#include <cstring>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "QuorvaneEditor/ProjectFile.h"
+#include "app/ViewConditions.h"
+#include "support/Json.h"
+
+namespace QuorvaneEngine::Test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Containers::String noDialog(Containers::StringView, Containers::StringView) { return {}; }
+
+/** What stands on the ID stack above the items of a value's widget, in the region of the values. */
+ImGuiID scopeOf(const std::string& path) {
+    const ImGuiWindow* const rows = region("##rows");
+    if(!rows) return 0;
+    ImGuiID id = rows->ID;
+    std::string part;
+    for(std::size_t at = 0; at < path.size();) {
+        const std::size_t end = std::min(path.find('/', at + 1), path.size());
+        part = path.substr(at + 1, end - at - 1);
+        id = ImHashStr(part.c_str(), 0, id);
+        at = end;
+    }
+    // Each row has its own name there, too.
+    return ImHashStr(part.c_str(), 0, id);
+}
+
+/** The same without the widget's own scope. */
+ImGuiID rowOf(const std::string& path) {
+    const std::string parent = path.substr(0, path.rfind('/'));
+    ImGuiWindow* const rows = region("##rows");
+    ImGuiID id = rows ? rows->ID : 0;
+    for(std::size_t at = 0; at < path.size();) {
+        const std::size_t end = std::min(path.find('/', at + 1), path.size());
+        id = ImHashStr(path.substr(at + 1, end - at - 1).c_str(), 0, id);
+        at = end;
+    }
+    return id;
+}
+
+}
+
+SampleCopy::SampleCopy(): folder{fs::temp_directory_path() / ("quorvane-inspector-" + std::to_string(getpid()))} {
+    fs::remove_all(folder);
+    fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", folder, fs::copy_options::recursive);
+    fs::remove_all(folder / ".editor");
+}
+
+SampleCopy::~SampleCopy() {
+    std::error_code error;
+    fs::remove_all(folder, error);
+}
+
+InspectorDesk::InspectorDesk(): frame{session, jobs, modules, log, viewConditions(), noDialog, noDialog} {
+    ImGuiContextHook hook;
+    hook.Type = ImGuiContextHookType_NewFramePre;
+    hook.UserData = &frame;
+    hook.Callback = [](ImGuiContext*, ImGuiContextHook* own) { static_cast<EditorFrame*>(own->UserData)->prepare(); };
+    ImGui::AddContextHook(ImGui::GetCurrentContext(), &hook);
+    EXPECT_TRUE(frame.open(game.folder.c_str()));
+}
+
+std::string InspectorDesk::document() { return toText(session.project()); }
+
+void InspectorDesk::load(const std::string& json) {
+    rapidjson::Document document = parsed(json);
+    session.project().replace(std::move(document));
+}
+
+ImGuiWindow* region(const char* const name) {
+    const std::string part = std::string{"/"} + name + "_";
+    for(ImGuiWindow* const window: ImGui::GetCurrentContext()->Windows)
+        if(window->Active && std::strstr(window->Name, "Inspector") == window->Name &&
+            std::strstr(window->Name, part.c_str()))
+            return window;
+    return nullptr;
+}
+
+unsigned treeRow(const std::string& path) {
+    ImGuiWindow* const tree = region("##tree");
+    return tree ? ImHashStr(("##" + path).c_str(), 0, tree->ID) : 0;
+}
+
+unsigned widget(const std::string& path, const char* const item) { return ImHashStr(item, 0, scopeOf(path)); }
+
+ImGuiWindow* around(const std::string& path, const char* const name) {
+    const ImGuiID id = ImHashStr(name, 0, rowOf(path));
+    for(ImGuiWindow* const window: ImGui::GetCurrentContext()->Windows)
+        if(window->Active && window->ChildId == id) return window;
+    return nullptr;
+}
+
+}
