@@ -53,6 +53,7 @@ configure_file(${icon_font} ${QUORVANE_ICON_FONT} COPYONLY)
 # The header lies among many others that nobody should find by accident.
 configure_file(${icon_header} ${CMAKE_BINARY_DIR}/include/icons/icons_font_awesome_6.h COPYONLY)
 add_library(quorvane-icons INTERFACE)
+add_library(QuorvaneEditor::icons ALIAS quorvane-icons)
 target_include_directories(quorvane-icons SYSTEM INTERFACE
     $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/include/icons>
     $<INSTALL_INTERFACE:${QUORVANE_INSTALL_INCLUDE}/icons>)

@@ -87,6 +87,20 @@ TEST_F(EditorProgram, ThePictureShowsTheModulesView) {
     EXPECT_GT(with.colors(), without.colors());
 }
 
+TEST_F(EditorProgram, TheGalleryOfWidgetsIsDrawn) {
+    fs::copy(QUORVANE_SOURCE_DIR "/samples/gallery/project/project.json", project / "project.json",
+        fs::copy_options::overwrite_existing);
+    const ProgramResult result = draw({"--modules", QUORVANE_SAMPLE_MODULES, "--size", "1280x3350", "--scale", "1"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "");
+    const Picture gallery{picture.string()};
+    EXPECT_EQ(gallery.height, 3350u);
+    // More than text and its background: pictures of colours, icons, all widgets.
+    EXPECT_GT(gallery.colors(), 200u);
+    // Of one theme and one size, so what differs from the picture in the documentation is fonts and their smoothing.
+    EXPECT_LT(gallery.difference(Picture{QUORVANE_SOURCE_DIR "/docs/pictures/gallery.png"}), 0.05);
+}
+
 TEST_F(EditorProgram, TwoRunsGiveTheSamePicture) {
     ASSERT_EQ(draw().exitCode, 0);
     const Picture first{picture.string()};

@@ -188,6 +188,16 @@ TEST_F(InstalledPackage, AViewIsWrittenBuiltDockedEditedAndReloaded) {
         EXPECT_LT(message.severity, MessageLog::Severity::Warning) << std::string{message.text};
 }
 
+TEST_F(InstalledPackage, TheSampleViewIsBuiltWithNothingElse) {
+    run({QUORVANE_CMAKE, "-S", QUORVANE_SOURCE_DIR "/samples/gallery", "-B", (view / "build").string(),
+        "-DCMAKE_PREFIX_PATH=" + prefix.string()});
+    build();
+    ASSERT_FALSE(HasFailure());
+    ModuleLoader modules{(view / "build/modules").c_str()};
+    EXPECT_TRUE(modules.load("Gallery"));
+    EXPECT_TRUE(modules.messages().isEmpty());
+}
+
 /* A class EditorView beside the framework's, whose header is called the same. */
 TEST_F(InstalledPackage, AViewMayBeCalledAsAClassOfTheFramework) {
     makeView("Editor");
