@@ -25,11 +25,16 @@ class Picker {
 public:
     static constexpr const char* Field = "//Window/value/##val";
 
-    /** @param json     the project */
+    /** Opens a project, and records a change of a value that no test edits: the first entry of a log never merges.
+        @param json     the project */
     void open(const std::string& json) {
         load(project, json);
         changes.reset(project);
+        changes.pushChange("/first", rapidjson::Value{true}, false);
     }
+
+    /** How many changes were recorded since the project was opened. */
+    int recorded() const { return changes.lastChangeIndex(); }
 
     void draw() {
         ImGui::SetNextWindowPos(position);

@@ -284,7 +284,7 @@ TEST_F(UiObjectResources, TheHostIsAskedForAnObjectWithThePathOfTheValue) {
         EXPECT_TRUE(run([](ImGuiTestContext& user) { user.ItemClick(PickButton); }));
     }
     EXPECT_EQ(picked, (std::vector<std::string>{"/value by ID", "/value by name"}));
-    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    EXPECT_EQ(recorded(), 0);
 }
 
 TEST_F(UiObjectResources, WhatTheHostSetsAtOnceIsAChangeOfThisFrame) {
@@ -332,7 +332,7 @@ TEST_F(UiResourceDrop, ATextureSetsTheValueOfATexturePicker) {
     EXPECT_TRUE(drop());
     EXPECT_EQ(value(), R"("t1")");
     EXPECT_EQ(pushes, 1);
-    ASSERT_EQ(changes.lastChangeIndex(), 0);
+    ASSERT_EQ(recorded(), 1);
     const std::string after = toText(project);
     changes.undoLast();
     EXPECT_EQ(toText(project), before);
@@ -345,7 +345,7 @@ TEST_F(UiResourceDrop, AMaterialIsNotTaken) {
     draggedType = "materials";
     EXPECT_TRUE(drop());
     EXPECT_EQ(value(), "null");
-    EXPECT_EQ(changes.lastChangeIndex(), -1);
+    EXPECT_EQ(recorded(), 0);
 }
 
 TEST_F(UiResourceDrop, TheNameIsSetWhereTheValueIsOne) {
@@ -360,7 +360,7 @@ TEST_F(UiResourceDrop, TwoDropsAreTwoChanges) {
     EXPECT_TRUE(drop());
     draggedId = "t5";
     EXPECT_TRUE(drop());
-    EXPECT_EQ(changes.lastChangeIndex(), 1);
+    EXPECT_EQ(recorded(), 2);
     changes.undoLast();
     EXPECT_EQ(value(), R"("t1")");
 }
@@ -380,7 +380,7 @@ TEST_F(UiResourceDrop, WhatHasNoNameDoesNotSetAValueThatIsOne) {
         draggedId = id;
         EXPECT_TRUE(drop());
         EXPECT_EQ(value(), R"("Rock")") << id;
-        EXPECT_EQ(changes.lastChangeIndex(), -1);
+        EXPECT_EQ(recorded(), 0);
     }
 }
 
