@@ -34,6 +34,9 @@ constexpr float LeastLines = 4.0f;
 /** Lines between a list and the edge of the main window. */
 constexpr float FreeLines = 2.0f;
 
+/** Bytes of an ID that a row is labelled by, unseen: more would ask for memory. Rows are told apart by their places, too. */
+constexpr std::size_t MaxLabelSize = 200;
+
 /** What is chosen in a list, where it is no row. */
 constexpr int Nothing = -2;
 constexpr int NoResource = -1;
@@ -89,8 +92,8 @@ void drawPicture(const List& list, const Containers::StringView id, const ValueA
 bool drawRow(const List& list, const Containers::StringView id) {
     const ValueAccess entry = list.collection.member(id);
     const ImVec2 position = ImGui::GetCursorScreenPos();
-    const bool isClicked =
-        ImGui::Selectable(ImGuiText{"##", id}, false, ImGuiSelectableFlags_None, {0.0f, list.height});
+    const bool isClicked = ImGui::Selectable(ImGuiText{"##", id.prefix(std::min(id.size(), MaxLabelSize))}, false,
+        ImGuiSelectableFlags_None, {0.0f, list.height});
     float left = position.x;
     if(list.data) {
         drawPicture(list, id, entry, position);

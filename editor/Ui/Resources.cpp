@@ -1,6 +1,9 @@
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
+#include <Corrade/Utility/Debug.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 #include <rapidjson/document.h>
@@ -13,6 +16,7 @@
 #include "QuorvaneEditor/ProjectFile.h"
 #include "QuorvaneEditor/ValueAccess.h"
 #include "Ui/Scope.h"
+#include "Ui/StorableText.h"
 #include "Ui/Ui.h"
 
 namespace QuorvaneEngine {
@@ -28,6 +32,9 @@ constexpr char PickIcon[] = "\xef\x87\xbb";
 constexpr ImVec4 WarningColor{1.0f, 0.8f, 0.0f, 1.0f};
 
 constexpr Containers::StringView NoneLabel = "- none -"_s;
+
+/** Bytes that are shown of an ID: the library lays a text out in every frame, as long as it may be. */
+constexpr std::size_t MaxIdSize = 256;
 
 /** What a value refers to. */
 struct Reference {
@@ -54,15 +61,18 @@ Reference referenceOf(
     return {true, hasId ? entry : none, text};
 }
 
-/** The key of an entry, empty where it is none of the collection. */
+/** The key of an entry, empty where it is none of the collection. Members lie one behind the other, so it is known from its place: a
+    walk through all of them would be one in every frame. */
 Containers::StringView keyOf(const ValueAccess& collection, const ValueAccess& entry) {
-    if(!collection.isObject()) return {};
+    if(!collection.isObject() || !collection.size()) return {};
     const rapidjson::Value::MemberIterator first = collection.value()->MemberBegin();
-    for(std::size_t i = 0; i != collection.size(); ++i) {
-        const rapidjson::Value::Member& member = first[std::ptrdiff_t(i)];
-        if(&member.value == entry.value()) return {member.name.GetString(), member.name.GetStringLength()};
-    }
-    return {};
+    const std::uintptr_t distance =
+        reinterpret_cast<std::uintptr_t>(entry.value()) - reinterpret_cast<std::uintptr_t>(&first->value);
+    const std::size_t index = distance / sizeof(rapidjson::Value::Member);
+    if(index >= collection.size()) return {};
+    const rapidjson::Value::Member& member = first[std::ptrdiff_t(index)];
+    if(&member.value != entry.value()) return {};
+    return {member.name.GetString(), member.name.GetStringLength()};
 }
 
 /** What stands for a resource that has no name. */
@@ -72,7 +82,11 @@ Containers::StringView nameOf(const Reference& reference) {
 }
 
 void showId(const Containers::StringView id) {
-    if(!id.isEmpty()) ImGui::SetTooltip("id: %.*s", int(id.size()), id.data());
+    if(id.isEmpty()) return;
+    std::size_t size = std::min(id.size(), MaxIdSize);
+    // The bytes 10xxxxxx go on with a character.
+    while(size != id.size() && size && (std::uint8_t(id[size]) & 0xc0) == 0x80) --size;
+    ImGui::SetTooltip("id: %.*s%s", int(size), id.data(), size == id.size() ? "" : "...");
 }
 
 void drawUnknownSign() {
@@ -142,7 +156,10 @@ bool Ui::selectResource(
 
 void Ui::pushResource(const Containers::StringView type, const bool byName, const Containers::StringView id) {
     if(!byName) {
-        changes->pushChange(scopePath(), id, false);
+        if(isStorable(id)) changes->pushChange(scopePath(), id, false);
+        else
+            Corrade::Utility::Warning{} << "Ui::selectResource(): the ID of the resource for" << scopePath()
+                                        << "is not UTF-8";
         return;
     }
     const Containers::StringView name = project->root()[type].member(id).member("name").asString();

@@ -262,7 +262,8 @@ public:
     using ResourceFilter = Function<bool(ValueAccess& entry)>;
 
     /** A value that refers to a resource of a collection, or is null. Shows the resource's name; a click opens a list of all resources
-        to choose from and to search by name. Takes resources that are dragged there, which the filter does not hold back.
+        to choose from and to search by name. Takes resources that are dragged there, which the filter does not hold back; an ID that is
+        not UTF-8 prints a warning and changes nothing.
 
         The list holds what the filter offers, in document order, with their pictures for textures, materials and meshes. It is made
         when it opens, when its search text changes and when the project does, and the filter is asked then alone. A resource without
@@ -293,8 +294,9 @@ public:
 
     /** The path of a file, typed or chosen in the desktop's own dialog, which a button opens. What is typed becomes a change as in
         @ref inputText() , what is chosen at once; one after the other they merge. A path in the project's folder is stored relative to
-        it, any other as it is: chosen ones are absolute then. The dialog starts at the present path, or in the project's folder. A value
-        that is no string counts as empty.
+        it, any other as it is: chosen ones are absolute then. The same path in another form is no change. The dialog starts at the present
+        path, or in the project's folder. A chosen file whose name is not UTF-8 or has a line break prints a warning and changes
+        nothing. A value that is no string counts as empty.
         @param title    of the dialog
         @param filters  pairs of a description and a pattern, such as "Pictures", "*.png"
         @return whether a change was pushed in this frame */
