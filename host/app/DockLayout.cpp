@@ -6,13 +6,13 @@
 
 #include "QuorvaneEditor/EditorState.h"
 
-namespace QuorvaneEngine::DockLayout {
+namespace QuorvaneEngine {
 
 namespace {
 
 constexpr float BottomShare = 0.34f;
 
-bool isBottom(Containers::StringView title) { return title == Messages || title == Report; }
+bool isBottom(Containers::StringView title) { return title == DockLayout::Messages || title == DockLayout::Report; }
 
 void build(ImGuiID space, const EditorState& state) {
     ImGui::DockBuilderAddNode(space, ImGuiDockNodeFlags_DockSpace);
@@ -30,12 +30,34 @@ void build(ImGuiID space, const EditorState& state) {
     ImGui::DockBuilderFinish(space);
 }
 
+/** Null where the space has none, which is never split then. */
+const ImGuiDockNode* centreOf(const ImGuiDockNode* node) {
+    if(!node || node->IsCentralNode()) return node;
+    const ImGuiDockNode* const first = centreOf(node->ChildNodes[0]);
+    return first ? first : centreOf(node->ChildNodes[1]);
 }
 
-void draw(const EditorState& state) {
-    const ImGuiID space = ImGui::GetID("Quorvane dock space");
-    if(!ImGui::DockBuilderGetNode(space)) build(space, state);
-    ImGui::DockSpaceOverViewport(space, ImGui::GetMainViewport());
+}
+
+UnsignedInt DockLayout::space() { return ImHashStr("Quorvane dock space"); }
+
+void DockLayout::reset() {
+    ImGui::DockBuilderRemoveNode(space());
+    ImGui::MarkIniSettingsDirty();
+    _arranged = 0;
+}
+
+void DockLayout::draw(const EditorState& state) {
+    if(!ImGui::DockBuilderGetNode(space())) {
+        build(space(), state);
+        _arranged = state.viewCount();
+    }
+    for(; _arranged < state.viewCount(); ++_arranged) {
+        const char* const title = state.viewTitle(_arranged).data();
+        const ImGuiDockNode* const centre = centreOf(ImGui::DockBuilderGetNode(space()));
+        if(centre && !ImGui::FindWindowSettingsByID(ImHashStr(title))) ImGui::DockBuilderDockWindow(title, centre->ID);
+    }
+    ImGui::DockSpaceOverViewport(space(), ImGui::GetMainViewport());
 }
 
 }

@@ -6,7 +6,6 @@
 #include "ChangeManager.h"
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
-#include "app/DockLayout.h"
 #include "app/MessageLog.h"
 #include "app/MessagePanel.h"
 #include "app/StartPage.h"
@@ -28,6 +27,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
       _messagesView{session.state().registerView(DockLayout::Messages)},
+      _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
     session.state().isViewOpen(_messagesView) = false;
@@ -41,7 +41,7 @@ EditorFrame::~EditorFrame() {
 }
 
 bool EditorFrame::open(Containers::StringView folder) {
-    _exchange.stop();
+    saveLayout();
     const std::size_t first = _log->count();
     if(!_session->open(folder)) {
         const Containers::String problems = _log->problemsSince(first);
@@ -51,6 +51,7 @@ bool EditorFrame::open(Containers::StringView folder) {
     _session->makeEditorFolder();
     _exchange.reset();
     restartViews();
+    _layout.load();
     _log->note("Opened " + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
@@ -63,6 +64,7 @@ void EditorFrame::restartViews() {
 }
 
 void EditorFrame::prepare() {
+    if(hasProject()) _layout.saveChanges();
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
@@ -94,6 +96,7 @@ void EditorFrame::execute(Command command) {
         return proceed();
     case Command::Undo: return _session->undo();
     case Command::Redo: return _session->redo();
+    case Command::ResetLayout: return _layout.reset();
     case Command::About: return _questions.showAbout();
     case Command::ReloadModules:
         _jobs->waitForAll();
@@ -115,8 +118,12 @@ void EditorFrame::proceed() {
 void EditorFrame::executeAnswer(Answer answer) {
     if(answer == Answer::None || answer == Answer::Cancel) return;
     if(answer == Answer::Save && !save()) return;
-    if(_nextProject.isEmpty()) _finished = true;
-    else open(std::exchange(_nextProject, {}));
+    if(!_nextProject.isEmpty()) {
+        open(std::exchange(_nextProject, {}));
+        return;
+    }
+    saveLayout();
+    _finished = true;
 }
 
 bool EditorFrame::save() {
@@ -125,19 +132,27 @@ bool EditorFrame::save() {
     return true;
 }
 
+bool EditorFrame::hasProject() const { return !_session->folder().isEmpty(); }
+
+void EditorFrame::saveLayout() {
+    // Jobs of the GUI thread run, which may change the project.
+    _exchange.stop();
+    if(hasProject()) _layout.save();
+}
+
 void EditorFrame::draw() {
-    const bool hasProject = !_session->folder().isEmpty();
+    const bool hasProject = this->hasProject();
     const bool unsaved = hasProject && _session->hasUnsavedChanges();
     const ChangeManager& changes = _session->changes();
     const bool settled = !changes.isGroupOpen();
     _command = MainMenu::draw(_session->state(),
-        {unsaved, hasProject, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
+        {unsaved, hasProject, hasProject, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
     if(StatusBar::draw(_session->folder(), unsaved, *_log)) {
         bool& open = _session->state().isViewOpen(_messagesView);
         open = !open;
     }
     if(hasProject) {
-        DockLayout::draw(_session->state());
+        _layout.draw();
         _views.draw();
         if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
         _exchange.draw();

@@ -7,6 +7,7 @@
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
 #include "app/MainMenu.h"
+#include "app/ProjectLayout.h"
 #include "app/Questions.h"
 #include "app/TermExchange.h"
 #include "app/ViewCondition.h"
@@ -45,11 +46,11 @@ public:
 
     /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
         before, and the reason is shown. What is wrong with a project that can be worked with all the same is printed as
-        warnings. Between two frames. */
+        warnings. The windows' layout is kept in the one project, and taken from the other. Between two frames. */
     bool open(Containers::StringView folder);
 
-    /** What happens between two frames, in this order: jobs of the GUI thread, what the user asked for in the last frame, the
-        publication of the revision, the views' conditions. */
+    /** What happens between two frames, in this order: jobs of the GUI thread, also those that keep the windows' layout, what the
+        user asked for in the last frame, the publication of the revision, the views' conditions. */
     void prepare();
 
     /** Draws the frame, between its begin and its end. */
@@ -74,6 +75,8 @@ private:
     void proceed();
     void restartViews();
     bool save();
+    void saveLayout();
+    bool hasProject() const;
 
     EditorSession* _session;
     JobSystem* _jobs;
@@ -82,6 +85,7 @@ private:
     Ui _ui;
     QuorvaneEditorApplication _application;
     UnsignedInt _messagesView;
+    ProjectLayout _layout;
     ViewSet _views;
     TermExchange _exchange;
     Questions _questions;

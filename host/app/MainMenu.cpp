@@ -44,6 +44,7 @@ constexpr Entry Entries[]{
     {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,
         ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false},
     {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
+    {"View", ICON_FA_TABLE_COLUMNS, "Reset layout", "", 0, 0, &Available::resetLayout, Command::ResetLayout, false},
     {"View", ICON_FA_ARROWS_ROTATE, "Reload modules", "", 0, 0, nullptr, Command::ReloadModules, false},
     {"Help", ICON_FA_CIRCLE_INFO, "About", "", 0, 0, nullptr, Command::About, false},
 };

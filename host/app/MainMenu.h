@@ -16,6 +16,7 @@ enum class Command : std::uint8_t {
     Quit,
     Undo,
     Redo,
+    ResetLayout,
     ReloadModules,
     About
 };
@@ -27,6 +28,7 @@ struct Available {
     bool save = false;
     bool previewImport = false;
     bool checkTerms = false;
+    bool resetLayout = false;
     bool undo = false;
     bool redo = false;
 };
