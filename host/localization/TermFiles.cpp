@@ -46,6 +46,9 @@ bool isInside(const Containers::StringView folder, const Containers::StringView 
             (real.size() == base.size() || base.back() == '/' || real[base.size()] == '/'));
 }
 
+/** In which a project has its own files of translations. */
+constexpr Containers::StringView StorageFolder = "localization"_s;
+
 /** How far below the folder of a language files are looked for that lie too deep. */
 constexpr std::size_t MaxDepth = 8;
 
@@ -54,7 +57,7 @@ public:
     Finding(FileSystem& fileSystem, const Containers::StringView path, const TermFileOptions& options, TermFiles& found,
         const Progress* const progress)
         : _fileSystem{fileSystem},
-          _path{path},
+          _path{folderName(path)},
           _map{options.map},
           _progress{progress},
           _files{found.files},
@@ -71,8 +74,11 @@ public:
         const int result = _fileSystem.listFolder(_path, names);
         FileError error;
         if(result == 0 && !checkStaged(_fileSystem, _path, error)) refuse(error.path, error.reason);
-        else if(result == 0) {
+        else if(result == 0 && isStorage()) {
+            refuse(_path, "is where a project keeps its translations; give a folder that an export has written"_s);
+        } else if(result == 0) {
             findFiles(names);
+            findFilesBelow();
             readFiles();
         } else if(result == ENOTDIR) readArchive();
         else refuseUnread(_path, result);
@@ -106,7 +112,9 @@ private:
 
     /** Where nothing is found, it may lie there under another name. */
     void refuseAll() {
-        if(_notices.isEmpty())
+        if(isLanguage(Path::filename(_path)))
+            refuse(_path, "is the folder of one language; give the folder around it"_s);
+        else if(_notices.isEmpty())
             refuse(_path, "holds no terms: there is no <language code>/translation.json and no <language code>.json"_s);
         else
             refuse(_path,
@@ -140,26 +148,66 @@ private:
         _isInaccessible = true;
     }
 
+    /** Whether the folder is the one in which a project, whose file lies beside it, has its translations. */
+    bool isStorage() const { return Path::filename(_path) == StorageFolder && isProject(Path::path(_path)); }
+
+    bool isProject(const Containers::StringView folder) const {
+        Containers::Array<Containers::String> names;
+        return _fileSystem.listFolder(folder, names) == 0 &&
+            std::find(names.begin(), names.end(), "project.json"_s) != names.end();
+    }
+
+    /** What lies in one more folder, as it may in an archive, where there is nothing else. */
+    void findFilesBelow() {
+        if(!_files.isEmpty() || !_refusals.isEmpty() || !_deepFiles.empty()) return;
+        if(isProject(_path))
+            _foldersAround.erase(
+                std::remove(_foldersAround.begin(), _foldersAround.end(), StorageFolder), _foldersAround.end());
+        if(_foldersAround.empty() || isLanguage(Path::filename(_path)) || _unknownCodes.hasLanguages()) return;
+        if(_foldersAround.size() != 1) {
+            refuse(_path,
+                format("holds no terms itself, but its folders {} and {} do: give one of them",
+                    printable(_foldersAround[0]), printable(_foldersAround[1])));
+            return;
+        }
+        const Containers::String folder = Path::join(_path, _foldersAround[0]);
+        Containers::Array<Containers::String> names;
+        FileError error;
+        if(!checkStaged(_fileSystem, folder, error)) refuse(error.path, error.reason);
+        else if(const int result = _fileSystem.listFolder(folder, names)) refuseUnread(folder, result);
+        else {
+            _unknownCodes.clear();
+            _around = _foldersAround[0] + "/"_s;
+            findFiles(names);
+        }
+    }
+
     void findFiles(const Containers::ArrayView<const Containers::String> names) {
-        for(const Containers::String& name: names) {
-            if(name.hasPrefix('.')) continue;
+        for(const Containers::String& inFolder: names) {
+            if(inFolder.hasPrefix('.')) continue;
+            const Containers::String name = _around + inFolder;
             if(name.hasSuffix(".json"_s)) {
                 findFile(name);
                 continue;
             }
             const Containers::String folder = Path::join(_path, name);
             // What lies elsewhere is refused where it would be read, and is nobody's business else.
-            const bool isMeant = isLanguage(name);
+            const bool isMeant = isLanguage(inFolder);
             if(!isMeant && _fileSystem.isLink(folder) && !isInside(_path, folder)) continue;
             Containers::Array<Containers::String> inner;
             const int result = _fileSystem.listFolder(folder, inner);
             // Only a folder of a language is missed where it cannot be read.
             if(result != 0 && result != ENOTDIR && isMeant) refuseUnread(folder, result);
+            bool isAround = false;
             for(const Containers::String& file: inner) {
                 if(file.hasPrefix('.')) continue;
+                isAround = isAround ||
+                    (!isMeant &&
+                        isLanguage(file.hasSuffix(".json"_s) ? file.exceptSuffix(5) : Containers::StringView{file}));
                 if(file.hasSuffix(".json"_s)) findFile(name + "/"_s + file);
                 else if(isMeant) findDeepFiles(name + "/"_s + file, 0);
             }
+            if(isAround && _around.isEmpty()) _foldersAround.push_back(name);
         }
     }
 
@@ -298,7 +346,7 @@ private:
     Containers::String pathOf(const Containers::StringView name) const { return format("{}/{}", _path, name); }
 
     bool isTermFile(const Containers::String& relative, const bool isEnclosed, TermFilePath& parsed) {
-        if(!TermFilePath::parse(relative, isEnclosed, _map, parsed)) return false;
+        if(!TermFilePath::parse(relative.exceptPrefix(_around.size()), isEnclosed, _map, parsed)) return false;
         if(parsed.language == -1) {
             // Of a folder and a file neither of which has a known code, it is the file's that is nearer to one.
             const bool isInFolder = isEnclosed && relative.count('/') == 1 &&
@@ -328,6 +376,10 @@ private:
     /** By mapping. */
     std::vector<bool> _isMapped;
     UnknownCodes _unknownCodes;
+    /** Folders that are of no language and hold some. */
+    std::vector<Containers::String> _foldersAround;
+    /** The one of them that is read, with "/" behind; empty where files lie in no such folder. */
+    Containers::String _around;
     /** Relative paths of those that lie too deep. */
     std::vector<Containers::String> _deepFiles;
 };

@@ -62,11 +62,11 @@ struct TermFiles {
 };
 
 /** Finds and reads the files of terms in a folder or in a ZIP archive: `<code>/<namespace>.json` and `<code>.json`, both side by
-    side if need be; in an archive one folder may lie around them.
+    side if need be; one folder may lie around them, on the disk where it is the only one and has nothing of them beside it.
 
     Refused are more than @ref ArchiveDirectory::MaxEntries files; files that are larger than @ref ArchiveReader::MaxFileSize , or all
-    of them than @ref ArchiveReader::MaxTotalSize , cannot be read, lead out of the folder by a link, or hold a namespace of a language a second time; what holds no such file; and a
-    folder in which an export was cut short. A code that is not known is no reason to refuse: its files are passed over, with a
+    of them than @ref ArchiveReader::MaxTotalSize , cannot be read, lead out of the folder by a link, or hold a namespace of a language a second time; what holds no such file; the
+    folder of one language, and that of a project's own translations; and a folder in which an export was cut short. A code that is not known is no reason to refuse: its files are passed over, with a
     notice that names the nearest one that is. So are files that lie deeper in a folder of a language.
     @param path     absolute
     @param found    must be empty

@@ -20,6 +20,11 @@ constexpr std::size_t MaxSearches = 100;
 
 }
 
+void UnknownCodes::clear() {
+    _codes.clear();
+    _indices.clear();
+}
+
 bool UnknownCodes::hasLanguages() {
     return std::any_of(_codes.begin(), _codes.end(),
         [this](const Code& code) { return code.code != PseudoLocale::Code && nearest(code.code) != -1; });

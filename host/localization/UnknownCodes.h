@@ -22,6 +22,9 @@ public:
 
     bool isEmpty() const { return _codes.empty(); }
 
+    /** Forgets all codes. */
+    void clear();
+
     /** Whether one of them may be meant for a language. */
     bool hasLanguages();
 

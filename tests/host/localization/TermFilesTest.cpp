@@ -215,6 +215,62 @@ TEST(TermFiles, FolderInWhichAnExportWasCutShortIsRefused) {
     EXPECT_EQ(folder.read("de.json"), "1");
 }
 
+TEST(TermFiles, OneFolderMayLieAroundAsInAnArchive) {
+    TestFolder folder;
+    folder.write("i18n/de/translation.json", "1");
+    folder.write("i18n/fr.json", "2");
+    folder.write("i18n/enGB.json", "3");
+    folder.write("package.json", "4");
+    folder.write("src/x.json", "5");
+    const std::string notice =
+        "notice: i18n/enGB.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with --map "
+        "enGB=en-GB\n";
+    EXPECT_EQ(found(folder), "fr=2\nde=1\n" + notice);
+    folder.write("i18n/.localization-export/journal", "quorvane-journal 1\ncomplete\nreplace de.json\nend\n");
+    EXPECT_NE(found(folder).find("refused: FOLDER/i18n/.localization-export: "), std::string::npos);
+    std::filesystem::remove_all(folder / "i18n/.localization-export");
+    folder.write("old/de.json", "6");
+    EXPECT_EQ(found(folder),
+        "notice: i18n/enGB.json: no language has the code i18n (1 more file)\n"
+        "notice: old/de.json: no language has the code old\n"
+        "notice: package.json: no language has the code package\n"
+        "notice: src/x.json: no language has the code src\n"
+        "refused: FOLDER: holds no terms itself, but its folders i18n and old do: give one of them\n");
+    folder.write("ja.json", "7");
+    EXPECT_EQ(found(folder).substr(0, 5), "ja=7\n");
+}
+
+TEST(TermFiles, WhatMayBeMeantForALanguageComesBeforeAFolderAround) {
+    TestFolder folder;
+    folder.write("backup/de/translation.json", "1");
+    folder.write("enGB/translation.json", "2");
+    EXPECT_NE(found(folder).find("refused: FOLDER: holds no terms of a known language; "), std::string::npos);
+}
+
+TEST(TermFiles, TheFolderOfOneLanguageIsRefused) {
+    TestFolder folder;
+    folder.write("i18n/de/translation.json", "1");
+    folder.write("i18n/de/menu.json", "2");
+    for(const std::string end: {"", "/", "/."})
+        EXPECT_NE(found(folder, "i18n/de" + end)
+                      .find("refused: FOLDER/i18n/de: is the folder of one language; give the folder around it\n"),
+            std::string::npos);
+}
+
+TEST(TermFiles, TheFolderOfAProjectsTranslationsIsRefused) {
+    TestFolder folder;
+    folder.write("localization/de.json", "1");
+    EXPECT_EQ(found(folder, "localization"), "de=1\n");
+    EXPECT_EQ(found(folder), "de=1\n");
+    folder.write("project.json", "{}");
+    EXPECT_EQ(found(folder, "localization"),
+        "refused: FOLDER/localization: is where a project keeps its translations; give a folder that an export has "
+        "written\n");
+    EXPECT_EQ(found(folder).find("de=1"), std::string::npos);
+    folder.write("i18n/fr.json", "2");
+    EXPECT_EQ(found(folder), "fr=2\n");
+}
+
 TEST(TermFiles, WhatIsNoFileIsRefused) {
     TestFolder folder;
     std::filesystem::create_directory(folder / "de.json");

@@ -40,6 +40,9 @@ TEST(UnknownCodes, NameTheFirstFileAndTheNearestLanguage) {
         "enGB/a.json: no language has the code enGB (2 more files); the nearest is en-GB: rename it, or map it with "
         "--map enGB=en-GB\n"
         "en\\nGB/a.json: no language has the code en\\nGB\n");
+    codes.clear();
+    EXPECT_TRUE(codes.isEmpty());
+    EXPECT_EQ(described(codes), "");
 }
 
 TEST(UnknownCodes, AreMeantForLanguagesOfTheProjectRatherThanForOthers) {
