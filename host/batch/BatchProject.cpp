@@ -27,7 +27,7 @@ std::string codeOf(const UnsignedInt language) { return string(AllLanguages[lang
 
 }
 
-/** Calls what prints warnings, and prints them as failures, less the function that they name first. */
+/** Calls what prints warnings, and prints them, as failures where it fails, less the function that they name first. */
 template <class Call> bool BatchProject::run(const char* const what, Call call) {
     Containers::String warnings;
     bool result = false;
@@ -44,7 +44,8 @@ template <class Call> bool BatchProject::run(const char* const what, Call call) 
         constexpr std::string_view CallEnd{"(): "};
         if(const std::size_t function = line.find(CallEnd); function < line.find(' '))
             line.remove_prefix(function + CallEnd.size());
-        _output.fail(line);
+        if(result) _output.warn(line);
+        else _output.fail(line);
         left.remove_prefix(std::min(end + 1, left.size()));
     }
     return result;

@@ -102,6 +102,25 @@ const char* insert(rapidjson::Document& document, std::string_view code, rapidjs
     return nullptr;
 }
 
+/** Texts of the default language are those of its terms; what stands among the translations is read by nobody. */
+void warnOfDefaultLanguage(const Containers::StringView folder, const rapidjson::Document& document) {
+    const rapidjson::Value* const localization = memberOf(document, "localization");
+    const rapidjson::Value* const all = localization ? memberOf(*localization, "translations") : nullptr;
+    const rapidjson::Value* const languages = memberOf(document, "languages");
+    if(!all || !languages) return;
+    for(const auto& language: languages->GetObject()) {
+        if(!language.value.IsObject()) continue;
+        const auto isDefault = language.value.FindMember("isDefault");
+        if(isDefault == language.value.MemberEnd() || !isDefault->value.IsTrue()) continue;
+        const rapidjson::Value* const texts = memberOf(*all, language.name.GetString());
+        if(!texts || texts->ObjectEmpty()) return;
+        warn(Open,
+            {joined(view(folder), "/", TranslationsFolder, "/", language.name.GetString(), Suffix),
+                "is of the default language, whose texts are those of the terms in project.json: it is passed over"});
+        return;
+    }
+}
+
 /** @param count    number of files that were read */
 bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjson::Document& document,
     std::size_t& count, FileError& error) {
@@ -198,6 +217,7 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
         !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error))
         return warn(Open, error);
 
+    warnOfDefaultLanguage(newFolder, read);
     static_cast<rapidjson::Value&>(document).Swap(read);
     _folder = newFolder;
     _saved = fingerprints(files);

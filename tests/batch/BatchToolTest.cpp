@@ -158,6 +158,16 @@ TEST_F(LocalizeProgram, AProjectThatCannotBeReadSaysWhereAndEndsWithThree) {
     EXPECT_EQ(told({"status", "small"}), "--\nsmall/localization/de.json:1:1: a value is missing\n-- 3");
 }
 
+TEST_F(LocalizeProgram, AFileOfTheDefaultLanguageInTheProjectIsToldAndPassedOver) {
+    const std::string before = run({"status", "small"}).out;
+    desk.write("small/localization/en.json", R"({"door": {"text": "Gate"}})");
+    EXPECT_EQ(told({"status", "small"}),
+        before +
+            "--\nsmall/localization/en.json: is of the default language, whose texts are those of the terms in "
+            "project.json: it is passed over\n-- 0");
+    EXPECT_TRUE(json({"status", "small"}, 0)["failures"].Empty());
+}
+
 TEST_F(LocalizeProgram, AProjectOfTheWrongTypesSaysSoAndEndsWithOne) {
     desk.write("small/project.json", R"({"languages": {"en": {}}, "localization": {"terms": []}})");
     fs::remove_all(desk / "small/localization");

@@ -112,6 +112,27 @@ TEST_F(ProjectStorageTest, TranslationsMakeTheirPlaceInTheDocument) {
     EXPECT_STREQ(document["localization"]["translations"]["de"]["a"]["text"].GetString(), "Hallo");
 }
 
+TEST_F(ProjectStorageTest, TextsOfTheDefaultLanguageAmongTheTranslationsAreToldOf) {
+    disk.put("/q/project.json", R"({"languages": {"fr": {}, "en": {"isDefault": true}, "de": {"isDefault": true}}})");
+    disk.put("/q/localization/fr.json", R"({"a": {"text": "A"}})");
+    disk.put("/q/localization/en.json", "{}");
+    ASSERT_TRUE(open("/q"));
+    EXPECT_EQ(warning, "");
+    disk.put("/q/localization/en.json", R"({"a": {"text": "A"}})");
+    const auto before = disk.files();
+    ASSERT_TRUE(open("/q"));
+    EXPECT_EQ(warning,
+        "ProjectStorage::open(): /q/localization/en.json: is of the default language, whose texts are those of the "
+        "terms in project.json: it is passed over\n");
+    for(const char* const languages: {"1", "{}", R"({"en": 1})", R"({"en": {"isDefault": 1}})", R"({"fr": {}})"}) {
+        disk.put("/q/project.json", R"({"languages": )" + std::string{languages} + '}');
+        ASSERT_TRUE(open("/q"));
+        EXPECT_EQ(warning, "") << languages;
+    }
+    disk.put("/q/project.json", before.at("/q/project.json"));
+    EXPECT_EQ(disk.files(), before);
+}
+
 TEST_F(ProjectStorageTest, HiddenFilesAndFilesOfOtherTypesAreLeftAlone) {
     for(const char* const name: {".#de.json", "README.md", "de.json~", "de.json.orig"})
         disk.put(std::string{"/p/localization/"} + name, "x");
