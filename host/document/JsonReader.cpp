@@ -197,21 +197,32 @@ rapidjson::SizeType duplicateMember(const rapidjson::Value& object) {
     return first;
 }
 
-/** Counts member names in the order of the text, up to a duplicate. */
-bool findDuplicate(const rapidjson::Value& value, std::size_t& names) {
+/** Counts member names in the order of the text, up to a duplicate.
+    @return the duplicate, null where there is none */
+const rapidjson::Value* findDuplicate(const rapidjson::Value& value, std::size_t& names) {
     if(value.IsArray()) {
         for(const rapidjson::Value& element: value.GetArray())
-            if(findDuplicate(element, names)) return true;
+            if(const rapidjson::Value* const found = findDuplicate(element, names)) return found;
     } else if(value.IsObject()) {
         const rapidjson::SizeType duplicate = duplicateMember(value);
         rapidjson::SizeType i = 0;
         for(const auto& member: value.GetObject()) {
-            if(i++ == duplicate) return true;
+            if(i++ == duplicate) return &member.name;
             ++names;
-            if(findDuplicate(member.value, names)) return true;
+            if(const rapidjson::Value* const found = findDuplicate(member.value, names)) return found;
         }
     }
-    return false;
+    return nullptr;
+}
+
+/** A name as a message has it, which is to be read by people. */
+std::string shortName(const rapidjson::Value& name) {
+    constexpr std::size_t MaxSize = 100;
+    std::string text{view(name)};
+    if(text.size() <= MaxSize) return text;
+    std::size_t size = MaxSize;
+    while((static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) --size;
+    return text.substr(0, size) + "...";
 }
 
 /** Where the member name stands that @p names others precede, in a text that is valid. */
@@ -290,6 +301,17 @@ JsonError errorAt(const Containers::StringView text, const std::size_t offset, c
 
 JsonError errorOf(const Containers::StringView text, const rapidjson::ParseResult& result) {
     const std::size_t offset = std::min(result.Offset(), text.size());
+    const char closing = result.Code() == rapidjson::kParseErrorObjectMissName ? '}'
+        : result.Code() == rapidjson::kParseErrorValueInvalid                  ? ']'
+                                                                               : '\0';
+    if(offset != text.size() && closing && text[offset] == closing) {
+        // What has to go is the comma, which may stand lines above.
+        std::size_t last = offset;
+        while(last != 0 && isBlank(text[last - 1])) --last;
+        if(last != 0 && text[last - 1] == ',')
+            return errorAt(text, last - 1,
+                closing == '}' ? "a comma stands behind the last member" : "a comma stands behind the last element");
+    }
     return errorAt(text, offset, reasonOf(result.Code(), offset == text.size()));
 }
 
@@ -332,8 +354,11 @@ bool findError(const Containers::StringView bytes, JsonError& error) {
     }
 
     std::size_t names = 0;
-    if(!findDuplicate(parsed, names)) return false;
-    error = errorAt(text, std::size_t(placeOfName(text, names) - text.begin()), "a name stands twice in one object");
+    const rapidjson::Value* const duplicate = findDuplicate(parsed, names);
+    if(!duplicate) return false;
+    const std::string reason = "the name \"" + shortName(*duplicate) + "\" stands twice in one object";
+    error = errorAt(text, std::size_t(placeOfName(text, names) - text.begin()),
+        Containers::StringView{reason.data(), reason.size()});
     return true;
 }
 

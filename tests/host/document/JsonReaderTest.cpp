@@ -94,8 +94,11 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonReaderRefuses,
         Case{"ALineFeedInAText", "\"a\nb\"", "1:3: control character U+000A"},
         Case{"AWord", "[nul]", "1:5: this is no value"}, Case{"NotANumber", "[NaN]", "1:2: this is no value"},
         Case{"Infinity", "[-Infinity]", "1:3: this is no value"}, Case{"AComment", "// x\n{}", "1:1: this is no value"},
-        Case{"ATrailingComma", "[1,]", "1:4: this is no value"},
-        Case{"ATrailingCommaInAnObject", "{\"a\":1,}", "1:8: the name of a member is missing"},
+        Case{"ATrailingComma", "[1,]", "1:3: a comma stands behind the last element"},
+        Case{"ATrailingCommaInAnObject", "{\"a\":1,}", "1:7: a comma stands behind the last member"},
+        Case{"ATrailingCommaLinesAbove", "{\n\"a\":1,\n\n}", "2:6: a comma stands behind the last member"},
+        Case{"ACommaAlone", "{,}", "1:2: the name of a member is missing"},
+        Case{"AnotherBracketBehindAComma", "{\"a\":1,]", "1:8: the name of a member is missing"},
         Case{"AMissingColon", "{\"a\" 1}", "1:6: a colon is missing behind the name of a member"},
         Case{"AMissingComma", "{\"a\":1\n \"b\":2}", "2:2: a comma or a closing brace is missing"},
         Case{"AMissingCommaInAnArray", "[1 2]", "1:4: a comma or a closing bracket is missing"},
@@ -134,10 +137,19 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonReaderRefuses,
         Case{"Utf16OfTheOtherOrder", std::string{"\xfe\xff\0{\0}", 6}, "1:1: this is UTF-16, not UTF-8"},
         Case{"Utf32", std::string{"\xff\xfe\0\0{\0\0\0", 8}, "1:1: this is UTF-32, not UTF-8"},
         Case{"Utf32OfTheOtherOrder", std::string{"\0\0\xfe\xff\0\0\0{", 8}, "1:1: this is UTF-32, not UTF-8"},
-        Case{"ADuplicateName", R"({"a":1,"b":2,"a":3})", "1:14: a name stands twice in one object"},
+        Case{"ADuplicateName", R"({"a":1,"b":2,"a":3})", "1:14: the name \"a\" stands twice in one object"},
         Case{"ADuplicateNameByEscape", "{\"x\": [{\"a\": {\"k\": 1},\n  \"k\": \"\\\"\", \"\\u0061\": 3}]}",
-            "2:14: a name stands twice in one object"}),
+            "2:14: the name \"a\" stands twice in one object"}),
     nameOf);
+
+TEST(JsonReader, ALongNameThatStandsTwiceIsNamedByItsBeginning) {
+    const auto named = [](const std::string& name) { return result("{\"" + name + "\":1,\"" + name + "\":2}"); };
+    const std::string end = "\" stands twice in one object", whole(100, 'n');
+    EXPECT_NE(named(whole).find(": the name \"" + whole + end), std::string::npos);
+    EXPECT_NE(named(whole + 'n').find(": the name \"" + whole + "..." + end), std::string::npos);
+    const std::string almost(99, 'n');
+    EXPECT_NE(named(almost + "\u00e4n").find(": the name \"" + almost + "..." + end), std::string::npos);
+}
 
 TEST(JsonReader, ADuplicateAmongManyNamesIsFoundWhereItStands) {
     for(const std::size_t count: {12, 13, 1000}) {
@@ -145,7 +157,7 @@ TEST(JsonReader, ADuplicateAmongManyNamesIsFoundWhereItStands) {
         for(std::size_t i = 0; i != count; ++i) text += "\n\"" + std::to_string(i * 7919 % 1000) + "\": {\"x\": 0},";
         EXPECT_EQ(result(text + "\n\"z\": 0}").find("1:"), std::string::npos);
         EXPECT_EQ(result(text + "\n\"0\": 0, \"z\": 0, \"z\": 0}"),
-            std::to_string(count + 2) + ":1: a name stands twice in one object");
+            std::to_string(count + 2) + ":1: the name \"0\" stands twice in one object");
     }
 }
 

@@ -310,7 +310,7 @@ TEST_P(RandomCatalogueSets, WithANameThatStandsTwiceChangeNothing) {
         const ImportResult result = exchanging.import("/in");
         EXPECT_EQ(result.refusals,
             std::vector<std::string>{"/in/" + file.path + ':' + std::to_string(line) + ':' + std::to_string(column) +
-                ": a name stands twice in one object"});
+                ": the name \"" + repeated[0] + "\" stands twice in one object"});
         EXPECT_EQ(result.languages, std::set<std::string>{set.defaultCode});
         EXPECT_EQ(exchanging.text(), "{}");
     });
