@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::string_view EditorFolder{".editor"};
 constexpr std::string_view IgnoreFile{".editor/.gitignore"};
+constexpr const char* IgnoreAll = "*\n";
 constexpr std::string_view JournalFile{"journal"};
 constexpr std::string_view NewJournalFile{"journal.new"};
 constexpr std::string_view BackJournalFile{"journal.back"};
@@ -213,9 +214,11 @@ void FileSet::remove(const Containers::StringView path) {
 
 bool FileSet::makeEditorFolder(FileSystem& files, const Containers::StringView folder, FileError& error) {
     Steps steps{files, folder, error};
+    if(!steps.makeFolder(EditorFolder)) return false;
     Containers::String ignored;
-    return steps.makeFolder(EditorFolder) &&
-        (files.readFile(steps.at(IgnoreFile), ignored) != ENOENT || steps.writeThrough(IgnoreFile, "*\n"));
+    const int failure = files.readFile(steps.at(IgnoreFile), ignored);
+    // One that is empty was being made when the program was ended.
+    return (failure ? failure != ENOENT : !ignored.isEmpty()) || steps.writeThrough(IgnoreFile, IgnoreAll);
 }
 
 bool FileSet::stage(FileError& error) {
@@ -224,6 +227,8 @@ bool FileSet::stage(FileError& error) {
     const bool isInFolder = parent.size() != std::string_view{_stage.folder}.size();
     if(parent == EditorFolder && !makeEditorFolder(*_files, _folder, error)) return false;
     if(!steps.makeFolder(_stage.folder)) return false;
+    const std::string ignore = staged(_stage, ".gitignore");
+    if(parent != EditorFolder && !steps.write(ignore, IgnoreAll, {}, ignore)) return false;
 
     Steps::Unsynced unsynced;
     auto& written = unsynced.files;

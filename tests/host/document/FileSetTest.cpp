@@ -78,6 +78,33 @@ TEST(FileSet, TellsVersionControlToIgnoreTheFolderOfTheEditor) {
     Containers::String bytes;
     EXPECT_EQ(disk.readFile("/p/.editor/.gitignore", bytes), 0);
     EXPECT_EQ(bytes, "*\n");
+
+    // One that was cut short says nothing.
+    for(const char* const kept: {"", "*.bak\n"}) {
+        disk.put("/p/.editor/.gitignore", kept);
+        EXPECT_TRUE(FileSet::makeEditorFolder(disk, "/p", error));
+        EXPECT_EQ(disk.readFile("/p/.editor/.gitignore", bytes), 0);
+        EXPECT_EQ(bytes, *kept ? kept : "*\n");
+    }
+}
+
+TEST(FileSet, TellsVersionControlToIgnoreAStageElsewhere) {
+    MemoryFileSystem disk;
+    disk.put("/p/a.json", "old");
+    FileError error;
+    const FileSet::Stage stage{".stage", "later"};
+    FileSet set{disk, "/p", stage};
+    set.write("a.json", "new");
+    // The power goes when all is staged.
+    disk.losePowerAfter(5);
+    EXPECT_THROW(set.commit(error), MemoryFileSystem::PowerLoss);
+    disk.powerOn(MemoryFileSystem::Kept::Everything, 0);
+    Containers::String bytes;
+    EXPECT_EQ(disk.readFile("/p/.stage/.gitignore", bytes), 0);
+    EXPECT_EQ(bytes, "*\n");
+    EXPECT_TRUE(FileSet::recover(disk, "/p", error, stage));
+    EXPECT_EQ(disk.files(), (Files{{"/p/a.json", "old"}}));
+    EXPECT_FALSE(disk.exists("/p/.stage"));
 }
 
 TEST(FileSet, RemovingAFileThatIsNotThereIsDone) {
