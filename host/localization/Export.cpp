@@ -27,6 +27,7 @@ using namespace Containers::Literals;
 namespace {
 
 namespace Path = Corrade::Utility::Path;
+using Corrade::Utility::format;
 
 bool fail(FileError& error, const Containers::StringView path, const Containers::StringView reason) {
     error.path = path;
@@ -47,14 +48,21 @@ bool makeFiles(const Export& request, const Containers::StringView place, const 
 }
 
 /** Ends what an earlier export left undone; one that writes nothing only looks. */
-bool finishEarlier(const Export& request, const Containers::StringView folder, FolderLock& lock, FileError& error) {
-    return request.options.isDryRun
-        ? checkStaged(request.fileSystem, folder, error)
-        : lockExport(request.fileSystem, folder, lock, error) && finishStaged(request.fileSystem, folder, error);
+bool finishEarlier(const Export& request, const Containers::StringView folder, FolderLock& lock,
+    LocalizationReport& report, FileError& error) {
+    if(request.options.isDryRun) return checkStaged(request.fileSystem, folder, error);
+    if(!lockExport(request.fileSystem, folder, lock, error)) return false;
+    Containers::Array<Containers::String> names;
+    const bool isLeft = request.fileSystem.listFolder(Path::join(folder, StageFolder), names) == 0;
+    if(!finishStaged(request.fileSystem, folder, error)) return false;
+    if(isLeft)
+        report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {},
+            "was left by an export that was cut short, and is put in order"_s, StageFolder);
+    return true;
 }
 
 Containers::String reasonOf(const ArchiveRefusal& refusal) {
-    return Corrade::Utility::format("{}: {}, and the archive is not replaced", refusal.entry, refusal.reason);
+    return format("{}: {}, and the archive is not replaced", refusal.entry, refusal.reason);
 }
 
 /** Puts together what an archive is to hold: what is there already keeps its place and, where it is not ours, its bytes.
@@ -87,7 +95,7 @@ bool addFiles(ArchiveReader& archive, std::vector<ExportFile>& files, Containers
 bool Export::toFolder(const Containers::StringView folder, LocalizationReport& report, FileError& error) const {
     const Containers::StringView path = folderName(folder);
     FolderLock lock;
-    if(!finishEarlier(*this, path, lock, error)) return false;
+    if(!finishEarlier(*this, path, lock, report, error)) return false;
     std::vector<ExportFile> files;
     const auto read = [&](const Containers::StringView name, Containers::String& bytes) {
         const Containers::String file = Path::join(path, name);
@@ -115,7 +123,7 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
         target = Path::join(folder, "localization.zip"_s);
 
     FolderLock lock;
-    if(!finishEarlier(*this, Path::path(target), lock, error)) return false;
+    if(!finishEarlier(*this, Path::path(target), lock, report, error)) return false;
     Containers::String existing;
     const int result = fileSystem.readFile(target, existing);
     if(result == EISDIR) return fail(error, target, "is a folder where a file is needed"_s);

@@ -17,7 +17,7 @@ namespace {
 
 namespace Path = Corrade::Utility::Path;
 
-constexpr FileSet::Stage ExportStage{".localization-export", "by the next export"};
+constexpr FileSet::Stage ExportStage{StageFolder, "by the next export"};
 
 /** The folders that an export makes. */
 class MadeFolders {

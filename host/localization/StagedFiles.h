@@ -12,6 +12,9 @@ class FileSystem;
 class FolderLock;
 struct FileError;
 
+/** Where the files of an export are staged, in its folder. */
+constexpr const char* StageFolder = ".localization-export";
+
 /** A file as it is to be. */
 struct StagedFile {
     /** Relative to a folder, with forward slashes, at most one folder deep; ends with ".json" or ".zip". */
@@ -29,7 +32,7 @@ QUORVANE_API Containers::StringView folderName(Containers::StringView path);
 QUORVANE_API bool lockExport(FileSystem& fileSystem, Containers::StringView folder, FolderLock& lock, FileError& error);
 
 /** Puts the files of an export in place, all or none, whatever fails and whenever the power goes: see @ref FileSet , which stages
-    them in the folder `.localization-export`. Folders are made where they are missing.
+    them in the folder @ref StageFolder . Folders are made where they are missing.
     @param folder   absolute, as @ref folderName() gives it
     @param lock     the right to export into the folder; taken here where it is not held yet
     @param error    set on failure; files and folders are then as they were

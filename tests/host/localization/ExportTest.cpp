@@ -105,9 +105,14 @@ TEST(Export, WhatAnEarlierExportLeftHalfDoneIsFinishedBeforeFilesAreCompared) {
     exportTo(project, {"en", "de"}, folder.path);
     folder.write(".localization-export/0.new", "{}\n");
     folder.write(".localization-export/journal", "quorvane-journal 1\ncomplete\nreplace de/translation.json\nend\n");
+    const CapturedOutput output;
     exportTo(project, {"en", "de"}, folder.path);
     EXPECT_EQ(folder.files(),
         (Files{{"en/", ""}, {"en/translation.json", English}, {"de/", ""}, {"de/translation.json", German}}));
+    EXPECT_EQ(output.warning(),
+        "LocalizationTools::exportTerms(): .localization-export: was left by an export that was cut short, and is put "
+        "in "
+        "order\n");
 }
 
 TEST(Export, OrderOfTheExistingFileIsKept) {
