@@ -15,6 +15,7 @@
 #include "ArchiveReader.h"
 #include "ArchiveWriter.h"
 #include "ExportFiles.h"
+#include "LinkTarget.h"
 #include "LocalizationReport.h"
 #include "OtherFiles.h"
 #include "QuorvaneEditor/ProjectFile.h"
@@ -58,6 +59,34 @@ bool finishEarlier(const Export& request, const Containers::StringView folder, F
     if(isLeft)
         report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {},
             "was left by an export that was cut short, and is put in order"_s, StageFolder);
+    return true;
+}
+
+/** Lets files that are links be written where they lead, so that they stay links.
+    @return false where one leads to a place that no export may write to */
+bool followLinks(
+    const Export& request, const Containers::StringView folder, std::vector<ExportFile>& files, FileError& error) {
+    for(ExportFile& file: files) {
+        const Containers::String path = Path::join(folder, file.path);
+        const Containers::StringView parent = Path::path(path);
+        const bool isLink = request.fileSystem.isLink(path);
+        if(!file.isChanged || (!isLink && !request.fileSystem.isLink(parent))) continue;
+        // What is in a folder behind a link may not be there yet.
+        const Containers::String below = linkTargetBelow(folder, isLink ? Containers::StringView{path} : parent);
+        if(below.isEmpty()) {
+            const bool isNowhere = linkTarget(isLink ? Containers::StringView{path} : parent).isEmpty();
+            return fail(error, isLink ? Containers::StringView{path} : parent,
+                isNowhere ? "is a link that leads nowhere"_s : "is a link that leads out of the folder"_s);
+        }
+        const Containers::String target = isLink ? below : Path::join(below, Path::filename(path));
+        const bool isTaken = std::any_of(files.begin(), files.end(),
+            [&](const ExportFile& other) { return &other != &file && other.path == target; });
+        if(isTaken || target.count('/') > 1 || !target.hasSuffix(".json"_s))
+            return fail(error, path,
+                isTaken ? format("is a link to {}, which the export writes itself", target)
+                        : format("is a link to {}, where an export does not write", target));
+        file.path = target;
+    }
     return true;
 }
 
@@ -107,6 +136,7 @@ bool Export::toFolder(const Containers::StringView folder, LocalizationReport& r
     };
     if(!makeFiles(*this, path, read, files, report, error)) return false;
     OtherFiles{project.document(), files}.notice(fileSystem, path, report);
+    if(!followLinks(*this, path, files, error)) return false;
     if(options.isDryRun) return true;
 
     Containers::Array<StagedFile> changed;
@@ -121,6 +151,11 @@ bool Export::toArchive(const Containers::StringView path, LocalizationReport& re
     if(const Containers::StringView folder = folderName(path);
         folder.size() != path.size() || fileSystem.listFolder(path, inFolder) == 0)
         target = Path::join(folder, "localization.zip"_s);
+    if(fileSystem.isLink(target)) {
+        const Containers::String real = linkTarget(target);
+        if(real.isEmpty()) return fail(error, target, "is a link that leads nowhere"_s);
+        target = real;
+    }
 
     FolderLock lock;
     if(!finishEarlier(*this, Path::path(target), lock, report, error)) return false;

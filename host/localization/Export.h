@@ -28,7 +28,8 @@ struct ExportOptions {
     @ref OrderNote ; else in the project's order. A language without any text is an empty object. A file whose bytes would be the same
     is not written; if one cannot be written, none is, nor where one that is there already is no catalogue, as with the marks of a merge
     in it: its texts would be lost. An empty one counts as none. Nothing is deleted; the report tells of what stays there and is none of the
-    project's: see @ref OtherFiles . Into a folder one export at a time writes; another one fails. */
+    project's: see @ref OtherFiles . A file that is a link, or lies behind one, is written where that leads, and fails the export where
+    that is not in the folder. Into a folder one export at a time writes; another one fails. */
 struct QUORVANE_API Export {
     ProjectFile& project;
     FileSystem& fileSystem;

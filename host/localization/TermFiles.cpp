@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <filesystem>
-#include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -17,6 +14,7 @@
 #include "../document/JsonReader.h"
 #include "../document/PrintableText.h"
 #include "ArchiveReader.h"
+#include "LinkTarget.h"
 #include "Parallel.h"
 #include "Progress.h"
 #include "QuorvaneEditor/AllLanguages.h"
@@ -34,16 +32,9 @@ namespace {
 namespace Path = Corrade::Utility::Path;
 using Corrade::Utility::format;
 
-/** Whether a path, with all links followed, lies in a folder. */
+/** Whether a path, with all links followed, lies in a folder. What is not there is said when it is read. */
 bool isInside(const Containers::StringView folder, const Containers::StringView path) {
-    std::error_code error;
-    const std::string base = std::filesystem::canonical(std::string{folder.data(), folder.size()}, error).string();
-    if(error) return true;
-    const std::string real = std::filesystem::canonical(std::string{path.data(), path.size()}, error).string();
-    // What is not there is said when it is read.
-    return error ||
-        (real.compare(0, base.size(), base) == 0 &&
-            (real.size() == base.size() || base.back() == '/' || real[base.size()] == '/'));
+    return linkTarget(folder).isEmpty() || linkTarget(path).isEmpty() || !linkTargetBelow(folder, path).isEmpty();
 }
 
 /** In which a project has its own files of translations. */
