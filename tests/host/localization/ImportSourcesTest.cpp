@@ -133,6 +133,19 @@ TEST(ImportSources, NumbersKeepTheirSpelling) {
     EXPECT_EQ(project.at("/localization/values/en/f"), R"({"number":"2.50"})");
 }
 
+TEST(ImportSources, WholeNumbersBeyond64BitsKeepAllTheirDigits) {
+    TestProject project{"{}"};
+    const std::string file = "{\n  \"a\": [\n    18446744073709551615,\n    18446744073709551616\n  ],\n"
+                             "  \"b\": {\n    \"c\": -9223372036854775808,\n    \"d\": -9223372036854775809\n  }\n}\n";
+    import(project, "en.json", file);
+    EXPECT_EQ(project.at("/localization/values/en"),
+        R"({"a.[0]":18446744073709551615,"a.[1]":{"number":"18446744073709551616"},)"
+        R"("b.c":-9223372036854775808,"b.d":{"number":"-9223372036854775809"}})");
+    TestFolder folder;
+    exportTo(project, {"en"}, folder.path);
+    EXPECT_EQ(folder.read("en/translation.json"), file);
+}
+
 TEST(ImportSources, ValueInThePlaceOfATermLeavesTheTerm) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}}}})"};
     const std::string before = project.at("/localization");
