@@ -48,7 +48,7 @@ Exit codes:
   1  the project's languages or terms are not what they should be
   2  wrong usage
   3  the project cannot be read or not be saved
-With any but 0 the project is as it was.)"},
+With any but 0 the project is as it was, unless only the output cannot be written.)"},
     {BatchCommand::Check, "check", "looks for mistakes in terms and translations",
         R"(Looks for mistakes in terms and translations, and prints a line for each:
   <file>: <term>: <severity>: <what is wrong> [<name of the check>]
@@ -80,7 +80,7 @@ Exit codes:
   1  done, but terms were left out that have no place in the files; each is told
   2  wrong usage
   3  the project cannot be read, or the files not be written
-With 2 and 3 all files are as they were.)"},
+With 2 and 3 all files are as they were, unless only the output cannot be written.)"},
     {BatchCommand::Import, "import", "takes translated files over into the project",
         R"(Takes over the texts of <language>/<namespace>.json or <language>.json in a folder
 or a ZIP archive, and saves the project. The default language's files make terms
@@ -99,12 +99,14 @@ Exit codes:
      project cannot take it: then nothing is done
   2  wrong usage
   3  something cannot be read, or the project not be saved
-With 2 and 3, and where something is refused, the project is as it was.)"},
+With 2 and 3, and where something is refused, the project is as it was, unless
+only the output cannot be written.)"},
 };
 
 const OptionText BatchOptionTexts[]{
     {BatchOption::To, "--to", "FOLDER", "i18n", "Write into this folder, made where it is missing", Export, false},
-    {BatchOption::Zip, "--zip", "FILE", "i18n.zip", "Write into this archive", Export, false},
+    {BatchOption::Zip, "--zip", "FILE", "i18n.zip", "Write into this archive; localization.zip where it is a folder",
+        Export, false},
     {BatchOption::From, "--from", "PATH", "i18n", "Folder or ZIP archive to read", Import, false},
     {BatchOption::Languages, "--languages", "CODES", "de,fr", "Only these, with commas between: de,pt-BR",
         Status | Check | Export | Import, true},

@@ -132,6 +132,15 @@ TEST_F(LocalizeProgram, OutputThatCannotBeWrittenEndsWithThree) {
     EXPECT_EQ(result.exitCode, 3);
 }
 
+TEST_F(LocalizeProgram, WhatIsDoneStaysDoneWhereOnlyTheOutputCannotBeWritten) {
+    desk.write("i18n/de.json", R"({"door": "Pforte"})");
+    const ProgramResult result =
+        runProgram({"/bin/sh", "-c", "\"$0\" import small --from i18n >/dev/full", QUORVANE_LOCALIZE}, desk.path);
+    EXPECT_EQ(result.error, "standard output: cannot be written: No space left on device\n");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(desk.read("small/localization/de.json").find("Pforte"), std::string::npos);
+}
+
 // --- The project ----------------------------------------------------------------------------------------------------
 
 TEST_F(LocalizeProgram, WithoutAProjectSaysSoAndEndsWithThree) {
