@@ -1,6 +1,8 @@
 #include "app/Thumbnails.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include <Corrade/Containers/Optional.h>
 #include <Magnum/Image.h>
@@ -30,10 +32,11 @@ constexpr struct {
     /** Of the name of a thumbnail, in front of the index. */
     const char* prefix;
     Picture (*picture)(const rapidjson::Value& resource);
+    std::size_t maxPictures;
 } Kinds[]{
-    {"images", &EditorData::imageIndices, "", imagePicture},
-    {"materials", &EditorData::materialIndices, "ma", materialPicture},
-    {"meshes", &EditorData::meshIndices, "m", meshPicture},
+    {"images", &EditorData::imageIndices, "", imagePicture, Thumbnails::MaxImages},
+    {"materials", &EditorData::materialIndices, "ma", materialPicture, Thumbnails::MaxMaterials},
+    {"meshes", &EditorData::meshIndices, "m", meshPicture, Thumbnails::MaxMeshes},
 };
 
 constexpr std::size_t KindCount = std::size(Kinds);
@@ -84,7 +87,7 @@ void Thumbnails::update() {
         if(_folder != _session->folder()) {
             _folder = Containers::String{_session->folder()};
             _manager->reset();
-            _pictures = 0;
+            std::fill(std::begin(_pictures), std::end(_pictures), 0);
             for(std::vector<std::uint64_t>& pictured: _pictured) pictured.clear();
         }
         // Goes on where it is: who drags a value all the time must not keep the last ones from their turn.
@@ -116,7 +119,7 @@ bool Thumbnails::refresh(std::size_t kind, const rapidjson::Value& id, const rap
     char name[16];
     std::snprintf(name, sizeof(name), "%s%zu", Kinds[kind].prefix, index);
     const bool isKnown = _manager->hasThumbnail(name);
-    if(!isKnown && _pictures == MaxPictures) return false;
+    if(!isKnown && _pictures[kind] == Kinds[kind].maxPictures) return false;
     Picture picture = Kinds[kind].picture(resource);
     if(!picture && !isKnown) return false;
     // Around a picture stays what was there before.
@@ -124,7 +127,7 @@ bool Thumbnails::refresh(std::size_t kind, const rapidjson::Value& id, const rap
         _manager->setThumbnail(
             name, makePicture({PictureSize, PictureSize}, [](Int, Int) { return Magnum::Vector4{0.0f}; }));
     if(picture) _manager->setThumbnail(name, *picture);
-    _pictures += !isKnown;
+    _pictures[kind] += !isKnown;
     return true;
 }
 

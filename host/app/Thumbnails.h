@@ -24,8 +24,11 @@ public:
     static constexpr std::size_t ChecksPerFrame = 64;
     static constexpr std::size_t PicturesPerFrame = 4;
 
-    /** The rest of the resources has no pictures: this many fill 256 MB of video memory. */
-    static constexpr std::size_t MaxPictures = 4096;
+    /** Of each kind, the rest of the resources has no pictures: together they fill 256 MB of video memory, and no kind takes the
+        place of another. */
+    static constexpr std::size_t MaxImages = 2048;
+    static constexpr std::size_t MaxMaterials = 1024;
+    static constexpr std::size_t MaxMeshes = 1024;
 
     /** @param session  must outlive this object */
     explicit Thumbnails(EditorSession& session);
@@ -49,7 +52,9 @@ private:
 
     /** For each kind of resource, by index, the hash of what was pictured last; 0 where nothing was. */
     std::vector<std::uint64_t> _pictured[3];
-    std::size_t _pictures = 0;
+
+    /** The pictures of each kind. */
+    std::size_t _pictures[3]{};
 
     /** The project that the pictures are of. */
     Containers::String _folder;

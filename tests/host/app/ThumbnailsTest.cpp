@@ -230,16 +230,23 @@ TEST_F(ThumbnailsTest, CollectionsOfAnyTypeAreBorne) {
     }
 }
 
-TEST_F(ThumbnailsTest, BeyondTheLimitThereAreNoPictures) {
+TEST_F(ThumbnailsTest, BeyondTheLimitOfAKindOnlyTheOthersHavePictures) {
     std::string project = R"({"images": {)";
-    for(std::size_t i = 0; i != Thumbnails::MaxPictures + 10; ++i)
+    for(std::size_t i = 0; i != Thumbnails::MaxImages + 10; ++i)
         project += std::string{i ? "," : ""} + "\"" + std::to_string(i) +
             R"(": {"generator": "constant", "size": [1, 1], "colors": [[1, 2, 3]]})";
-    session.replaceDocument(described(project + "}}"));
+    session.replaceDocument(described(project + R"(}, "materials": {"paper": {"baseColor": [0.9, 0.9, 0.8]}},
+        "meshes": {"box": {"primitive": "cube", "halfExtent": [1, 1, 1]}}})"));
     Thumbnails thumbnails{session};
     settle(thumbnails);
-    EXPECT_TRUE(thumbnails.manager().hasThumbnail(std::to_string(Thumbnails::MaxPictures).c_str()));
-    EXPECT_FALSE(thumbnails.manager().hasThumbnail(std::to_string(Thumbnails::MaxPictures + 1).c_str()));
+    EXPECT_TRUE(thumbnails.manager().hasThumbnail(std::to_string(Thumbnails::MaxImages).c_str()));
+    EXPECT_FALSE(thumbnails.manager().hasThumbnail(std::to_string(Thumbnails::MaxImages + 1).c_str()));
+    EXPECT_TRUE(thumbnails.manager().hasThumbnail("ma1"));
+    EXPECT_TRUE(thumbnails.manager().hasThumbnail("m1"));
+}
+
+TEST_F(ThumbnailsTest, AllKindsTogetherFillFourSlices) {
+    EXPECT_EQ(Thumbnails::MaxImages + Thumbnails::MaxMaterials + Thumbnails::MaxMeshes, std::size_t{4 * 1024});
 }
 
 }
