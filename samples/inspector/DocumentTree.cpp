@@ -37,9 +37,6 @@ std::string_view keyOf(const Value& object, const std::size_t index) {
     return textOf(object.MemberBegin()[std::ptrdiff_t(index)].name);
 }
 
-/** A name of no bytes has no place among the scopes of widgets, and one with a zero byte ends there. */
-bool isReachable(const std::string_view key) { return !key.empty() && key.find('\0') == std::string_view::npos; }
-
 /** Members that a row looks at; who has more may have an arrow with nothing behind it. */
 constexpr std::size_t LookAt = 64;
 
@@ -73,6 +70,8 @@ std::vector<std::string> tokensOf(const std::string& path) {
 }
 
 }
+
+bool isReachable(const std::string_view key) { return !key.empty() && key.find('\0') == std::string_view::npos; }
 
 std::string childPath(const std::string& path, const std::string_view key) {
     std::string out = path + "/";

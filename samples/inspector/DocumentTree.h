@@ -80,6 +80,10 @@ private:
     bool _isStale = true;
 };
 
+/** Whether a member can be edited by the widgets of the toolkit: a key of no bytes is no name for them, and one with a zero byte ends
+    there. */
+bool isReachable(std::string_view key);
+
 /** A JSON Pointer to a member or element. */
 std::string childPath(const std::string& path, std::string_view key);
 

@@ -75,10 +75,12 @@ void InspectorView::drawPanes() {
 void InspectorView::keepSelection() {
     ProjectFile& project = editor().project();
     if(_selected.empty()) {
-        const ValueAccess objects = project.root()["objects"];
-        if(!objects.isObject() || !objects.size()) return;
-        _selected = childPath("/objects", std::string{Containers::StringView{*objects.begin()}});
-        _tree.reveal(_selected);
+        for(const std::string id: project.root()["objects"]) {
+            if(!isReachable(id)) continue;
+            _selected = childPath("/objects", id);
+            _tree.reveal(_selected);
+            break;
+        }
     }
     const auto isThere = [&] {
         const rapidjson::Value* const value = project.getValue(_selected, false);

@@ -106,21 +106,17 @@ void ValuePane::drawRow(Ui& ui, const ValueRows::Row& row) {
         drawSection(row);
         return;
     }
-    const auto depth = int(std::count(row.parent.begin(), row.parent.end(), '/'));
-    if(depth) ui.pushScope(row.parent, nullptr);
-    {
-        const IdGuard id{row.token};
-        if(row.widget == Widget::Bits) {
-            // Draws its own label, because its rows begin where that one ends.
-            ui.checkboxBits(row.token, BitCount, {});
-        } else {
-            drawLabel(row);
-            ui.pushFlags(Ui::Flag::NoLabel);
-            drawWidget(ui, row);
-            ui.popFlags();
-        }
+    const Scope scope{&ui, row.parent};
+    const IdGuard id{row.token};
+    if(row.widget == Widget::Bits) {
+        // Draws its own label, because its rows begin where that one ends.
+        ui.checkboxBits(row.token, BitCount, {});
+        return;
     }
-    for(int i = 0; i != depth; ++i) ui.popScope();
+    drawLabel(row);
+    ui.pushFlags(Ui::Flag::NoLabel);
+    drawWidget(ui, row);
+    ui.popFlags();
 }
 
 void ValuePane::drawSection(const ValueRows::Row& row) {

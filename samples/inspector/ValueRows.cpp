@@ -30,9 +30,6 @@ std::string textOf(const Value& value) {
     return value.ObjectEmpty() ? "no members" : counted(value.MemberCount(), "member", "members");
 }
 
-/** A widget has a name, which ends at a zero byte. */
-bool hasWidget(const std::string& key) { return !key.empty() && key.find('\0') == std::string::npos; }
-
 }
 
 bool ValueRows::update(ProjectFile& project, const std::string& selected) {
@@ -68,7 +65,7 @@ void ValueRows::add(
     row.path = childPath(parent, label);
     row.parent = parent;
     row.token = row.path.substr(parent.size() + 1);
-    row.widget = hasWidget(label) ? widgetFor(value, hint) : Widget::None;
+    row.widget = isReachable(label) ? widgetFor(value, hint) : Widget::None;
     row.hint = hint;
     row.depth = depth;
     if(value.IsArray()) row.size = value.Size();

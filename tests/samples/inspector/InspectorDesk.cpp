@@ -51,7 +51,7 @@ ImGuiID rowOf(const std::string& path) {
 
 }
 
-SampleCopy::SampleCopy(): folder{fs::temp_directory_path() / ("quorvane-inspector-" + std::to_string(getpid()))} {
+SampleCopy::SampleCopy(): folder{fs::temp_directory_path() / ("lighthouse-" + std::to_string(getpid()))} {
     fs::remove_all(folder);
     fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", folder, fs::copy_options::recursive);
     fs::remove_all(folder / ".editor");

@@ -153,6 +153,17 @@ TEST_F(InspectorView, AProjectOfWrongTypesIsShownAsItIs) {
     }));
 }
 
+TEST_F(InspectorView, AnObjectThatNoScopeCanBeNamedAfterIsNotSelected) {
+    desk.load(
+        R"({"languages": {"en": {"isDefault": true}}, "objects": {"": {"name": "Nobody"}, "a\u0000b": {}, "c": {"x": 1}}})");
+    EXPECT_TRUE(play([](ImGuiTestContext& user) { user.Yield(2); }));
+    desk.frame.views().restart();
+    EXPECT_TRUE(play([](ImGuiTestContext& user) {
+        IM_CHECK(isDrawn(user, treeRow("/objects/c")));
+        IM_CHECK(isDrawn(user, widget("/objects/c/x")));
+    }));
+}
+
 TEST_F(InspectorView, WhatAFrameReadsDoesNotGrowWithTheProject) {
     const auto draw = [this] { desk.draw(); };
     std::uint64_t reads[2];
