@@ -7,7 +7,7 @@
 #   lib/cmake/QuorvaneEditor/ the package that find_package(QuorvaneEditor) finds
 #   include/quorvane/         the headers that a view is compiled against, a folder for each room
 #   share/quorvane/           what the editor reads when it runs
-#   share/doc/quorvane/       licences
+#   share/doc/Quorvane/       licences, and an example of a view
 #
 # Nothing names the folder that it was built in, so a prefix can be moved.
 
@@ -88,6 +88,7 @@ install(FILES ${QUORVANE_MODULE_DIR}/Localization.conf DESTINATION ${QUORVANE_IN
 
 install(DIRECTORY ${QUORVANE_SHARE_DIR}/ DESTINATION ${QUORVANE_INSTALL_SHARE})
 install(FILES LICENSE THIRD_PARTY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY samples/inspector DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN build EXCLUDE)
 foreach(file ${imgui_dir}/LICENSE.txt ${QUORVANE_BUNDLE_DIR}/external/hello_imgui/hello_imgui/hello_imgui_assets/fonts/LICENSE-FontAwesome.txt)
     if(EXISTS ${file})
         get_filename_component(name ${file} NAME)
