@@ -14,6 +14,7 @@
 #include "QuorvaneEditor/JobSystem.h"
 #include "Utils/Dialogs.h"
 #include "app/CommandLine.h"
+#include "app/DesktopOpener.h"
 #include "app/DesktopWindow.h"
 #include "app/EditorFrame.h"
 #include "app/Fonts.h"
@@ -119,6 +120,7 @@ public:
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
         Fonts::load(sharedFile("icons.otf"));
+        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs")});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 

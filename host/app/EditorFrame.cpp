@@ -87,6 +87,7 @@ void EditorFrame::execute(Command command) {
     switch(command) {
     case Command::None: return;
     case Command::OpenProject: return chooseProject();
+    case Command::ShowProject: return _desktop.showFolder(_session->folder());
     case Command::Save: save(); return;
     case Command::PreviewImport: return _exchange.askForImport();
     case Command::CheckTerms: return _exchange.askForCheck();
@@ -97,6 +98,7 @@ void EditorFrame::execute(Command command) {
     case Command::Undo: return _session->undo();
     case Command::Redo: return _session->redo();
     case Command::ResetLayout: return _layout.reset();
+    case Command::OpenDocumentation: return _desktop.open(_desktop.documentation);
     case Command::About: return _questions.showAbout();
     case Command::ReloadModules:
         _jobs->waitForAll();
@@ -140,18 +142,28 @@ void EditorFrame::saveLayout() {
     if(hasProject()) _layout.save();
 }
 
-void EditorFrame::draw() {
-    const bool hasProject = this->hasProject();
-    const bool unsaved = hasProject && _session->hasUnsavedChanges();
+MainMenu::Available EditorFrame::available() const {
+    const bool isOpen = hasProject();
     const ChangeManager& changes = _session->changes();
-    const bool settled = !changes.isGroupOpen();
-    _command = MainMenu::draw(_session->state(),
-        {unsaved, hasProject, hasProject, hasProject, settled && changes.canUndo(), settled && changes.canRedo()});
-    if(StatusBar::draw(_session->folder(), unsaved, *_log)) {
+    const bool isSettled = !changes.isGroupOpen();
+    MainMenu::Available available;
+    available.showProject = isOpen && _desktop.showFolder;
+    available.save = isOpen && _session->hasUnsavedChanges();
+    available.previewImport = available.checkTerms = available.resetLayout = isOpen;
+    available.undo = isSettled && changes.canUndo();
+    available.redo = isSettled && changes.canRedo();
+    available.openDocumentation = _desktop.open && !_desktop.documentation.isEmpty();
+    return available;
+}
+
+void EditorFrame::draw() {
+    const MainMenu::Available available = this->available();
+    _command = MainMenu::draw(_session->state(), available);
+    if(StatusBar::draw(_session->folder(), available.save, *_log)) {
         bool& open = _session->state().isViewOpen(_messagesView);
         open = !open;
     }
-    if(hasProject) {
+    if(hasProject()) {
         _layout.draw();
         _views.draw();
         if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 
@@ -29,6 +31,18 @@ public:
     /** Lets the user choose a folder or a file; empty when nothing was chosen. */
     using PathDialog = TermExchange::PathDialog;
 
+    /** What surrounds the editor on the desktop. What is missing, the menu offers in grey. */
+    struct Desktop {
+        /** Shows a folder in the desktop's file browser. */
+        void (*showFolder)(Containers::StringView path) = nullptr;
+
+        /** Opens a file or folder with the program that the user has for it. */
+        void (*open)(Containers::StringView path) = nullptr;
+
+        /** What there is to read about the editor. */
+        Containers::String documentation;
+    };
+
     /** @param session          must outlive this object, as must the others
         @param conditions       not copied
         @param folderDialog     for a project, or a folder of terms
@@ -43,6 +57,8 @@ public:
 
     EditorFrame(const EditorFrame&) = delete;
     EditorFrame& operator=(const EditorFrame&) = delete;
+
+    void setDesktop(Desktop desktop) { _desktop = std::move(desktop); }
 
     /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
         before, and the reason is shown. What is wrong with a project that can be worked with all the same is printed as
@@ -77,6 +93,7 @@ private:
     bool save();
     void saveLayout();
     bool hasProject() const;
+    MainMenu::Available available() const;
 
     EditorSession* _session;
     JobSystem* _jobs;
@@ -89,6 +106,7 @@ private:
     ViewSet _views;
     TermExchange _exchange;
     Questions _questions;
+    Desktop _desktop;
     Command _command = Command::None;
     Answer _answer = Answer::None;
 

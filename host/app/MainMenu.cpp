@@ -32,6 +32,7 @@ struct Entry {
 constexpr Entry Entries[]{
     {"File", ICON_FA_FOLDER_OPEN, "Open project...", "Ctrl+O", ImGuiMod_Ctrl | ImGuiKey_O, 0, nullptr,
         Command::OpenProject, false},
+    {"File", ICON_FA_FOLDER_TREE, "Show project folder", "", 0, 0, &Available::showProject, Command::ShowProject, true},
     {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
         true, true},
     {"File", ICON_FA_FILE_IMPORT, "Preview import...", "", 0, 0, &Available::previewImport, Command::PreviewImport,
@@ -46,6 +47,8 @@ constexpr Entry Entries[]{
     {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
     {"View", ICON_FA_TABLE_COLUMNS, "Reset layout", "", 0, 0, &Available::resetLayout, Command::ResetLayout, false},
     {"View", ICON_FA_ARROWS_ROTATE, "Reload modules", "", 0, 0, nullptr, Command::ReloadModules, false},
+    {"Help", ICON_FA_BOOK, "Open documentation", "", 0, 0, &Available::openDocumentation, Command::OpenDocumentation,
+        false},
     {"Help", ICON_FA_CIRCLE_INFO, "About", "", 0, 0, nullptr, Command::About, false},
 };
 

@@ -10,6 +10,7 @@ namespace QuorvaneEngine {
 enum class Command : std::uint8_t {
     None,
     OpenProject,
+    ShowProject,
     Save,
     PreviewImport,
     CheckTerms,
@@ -18,6 +19,7 @@ enum class Command : std::uint8_t {
     Redo,
     ResetLayout,
     ReloadModules,
+    OpenDocumentation,
     About
 };
 
@@ -25,12 +27,14 @@ namespace MainMenu {
 
 /** Which commands make sense now. */
 struct Available {
+    bool showProject = false;
     bool save = false;
     bool previewImport = false;
     bool checkTerms = false;
     bool resetLayout = false;
     bool undo = false;
     bool redo = false;
+    bool openDocumentation = false;
 };
 
 /** Draws the menu bar of the main window, and listens to the keys of its commands, which a text input that is being edited keeps

@@ -1,10 +1,7 @@
 #include "app/ProjectLayout.h"
 
-#include <filesystem>
-#include <string>
-#include <system_error>
+#include <cerrno>
 
-#include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
@@ -15,6 +12,7 @@
 #include "QuorvaneEditor/QuorvaneEditor.h"
 #include "UiState.h"
 #include "app/LayoutFile.h"
+#include "document/FileSystem.h"
 
 namespace QuorvaneEngine {
 
@@ -23,23 +21,23 @@ namespace {
 namespace Path = Corrade::Utility::Path;
 
 /** Bytes; the largest layouts have a few thousand. */
-constexpr std::uintmax_t LargestFile = 1024 * 1024;
+constexpr std::size_t LargestFile = 1024 * 1024;
 
-/** Empty for a file that can be loaded. */
-Containers::String problemOf(const Containers::String& file) {
-    std::error_code error;
-    const std::filesystem::path path{file.data()};
-    // Anything else might never come to its end.
-    if(!std::filesystem::is_regular_file(path, error)) return "is no file";
-    if(std::filesystem::file_size(path, error) > LargestFile) return "is too large";
-    const Containers::Optional<Containers::String> text = Path::readString(file);
-    return text ? layoutProblem(*text, DockLayout::space()) : Containers::String{"cannot be read"};
+Containers::String problemOf(int error) {
+    switch(error) {
+    case EISDIR:
+    case EINVAL: return "is no file";
+    case EFBIG: return "is too large";
+    default: return "cannot be read";
+    }
 }
 
 /** Whether the file was looked at and found well. */
 bool canBeLoaded(const Containers::String& file) {
-    if(!Path::exists(file)) return false;
-    const Containers::String problem = problemOf(file);
+    Containers::String text;
+    const int error = FileSystem::disk().readFile(file, text, LargestFile);
+    if(error == ENOENT) return false;
+    const Containers::String problem = error ? problemOf(error) : layoutProblem(text, DockLayout::space());
     if(problem.isEmpty()) return true;
     // A number is that of a line, and stands at the path as compilers write it.
     const char* const separator = problem[0] >= '0' && problem[0] <= '9' ? ":" : ": ";
