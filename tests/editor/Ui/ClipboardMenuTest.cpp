@@ -1,0 +1,222 @@
+#include <cstdint>
+
+#include <gtest/gtest.h>
+#include <imgui.h>
+
+#include "ClipboardUi.h"
+#include "Ui/Scope.h"
+#include "support/Allocations.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+using Test::Allocations;
+using Test::GuiTest;
+using Test::toText;
+using Test::UiClipboard;
+
+class UiClipboardItem: public UiClipboard {
+protected:
+    /** Draws two values, the second of which has a text input. */
+    bool use(const GuiTest::Script& script) {
+        return run(
+            [this] {
+                {
+                    const Scope scope{&ui, "three"};
+                    ImGui::Button("value");
+                    ui.valueContextMenu();
+                }
+                {
+                    const Scope scope{&ui, "text"};
+                    ImGui::InputText("value", typed, sizeof(typed));
+                    ui.valueContextMenu();
+                }
+                isTooltipShown = false;
+                for(const ImGuiWindow* window: ImGui::GetCurrentContext()->Windows)
+                    isTooltipShown |= (window->Flags & ImGuiWindowFlags_Tooltip) && window->Active;
+            },
+            script);
+    }
+
+    char typed[32] = "typed";
+    bool isTooltipShown = false;
+};
+
+TEST_F(UiClipboardItem, TheRightButtonOpensAMenuThatCopies) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("old");
+        user.ItemClick("//Window/three/value", ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\x85 Copy");
+        user.Yield();
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+        IM_CHECK(!isTooltipShown);
+    }));
+    EXPECT_EQ(recorded(), 0);
+}
+
+TEST_F(UiClipboardItem, TheMenuPastes) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("[4,5,6]");
+        user.ItemClick("//Window/three/value", ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\xaa Paste");
+    }));
+    EXPECT_EQ(value("/three"), "[4,5,6]");
+    EXPECT_EQ(recorded(), 1);
+    expectUndoAndRedo();
+}
+
+TEST_F(UiClipboardItem, EachValueHasAMenuOfItsOwn) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.ItemClick("//Window/text/value", ImGuiMouseButton_Right);
+        user.ItemClick("//$FOCUSED/\xef\x83\x85 Copy");
+        user.Yield();
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "\"some text\"");
+    }));
+}
+
+TEST_F(UiClipboardItem, CommandAndCCopiesWhatIsUnderTheMouse) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.WindowFocus("//Window");
+        user.MouseMove("//Window/three/value");
+        user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+        user.MouseMove("//Window/text/value");
+        user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "\"some text\"");
+    }));
+    EXPECT_EQ(recorded(), 0);
+}
+
+TEST_F(UiClipboardItem, CommandAndVPastes) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("[4,5,6]");
+        user.WindowFocus("//Window");
+        user.MouseMove("//Window/three/value");
+        user.KeyPress(ImGuiMod_Super | ImGuiKey_V);
+    }));
+    EXPECT_EQ(value("/three"), "[4,5,6]");
+    EXPECT_EQ(recorded(), 1);
+}
+
+TEST_F(UiClipboardItem, CopyingComesBeforePastingInOneFrame) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("[4,5,6]");
+        user.WindowFocus("//Window");
+        user.MouseMove("//Window/three/value");
+        // No keyboard sends two keys at once.
+        ImGui::GetIO().ConfigInputTrickleEventQueue = false;
+        user.KeyDown(ImGuiMod_Super);
+        user.KeyDown(ImGuiKey_C);
+        user.KeyDown(ImGuiKey_V);
+        user.KeyUp(ImGuiKey_C);
+        user.KeyUp(ImGuiKey_V);
+        user.KeyUp(ImGuiMod_Super);
+    }));
+    EXPECT_EQ(recorded(), 1);
+    EXPECT_EQ(toText(project), loaded);
+}
+
+TEST_F(UiClipboardItem, TheTooltipIsShownWhileTheKeyRepeats) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.WindowFocus("//Window");
+        user.MouseMove("//Window/three/value");
+        user.Yield(2);
+        IM_CHECK(!isTooltipShown);
+        user.KeyDown(ImGuiMod_Super);
+        user.KeyDown(ImGuiKey_C);
+        int shown = 0;
+        ImGui::SetClipboardText("old");
+        for(int i = 0; i != 120; ++i) {
+            user.Yield();
+            shown += isTooltipShown;
+        }
+        // The first press was before; these are repetitions.
+        IM_CHECK_GT(shown, 10);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+        user.KeyUp(ImGuiKey_C);
+        user.KeyUp(ImGuiMod_Super);
+        user.Yield(2);
+        IM_CHECK(!isTooltipShown);
+    }));
+}
+
+TEST_F(UiClipboardItem, KeysElsewhereDoNothing) {
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("old");
+        user.WindowFocus("//Window");
+        user.MouseMoveToVoid();
+        user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+        user.MouseMove("//Window/three/value");
+        // Without the modifier, and with another one.
+        user.KeyPress(ImGuiKey_C);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "old");
+    }));
+}
+
+TEST_F(UiClipboardItem, AWindowWithoutFocusHasNoKeys) {
+    EXPECT_TRUE(gui.run(
+        "unfocused",
+        [&] {
+            draw([this] {
+                const Scope scope{&ui, "three"};
+                ImGui::Button("value");
+                ui.valueContextMenu();
+            });
+            ImGui::SetNextWindowPos({700.0f, 20.0f});
+            const WindowGuard other{ImGui::Begin("Other")};
+            ImGui::Button("button");
+        },
+        [](ImGuiTestContext& user) {
+            ImGui::SetClipboardText("old");
+            user.WindowFocus("//Other");
+            user.MouseMove("//Window/three/value", ImGuiTestOpFlags_NoFocusWindow);
+            user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+            IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "old");
+            user.WindowFocus("//Window");
+            user.MouseMove("//Window/three/value");
+            user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+            IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+        }));
+}
+
+TEST_F(UiClipboardItem, AFieldThatIsTypedInKeepsTheKeysForItsText) {
+    // On macOS the command modifier is that of the library's own shortcuts, which calls it Ctrl.
+    ImGui::GetIO().ConfigMacOSXBehaviors = true;
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.ItemClick("//Window/text/value");
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_A);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "typed");
+        ImGui::SetClipboardText("pasted");
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_V);
+        IM_CHECK_STR_EQ(typed, "pasted");
+        user.KeyPress(ImGuiKey_Escape);
+        // What is not typed in copies its value.
+        user.MouseMove("//Window/three/value");
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+    }));
+    EXPECT_EQ(recorded(), 0);
+}
+
+TEST_F(UiClipboardItem, AnIdleFrameAllocatesNothing) {
+    const auto item = [this] {
+        const Scope scope{&ui, "three"};
+        ImGui::Button("value");
+        ui.valueContextMenu();
+    };
+    frames(item, 5);
+    std::uint64_t count = 1;
+    frames(
+        [&] {
+            const Allocations allocations;
+            item();
+            count = allocations.count();
+        },
+        1);
+    EXPECT_EQ(count, 0u);
+}
+
+}
+}
