@@ -1,35 +1,23 @@
+#include <cstdint>
+#include <cstring>
+#include <functional>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
 #include "QuorvaneEditor/AbstractResourceManager.h"
-#include "editor/Ui/Picker.h"
-#include "support/Abort.h"
+#include "ResourcesUi.h"
 #include "support/Allocations.h"
-#include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using Containers::StringView;
 using Test::Allocations;
-using Test::CapturedOutput;
-using Test::Picker;
 using Test::SomeTextures;
-using Test::toText;
-
-const std::string Sign = "\xef\x81\xb1";
-const char* const PickButton = "//Window/value/\xef\x87\xbb";
-
-std::string withValue(const std::string& value) {
-    std::string json = SomeTextures;
-    return json.replace(json.find("null"), 4, value);
-}
-
-class UiResources: public testing::Test, protected Picker {};
+using Test::UiResources;
 
 // What is shown
 
@@ -246,184 +234,6 @@ TEST_F(UiResources, AnIdleFrameAllocatesNothing) {
         });
         EXPECT_EQ(count, 0u);
     }
-}
-
-// Objects
-
-class UiObjectResources: public UiResources {
-protected:
-    void SetUp() override {
-        open(R"({"value":"o1","objects":{"o1":{"name":"Door"}}})");
-        type = "objects";
-    }
-
-    std::vector<std::string> picked;
-};
-
-TEST_F(UiObjectResources, AButtonFollowsTheField) {
-    data.pickObject = [](StringView, bool) {};
-    for(const float scale: {1.0f, 2.0f}) {
-        ImGui::GetStyle().FontScaleMain = scale;
-        EXPECT_TRUE(run([&](ImGuiTestContext& user) {
-            const ImRect field = user.ItemInfo(Field).RectFull;
-            const ImRect button = user.ItemInfo(PickButton).RectFull;
-            IM_CHECK_LE(ImAbs(button.Min.x - field.Max.x - ImGui::GetStyle().ItemSpacing.x), 1.0f);
-            IM_CHECK_LE(ImAbs(button.Max.x + scale - regionStart.x - regionWidth), 1.0f);
-            IM_CHECK_GE(button.Min.y, field.Min.y - 1.0f);
-            IM_CHECK_LE(button.Max.y, field.Max.y + 1.0f);
-        }));
-    }
-}
-
-TEST_F(UiObjectResources, TheHostIsAskedForAnObjectWithThePathOfTheValue) {
-    data.pickObject = [this](StringView path, bool named) {
-        picked.push_back(std::string{path.data(), path.size()} + (named ? " by name" : " by ID"));
-    };
-    for(const bool named: {false, true}) {
-        byName = named;
-        EXPECT_TRUE(run([](ImGuiTestContext& user) { user.ItemClick(PickButton); }));
-    }
-    EXPECT_EQ(picked, (std::vector<std::string>{"/value by ID", "/value by name"}));
-    EXPECT_EQ(recorded(), 0);
-}
-
-TEST_F(UiObjectResources, WhatTheHostSetsAtOnceIsAChangeOfThisFrame) {
-    data.pickObject = [this](StringView path, bool) { changes.pushChange(path, StringView{"o2"}, false); };
-    EXPECT_TRUE(run([](ImGuiTestContext& user) { user.ItemClick(PickButton); }));
-    EXPECT_EQ(pushes, 1);
-    EXPECT_EQ(value(), R"("o2")");
-}
-
-TEST_F(UiObjectResources, WithoutAHostToPickThemTheButtonIsDisabled) {
-    for(EditorData* const known: {&data, static_cast<EditorData*>(nullptr)}) {
-        ui.editorData = known;
-        EXPECT_TRUE(run([](ImGuiTestContext& user) {
-            IM_CHECK(user.ItemInfo(PickButton).ItemFlags & ImGuiItemFlags_Disabled);
-            user.MouseMove(Field);
-            user.MouseMoveToPos(user.ItemInfo(PickButton).RectFull.GetCenter());
-            user.MouseClick();
-            user.Yield(2);
-        }));
-    }
-    EXPECT_EQ(pushes, 0);
-}
-
-TEST_F(UiObjectResources, OthersHaveNoButton) {
-    open(SomeTextures);
-    type = "textures";
-    EXPECT_TRUE(run([](ImGuiTestContext& user) { IM_CHECK(!user.ItemExists(PickButton)); }));
-}
-
-// Dropping
-
-class UiResourceDrop: public UiResources {
-protected:
-    bool drop() {
-        return run([](ImGuiTestContext& user) {
-            user.ItemDragAndDrop("//Window/source", Field);
-            user.Yield(2);
-        });
-    }
-};
-
-TEST_F(UiResourceDrop, ATextureSetsTheValueOfATexturePicker) {
-    open(SomeTextures);
-    const std::string before = toText(project);
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("t1")");
-    EXPECT_EQ(pushes, 1);
-    ASSERT_EQ(recorded(), 1);
-    const std::string after = toText(project);
-    changes.undoLast();
-    EXPECT_EQ(toText(project), before);
-    changes.redoLastUndo();
-    EXPECT_EQ(toText(project), after);
-}
-
-TEST_F(UiResourceDrop, AMaterialIsNotTaken) {
-    open(SomeTextures);
-    draggedType = "materials";
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), "null");
-    EXPECT_EQ(recorded(), 0);
-}
-
-TEST_F(UiResourceDrop, TheNameIsSetWhereTheValueIsOne) {
-    open(SomeTextures);
-    byName = true;
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("Rock")");
-}
-
-TEST_F(UiResourceDrop, TwoDropsAreTwoChanges) {
-    open(SomeTextures);
-    EXPECT_TRUE(drop());
-    draggedId = "t5";
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(recorded(), 2);
-    changes.undoLast();
-    EXPECT_EQ(value(), R"("t1")");
-}
-
-TEST_F(UiResourceDrop, AnUnknownIdIsSetAndHasASign) {
-    open(SomeTextures);
-    draggedId = "something else";
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("something else")");
-    EXPECT_TRUE(shows(Sign));
-}
-
-TEST_F(UiResourceDrop, WhatHasNoNameDoesNotSetAValueThatIsOne) {
-    byName = true;
-    for(const char* const id: {"nobody", "a", "b", "c", ""}) {
-        open(R"({"value":"Rock","textures":{"a":{},"b":7,"c":{"name":""},"":{}}})");
-        draggedId = id;
-        EXPECT_TRUE(drop());
-        EXPECT_EQ(value(), R"("Rock")") << id;
-        EXPECT_EQ(recorded(), 0);
-    }
-}
-
-TEST_F(UiResourceDrop, AnEmptyPayloadIsAnEmptyId) {
-    open(SomeTextures);
-    draggedId = "";
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("")");
-    EXPECT_TRUE(shows(Sign));
-}
-
-TEST_F(UiResourceDrop, AnIdOfAnyBytesIsSetAsItIs) {
-    open(SomeTextures);
-    draggedId = std::string{"a/b~##%s\0x", 10};
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("a/b~##%s\u0000x")");
-}
-
-TEST_F(UiResourceDrop, TheFilterHoldsNothingBack) {
-    open(SomeTextures);
-    filter = [](ValueAccess&) { return false; };
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("t1")");
-}
-
-TEST_F(UiResourceDrop, AMissingValueIsCreated) {
-    open(R"({"textures":{"t1":{"name":"Rock"}}})");
-    EXPECT_TRUE(drop());
-    EXPECT_EQ(value(), R"("t1")");
-    changes.undoLast();
-    EXPECT_EQ(value(), "missing");
-}
-
-/** With a GUI of its own, whose user acts on a thread that a copy of the process would not have. */
-void dropOnUnknownType() {
-    Picker picker;
-    picker.open(SomeTextures);
-    picker.type = "sounds";
-    picker.run([](ImGuiTestContext& user) { user.ItemDragAndDrop("//Window/source", Picker::Field); });
-}
-
-TEST(UiResourceType, OneThatCannotBeDraggedIsABrokenPreconditionOfADrop) {
-    QUORVANE_EXPECT_ABORT(dropOnUnknownType(), "Ui::acceptDragDropResources(): resource type sounds unsupported.");
 }
 
 // Copy and paste
