@@ -1,6 +1,6 @@
 #include "InspectorView.h"
 
-#include <string_view>
+#include <utility>
 
 #include <Corrade/Containers/StaticArray.h>
 #include <Corrade/Containers/StringStl.h>
@@ -60,15 +60,20 @@ void InspectorView::drawPanes() {
     keepSelection();
     const ImVec2 space = ImGui::GetContentRegionAvail();
     const bool isWide = space.x >= Ui::scaled(WideWidth);
+    // A text that is being typed is accepted in the frame in which something else is clicked: it has to be drawn once more.
+    std::string clicked = _selected;
     {
         const ImVec2 size = isWide ? ImVec2{space.x * TreeShare, 0.0f} : ImVec2{0.0f, space.y * TreeShare};
         const ChildGuard pane{ImGui::BeginChild(
             isWide ? "##left" : "##top", size, isWide ? ImGuiChildFlags_ResizeX : ImGuiChildFlags_ResizeY)};
-        if(pane) _tree.draw(editor().project(), _selected);
+        if(pane) _tree.draw(editor().project(), clicked);
     }
     if(isWide) ImGui::SameLine(0.0f, ImGui::GetStyle().ItemSpacing.x * 2.0f);
-    const ChildGuard pane{ImGui::BeginChild("##values")};
-    if(pane) drawValues();
+    {
+        const ChildGuard pane{ImGui::BeginChild("##values")};
+        if(pane) drawValues();
+    }
+    _selected = std::move(clicked);
 }
 
 /* What is selected may have gone, by an undo for instance: then it is what it was in. */

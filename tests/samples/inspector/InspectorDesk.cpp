@@ -20,26 +20,9 @@ namespace {
 
 Containers::String noDialog(Containers::StringView, Containers::StringView) { return {}; }
 
-/** What stands on the ID stack above the items of a value's widget, in the region of the values. */
-ImGuiID scopeOf(const std::string& path) {
-    const ImGuiWindow* const rows = region("##rows");
-    if(!rows) return 0;
-    ImGuiID id = rows->ID;
-    std::string part;
-    for(std::size_t at = 0; at < path.size();) {
-        const std::size_t end = std::min(path.find('/', at + 1), path.size());
-        part = path.substr(at + 1, end - at - 1);
-        id = ImHashStr(part.c_str(), 0, id);
-        at = end;
-    }
-    // Each row has its own name there, too.
-    return ImHashStr(part.c_str(), 0, id);
-}
-
-/** The same without the widget's own scope. */
+/** What stands on the ID stack in a row of the region of the values. */
 ImGuiID rowOf(const std::string& path) {
-    const std::string parent = path.substr(0, path.rfind('/'));
-    ImGuiWindow* const rows = region("##rows");
+    const ImGuiWindow* const rows = region("##rows");
     ImGuiID id = rows ? rows->ID : 0;
     for(std::size_t at = 0; at < path.size();) {
         const std::size_t end = std::min(path.find('/', at + 1), path.size());
@@ -90,6 +73,11 @@ ImGuiWindow* region(const char* const name) {
 unsigned treeRow(const std::string& path) {
     ImGuiWindow* const tree = region("##tree");
     return tree ? ImHashStr(("##" + path).c_str(), 0, tree->ID) : 0;
+}
+
+unsigned scopeOf(const std::string& path) {
+    // The row and the widget in it have the same name.
+    return ImHashStr(path.substr(path.rfind('/') + 1).c_str(), 0, rowOf(path));
 }
 
 unsigned widget(const std::string& path, const char* const item) { return ImHashStr(item, 0, scopeOf(path)); }

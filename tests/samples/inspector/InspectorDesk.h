@@ -54,6 +54,9 @@ ImGuiWindow* region(const char* name);
 /** A row of the tree, by the path of its value. */
 unsigned treeRow(const std::string& path);
 
+/** What the items of a value's widget lie in, on the ID stack. */
+unsigned scopeOf(const std::string& path);
+
 /** An item of the widget of a value. */
 unsigned widget(const std::string& path, const char* item = "##val");
 

@@ -62,6 +62,11 @@ protected:
         return ImHashStr("", 0, ImHashData(&index, sizeof(index), widget(path)));
     }
 
+    /** What the box of a bit lies in. */
+    static ImGuiID widgetBit(const std::string& path, const int bit) {
+        return ImHashData(&bit, sizeof(bit), scopeOf(path));
+    }
+
     /** The input of a component of a colour. */
     static ImGuiID colorComponent(const std::string& path, const char* const name) {
         return ImHashStr(name, 0, widget(path));
@@ -98,6 +103,56 @@ TEST_F(InspectorEdits, AColorIsTyped) {
 TEST_F(InspectorEdits, ATextIsTyped) {
     edit("/objects/lantern", R"("title":"Brass Lantern")", R"("title":"Tin Lantern")",
         [](ImGuiTestContext& user) { type(user, widget("/objects/lantern/title"), "Tin Lantern"); });
+}
+
+TEST_F(InspectorEdits, ALongTextIsTypedInSeveralLines) {
+    edit("/objects/lantern", R"("description":"Warm to the touch, even when it has been out for hours.")",
+        R"("description":"Cold.\nDark.")", [](ImGuiTestContext& user) {
+            const ImGuiWindow* const lines = around("/objects/lantern/description", "##lines");
+            IM_CHECK(lines != nullptr);
+            user.MouseMoveToPos({lines->Pos.x + 20.0f, lines->Pos.y + 12.0f});
+            user.MouseClick();
+            user.KeyCharsReplace("Cold.");
+            user.KeyPress(ImGuiKey_Enter);
+            user.KeyChars("Dark.");
+            user.ItemClick(treeRow("/objects/rope"));
+        });
+}
+
+TEST_F(InspectorEdits, AValueOfAnUnfoldedSectionIsTyped) {
+    edit("/objects/keeper", R"("noText":"I cannot do this alone.")", R"("noText":"No.")", [](ImGuiTestContext& user) {
+        user.ScrollToBottom(region("##rows")->ID);
+        user.Yield(2);
+        user.ItemClick(ImHashStr("##/objects/keeper/answers", 0, region("##rows")->ID));
+        user.Yield(2);
+        user.ScrollToBottom(region("##rows")->ID);
+        user.Yield(2);
+        type(user, widget("/objects/keeper/answers/noText"), "No.");
+    });
+}
+
+TEST_F(InspectorEdits, AFlagIsFlippedByItsName) {
+    desk.load(R"({"languages": {"en": {"isDefault": true}}, "objects": {}, "pipelines": {"p": {"colorMask": 15}}})");
+    const auto find = [](ImGuiTestContext& user) {
+        user.Yield(3);
+        user.SetRef("Inspector");
+        user.ItemDoubleClick(treeRow("/pipelines"));
+        user.Yield(2);
+    };
+    gui.run(
+        "unfold", [this] { desk.draw(); }, find);
+    edit("/pipelines/p", R"("colorMask":15)", R"("colorMask":11)", [](ImGuiTestContext& user) {
+        const int blue = 2;
+        user.ItemClick(ImHashStr("Blue", 0, widgetBit("/pipelines/p/colorMask", blue)));
+    });
+}
+
+TEST_F(InspectorEdits, WhoGoesOnWithAnotherObjectKeepsWhatHeTyped) {
+    edit("/objects/lantern", R"("title":"Brass Lantern")", R"("title":"Tin Lantern")", [](ImGuiTestContext& user) {
+        user.ItemInput(widget("/objects/lantern/title"));
+        user.KeyCharsReplace("Tin Lantern");
+        user.ItemClick(treeRow("/objects/rope"));
+    });
 }
 
 TEST_F(InspectorEdits, ABoxIsTicked) {
