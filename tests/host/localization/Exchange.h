@@ -11,6 +11,7 @@
 #include "QuorvaneEditor/LocalizationTools.h"
 #include "TestFolder.h"
 #include "TestProject.h"
+#include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine {
 
@@ -40,6 +41,18 @@ inline std::string importFrom(
     std::string list;
     for(const UnsignedInt language: languages) list += (list.empty() ? "" : " ") + copied(AllLanguages[language].code);
     return list;
+}
+
+/** What every warning of an import begins with. */
+inline const std::string ImportPrefix = "LocalizationTools::importTerms(): ";
+
+/** What an import of one file says into a project of which English is the default language. */
+inline std::string importFile(TestProject& project, const std::string& file, const std::string& json) {
+    const TestFolder folder;
+    folder.write(file, json);
+    const Test::CapturedOutput output;
+    importFrom(project, {"en"}, folder.path);
+    return output.warning();
 }
 
 }

@@ -7,42 +7,27 @@ namespace QuorvaneEngine {
 
 using Test::CapturedOutput;
 
-namespace {
-
-const std::string Prefix = "LocalizationTools::importTerms(): ";
-
-/** What an import of one English file says. */
-std::string import(TestProject& project, const std::string& file, const std::string& json) {
-    TestFolder folder;
-    folder.write(file, json);
-    const CapturedOutput output;
-    importFrom(project, {"en"}, folder.path);
-    return output.warning();
-}
-
-}
-
 TEST(ImportSources, NamespacesMakeTermsOfTheirOwn) {
     TestProject project{"{}"};
     expectOneUndoStep(
-        project, [&] { EXPECT_EQ(import(project, "en/menu.json", R"({"file": {"open": "Open"}})"), ""); });
+        project, [&] { EXPECT_EQ(importFile(project, "en/menu.json", R"({"file": {"open": "Open"}})"), ""); });
     EXPECT_EQ(project.at("/localization"),
         R"({"terms":{"menu:file.open":{"sourceText":"/localization/strings/menu:file.open","translatable":true}},)"
         R"("strings":{"menu:file.open":"Open"}})");
-    EXPECT_EQ(import(project, "en/translation.json", R"({"file": {"open": "O"}})"),
-        Prefix + "en/translation.json: the namespace translation is new\n");
+    EXPECT_EQ(importFile(project, "en/translation.json", R"({"file": {"open": "O"}})"),
+        ImportPrefix + "en/translation.json: the namespace translation is new\n");
     EXPECT_EQ(project.at("/localization/strings"), R"({"menu:file.open":"Open","file.open":"O"})");
 }
 
 TEST(ImportSources, NewNamespaceIsToldWhereThereAreTerms) {
     TestProject project{"{}"};
-    EXPECT_EQ(import(project, "en/menu.json", R"({"open": "Open"})"), "");
-    EXPECT_EQ(import(project, "en/menu.json", R"({"open": "Open", "close": "Close"})"), "");
-    EXPECT_EQ(import(project, "en/empty.json", "{}"), "");
+    EXPECT_EQ(importFile(project, "en/menu.json", R"({"open": "Open"})"), "");
+    EXPECT_EQ(importFile(project, "en/menu.json", R"({"open": "Open", "close": "Close"})"), "");
+    EXPECT_EQ(importFile(project, "en/empty.json", "{}"), "");
     for(const char* const name: {"menu.bak", "menu (1)", "translation"}) {
-        const std::string notice = Prefix + "en/" + name + ".json: the namespace " + name + " is new\n";
-        EXPECT_EQ(import(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), notice);
-        EXPECT_EQ(import(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), "");
+        const std::string notice = ImportPrefix + "en/" + name + ".json: the namespace " + name + " is new\n";
+        EXPECT_EQ(importFile(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), notice);
+        EXPECT_EQ(importFile(project, "en/" + std::string{name} + ".json", R"({"open": "Open"})"), "");
     }
 }
 
@@ -50,8 +35,8 @@ TEST(ImportSources, FileOfSentencesMakesItsNamespaceFlat) {
     TestProject project{"{}"};
     const std::string file = R"({"Status: Loading...": "Loading", "menu.file": "File", "plain": "P"})";
     expectOneUndoStep(project, [&] {
-        EXPECT_EQ(import(project, "en/ui.json", file),
-            Prefix +
+        EXPECT_EQ(importFile(project, "en/ui.json", file),
+            ImportPrefix +
                 "en/ui.json: ui:Status%3A Loading...: reads like a sentence: only an application that switches both "
                 "separators off finds it\n");
     });
@@ -59,30 +44,30 @@ TEST(ImportSources, FileOfSentencesMakesItsNamespaceFlat) {
     EXPECT_EQ(project.at("/localization/strings"),
         R"({"ui:Status%3A Loading...":"Loading","ui:menu.file":"File","ui:plain":"P"})");
     const std::size_t changes = project.changeCount();
-    import(project, "en/ui.json", file);
+    importFile(project, "en/ui.json", file);
     EXPECT_EQ(project.changeCount(), changes);
 }
 
 TEST(ImportSources, FileWithoutTextsHasNoShape) {
     TestProject project{"{}"};
-    import(project, "en/ui.json", R"({"menu.file": "", "a b": null})");
+    importFile(project, "en/ui.json", R"({"menu.file": "", "a b": null})");
     EXPECT_EQ(project.at("/localization"), R"({"namespaces":{"ui":{}}})");
-    import(project, "en/ui.json", R"({"menu.file": "File"})");
+    importFile(project, "en/ui.json", R"({"menu.file": "File"})");
     EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
 }
 
 TEST(ImportSources, NamespaceWithValuesKeepsItsShape) {
     TestProject project{"{}"};
-    import(project, "en/ui.json", R"({"menu.file": "", "n": 1})");
+    importFile(project, "en/ui.json", R"({"menu.file": "", "n": 1})");
     EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
     const std::size_t changes = project.changeCount();
-    import(project, "en/ui.json", R"({"n": 1})");
+    importFile(project, "en/ui.json", R"({"n": 1})");
     EXPECT_EQ(project.changeCount(), changes);
 }
 
 TEST(ImportSources, NamespaceWithTermsKeepsItsShape) {
     TestProject project{R"({"localization":{"terms":{"ui:a":{"translatable":true}}}})"};
-    import(project, "en/ui.json", R"({"menu.file": "File"})");
+    importFile(project, "en/ui.json", R"({"menu.file": "File"})");
     EXPECT_EQ(project.at("/localization/namespaces"), "nothing");
     EXPECT_EQ(project.at("/localization/strings"), R"({"ui:menu%2Efile":"File"})");
 }
@@ -90,8 +75,8 @@ TEST(ImportSources, NamespaceWithTermsKeepsItsShape) {
 TEST(ImportSources, NestedKeysHaveNoPlaceInAFlatNamespace) {
     TestProject project{
         R"({"x":"X","localization":{"terms":{"a.b":{"sourceText":"x","translatable":true}},"namespaces":{"translation":{"flat":true}}}})"};
-    EXPECT_EQ(import(project, "en.json", R"({"a": {"b": "new", "c": "C"}})"),
-        Prefix + "en.json: a.c: lies in an object, and the namespace is flat\n");
+    EXPECT_EQ(importFile(project, "en.json", R"({"a": {"b": "new", "c": "C"}})"),
+        ImportPrefix + "en.json: a.c: lies in an object, and the namespace is flat\n");
     EXPECT_EQ(project.at("/x"), R"("new")");
 }
 
@@ -100,15 +85,15 @@ TEST(ImportSources, ValuesThatAreNoTextsAreKept) {
     const std::string file =
         R"({"n": 5, "big": 1e300, "list": [], "none": {}, "on": true, "mixed": [1, "x", null, {}]})";
     expectOneUndoStep(project, [&] {
-        EXPECT_EQ(import(project, "en.json", file),
-            Prefix + "en.json: n: is a number and no text: it is kept as it is, and so are 6 more\n");
+        EXPECT_EQ(importFile(project, "en.json", file),
+            ImportPrefix + "en.json: n: is a number and no text: it is kept as it is, and so are 6 more\n");
     });
     EXPECT_EQ(project.at("/localization/values"),
         R"({"en":{"n":5,"big":{"number":"1e300"},"list":[],"none":{},"on":true,"mixed.[0]":1,"mixed.[3]":{}}})");
     const std::size_t changes = project.changeCount();
-    EXPECT_EQ(import(project, "en.json", file), "");
+    EXPECT_EQ(importFile(project, "en.json", file), "");
     EXPECT_EQ(project.changeCount(), changes);
-    import(project, "en.json", R"({"n": 6})");
+    importFile(project, "en.json", R"({"n": 6})");
     EXPECT_EQ(project.at("/localization/values/en/n"), "6");
     EXPECT_EQ(project.changeCount(), changes + 1);
 }
@@ -117,7 +102,7 @@ TEST(ImportSources, NumbersKeepTheirSpelling) {
     TestProject project{"{}"};
     const std::string file = "{\n  \"a\": 1.50,\n  \"b\": 1e3,\n  \"c\": -0,\n  \"d\": 12345678901234567890123,\n"
                              "  \"e\": 5,\n  \"f\": 2.5\n}\n";
-    expectOneUndoStep(project, [&] { import(project, "en.json", file); });
+    expectOneUndoStep(project, [&] { importFile(project, "en.json", file); });
     EXPECT_EQ(project.at("/localization/values/en"),
         R"({"a":{"number":"1.50"},"b":{"number":"1e3"},"c":{"number":"-0"},"d":{"number":"12345678901234567890123"},)"
         R"("e":5,"f":2.5})");
@@ -126,9 +111,9 @@ TEST(ImportSources, NumbersKeepTheirSpelling) {
     EXPECT_EQ(folder.read("en/translation.json"), file);
 
     const std::size_t changes = project.changeCount();
-    import(project, "en.json", file);
+    importFile(project, "en.json", file);
     EXPECT_EQ(project.changeCount(), changes);
-    import(project, "en.json", R"({"a": 1.5, "f": 2.50})");
+    importFile(project, "en.json", R"({"a": 1.5, "f": 2.50})");
     EXPECT_EQ(project.at("/localization/values/en/a"), "1.5");
     EXPECT_EQ(project.at("/localization/values/en/f"), R"({"number":"2.50"})");
 }
@@ -137,7 +122,7 @@ TEST(ImportSources, WholeNumbersBeyond64BitsKeepAllTheirDigits) {
     TestProject project{"{}"};
     const std::string file = "{\n  \"a\": [\n    18446744073709551615,\n    18446744073709551616\n  ],\n"
                              "  \"b\": {\n    \"c\": -9223372036854775808,\n    \"d\": -9223372036854775809\n  }\n}\n";
-    import(project, "en.json", file);
+    importFile(project, "en.json", file);
     EXPECT_EQ(project.at("/localization/values/en"),
         R"({"a.[0]":18446744073709551615,"a.[1]":{"number":"18446744073709551616"},)"
         R"("b.c":-9223372036854775808,"b.d":{"number":"-9223372036854775809"}})");
@@ -149,20 +134,20 @@ TEST(ImportSources, WholeNumbersBeyond64BitsKeepAllTheirDigits) {
 TEST(ImportSources, ValueInThePlaceOfATermLeavesTheTerm) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}}}})"};
     const std::string before = project.at("/localization");
-    EXPECT_EQ(import(project, "en.json", R"({"a": 5})"),
-        Prefix + "en.json: a: is a number and no text, and the project has a term here\n");
+    EXPECT_EQ(importFile(project, "en.json", R"({"a": 5})"),
+        ImportPrefix + "en.json: a: is a number and no text, and the project has a term here\n");
     EXPECT_EQ(project.at("/localization"), before);
 }
 
 TEST(ImportSources, ValueGivesItsPlaceToWhatTheFileHasThereNow) {
     TestProject before{"{}"};
-    import(before, "en.json", R"({"b": {}, "n": 1, "k": true, "s": "S"})");
+    importFile(before, "en.json", R"({"b": {}, "n": 1, "k": true, "s": "S"})");
     TestProject project{before.text()};
     EXPECT_EQ(project.at("/localization/values/en"), R"({"b":{},"n":1,"k":true})");
     expectOneUndoStep(project, [&] {
-        EXPECT_EQ(import(project, "en.json", R"({"b": {"c": "below"}, "n": "now a text", "k": true, "s": "S"})"),
-            Prefix + "en.json: b: was no text, and gives its place to what the file has there now\n" + Prefix +
-                "en.json: n: was no text, and gives its place to what the file has there now\n");
+        EXPECT_EQ(importFile(project, "en.json", R"({"b": {"c": "below"}, "n": "now a text", "k": true, "s": "S"})"),
+            ImportPrefix + "en.json: b: was no text, and gives its place to what the file has there now\n" +
+                ImportPrefix + "en.json: n: was no text, and gives its place to what the file has there now\n");
     });
     EXPECT_EQ(project.at("/localization/values/en"), R"({"b":null,"n":null,"k":true})");
     TestFolder folder;
@@ -179,7 +164,7 @@ TEST(ImportSources, ValueOfAnotherLanguageIsNotWrittenWhereTheDefaultOneHasABran
     both.write("en.json", R"({"b": {}, "t": "T"})");
     both.write("de.json", R"({"b": {}, "t": "D"})");
     importFrom(project, {"en"}, both.path);
-    import(project, "en.json", R"({"b": {"c": "below"}, "t": "T"})");
+    importFile(project, "en.json", R"({"b": {"c": "below"}, "t": "T"})");
     TestFolder folder;
     const CapturedOutput output;
     exportTo(project, {"en", "de"}, folder.path);
@@ -189,40 +174,40 @@ TEST(ImportSources, ValueOfAnotherLanguageIsNotWrittenWhereTheDefaultOneHasABran
 
 TEST(ImportSources, KeysThatTheLibraryFindsNotAreTold) {
     TestProject project{"{}"};
-    EXPECT_EQ(import(project, "en.json", R"({"a.b": "1", "a": {"b": "2"}})"),
-        Prefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
+    EXPECT_EQ(importFile(project, "en.json", R"({"a.b": "1", "a": {"b": "2"}})"),
+        ImportPrefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
     EXPECT_EQ(project.at("/localization/strings"), R"({"a%2Eb":"1","a.b":"2"})");
 }
 
 TEST(ImportSources, KeyItselfComesBeforeOneOfAnotherShape) {
     TestProject project{"{}"};
-    import(project, "en.json", R"({"m": {"x": "source"}})");
+    importFile(project, "en.json", R"({"m": {"x": "source"}})");
     TestFolder folder;
     folder.write("de.json", R"({"m.x": "flat", "m": {"x": "nested"}})");
     importFrom(project, {"en"}, folder.path);
     EXPECT_EQ(project.at("/localization/translations/de/m.x/text"), R"("nested")");
-    import(project, "en.json", R"({"m.x": "flat", "m": {"x": "new"}})");
+    importFile(project, "en.json", R"({"m.x": "flat", "m": {"x": "new"}})");
     EXPECT_EQ(project.at("/localization/strings"), R"({"m.x":"new","m%2Ex":"flat"})");
 }
 
 TEST(ImportSources, ValueStaysWhereAFlatNamespaceHasNoPlaceForWhatTheFileHasThereNow) {
     TestProject project{"{}"};
-    import(project, "en/ui.json", R"({"a b": 1})");
+    importFile(project, "en/ui.json", R"({"a b": 1})");
     const std::string before = project.text();
     for(int i = 0; i != 2; ++i)
-        EXPECT_EQ(import(project, "en/ui.json", R"({"a b": {"c": "C"}})"),
-            Prefix + "en/ui.json: ui:a b.c: lies in an object, and the namespace is flat\n");
+        EXPECT_EQ(importFile(project, "en/ui.json", R"({"a b": {"c": "C"}})"),
+            ImportPrefix + "en/ui.json: ui:a b.c: lies in an object, and the namespace is flat\n");
     EXPECT_EQ(project.text(), before);
 }
 
 TEST(ImportSources, EmptyFileOfANamespaceIsRemembered) {
     TestProject project{"{}"};
-    expectOneUndoStep(project, [&] { import(project, "en/errors.json", "{}"); });
+    expectOneUndoStep(project, [&] { importFile(project, "en/errors.json", "{}"); });
     EXPECT_EQ(project.at("/localization/namespaces"), R"({"errors":{}})");
     const std::size_t changes = project.changeCount();
-    import(project, "en/errors.json", "{}");
+    importFile(project, "en/errors.json", "{}");
     EXPECT_EQ(project.changeCount(), changes);
-    import(project, "en.json", "{}");
+    importFile(project, "en.json", "{}");
     EXPECT_EQ(project.at("/localization/namespaces"), R"({"errors":{},"translation":{}})");
 }
 
@@ -237,7 +222,7 @@ TEST(ImportSources, ManyTextsOfTheProjectsStringsAreOneChange) {
     }
     TestProject project{
         R"({"languages":{"en":{}},"localization":{"terms":{)" + terms + R"(},"strings":{)" + strings + "}}}"};
-    expectOneUndoStep(project, [&] { import(project, "en.json", '{' + file + R"(,"more":"M"})"); });
+    expectOneUndoStep(project, [&] { importFile(project, "en.json", '{' + file + R"(,"more":"M"})"); });
     EXPECT_EQ(project.at("/localization/strings"), '{' + file + R"(,"more":"M"})");
     // The language is known; the new term, and all texts together.
     EXPECT_EQ(project.changeCount(), 2u);
@@ -245,8 +230,8 @@ TEST(ImportSources, ManyTextsOfTheProjectsStringsAreOneChange) {
 
 TEST(ImportSources, TermsInTwoShapesAreFoundOnce) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a.b":{"sourceText":"x","translatable":true}}}})"};
-    EXPECT_EQ(import(project, "en.json", R"({"a.b": "new", "a": {"b": "other"}})"),
-        Prefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
+    EXPECT_EQ(importFile(project, "en.json", R"({"a.b": "new", "a": {"b": "other"}})"),
+        ImportPrefix + "en.json: a%2Eb: the i18next library finds a.b in its place\n");
     EXPECT_EQ(project.at("/x"), R"("other")");
     EXPECT_EQ(project.at("/localization/strings"), R"({"a%2Eb":"new"})");
 }

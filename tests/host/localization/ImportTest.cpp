@@ -23,8 +23,6 @@ constexpr const char* Doors =
     R"("door.hint":{"sourceText":"/objects/door/hint","translatable":true},"name":{"sourceText":"name","translatable":false}},)"
     R"("translations":{"de":{"door.hint":{"text":"Klopf","source":"0","note":"n"},"other":{"text":"bleibt"}}}}})";
 
-const std::string Prefix = "LocalizationTools::importTerms(): ";
-
 }
 
 TEST(Import, TextsAreTakenOverInOneUndoStep) {
@@ -79,11 +77,11 @@ TEST(Import, WhatIsNotTranslatableOrUnknownIsReportedAndLeft) {
     importFrom(project, {"en", "de"}, folder.path);
     EXPECT_EQ(project.text(), before);
     EXPECT_EQ(output.warning(),
-        Prefix + "en.json: name: is not translatable\n" + Prefix + "de.json: name: is not translatable\n" + Prefix +
-            "de.json: unknown.key: no term has this key\n" + Prefix +
+        ImportPrefix + "en.json: name: is not translatable\n" + ImportPrefix + "de.json: name: is not translatable\n" +
+            ImportPrefix + "de.json: unknown.key: no term has this key\n" + ImportPrefix +
             "de.json: n: is a number and no text, and no term has this key\n");
     EXPECT_EQ(output.debug(),
-        Prefix + "en: 0 added, 0 changed, 0 unchanged, 0 without text, 1 skipped\n" + Prefix +
+        ImportPrefix + "en: 0 added, 0 changed, 0 unchanged, 0 without text, 1 skipped\n" + ImportPrefix +
             "de: 0 added, 0 changed, 0 unchanged, 0 without text, 3 skipped\n");
 }
 
@@ -146,8 +144,8 @@ TEST(Import, RefusedFileLeavesAllAsItWas) {
     EXPECT_EQ(project.text(), before);
     EXPECT_EQ(project.changeCount(), 0u);
     const std::string warning = output.warning();
-    EXPECT_EQ(warning.substr(0, warning.find("2:10: ") + 6), Prefix + folder.path + "/fr.json:2:10: ");
-    EXPECT_NE(warning.find(Prefix + folder.path + "/ja.json:1:1: the file holds no object\n"), std::string::npos);
+    EXPECT_EQ(warning.substr(0, warning.find("2:10: ") + 6), ImportPrefix + folder.path + "/fr.json:2:10: ");
+    EXPECT_NE(warning.find(ImportPrefix + folder.path + "/ja.json:1:1: the file holds no object\n"), std::string::npos);
 }
 
 TEST(Import, PathsThatCannotBeReadAreWarnedOf) {
@@ -163,11 +161,13 @@ TEST(Import, PathsThatCannotBeReadAreWarnedOf) {
         EXPECT_EQ(project.changeCount(), 0u);
         return output.warning();
     };
-    EXPECT_EQ(warning(""), Prefix + "the path is empty\n");
-    EXPECT_EQ(warning(folder / "gone"), Prefix + (folder / "gone") + ": cannot be read: No such file or directory\n");
-    EXPECT_EQ(warning(folder.path, FallbackLanguage, 1), Prefix + folder.path + ": the format 1 is not known\n");
-    EXPECT_EQ(warning(folder.path, LanguageCount), Prefix + folder.path + ": the default language 411 is not known\n");
-    EXPECT_EQ(warning("a\0b"s), Prefix + "the path has a zero byte\n");
+    EXPECT_EQ(warning(""), ImportPrefix + "the path is empty\n");
+    EXPECT_EQ(
+        warning(folder / "gone"), ImportPrefix + (folder / "gone") + ": cannot be read: No such file or directory\n");
+    EXPECT_EQ(warning(folder.path, FallbackLanguage, 1), ImportPrefix + folder.path + ": the format 1 is not known\n");
+    EXPECT_EQ(
+        warning(folder.path, LanguageCount), ImportPrefix + folder.path + ": the default language 411 is not known\n");
+    EXPECT_EQ(warning("a\0b"s), ImportPrefix + "the path has a zero byte\n");
 }
 
 TEST(Import, WrongTypesInTheProjectAreSaidAndLeft) {
@@ -184,14 +184,14 @@ TEST(Import, WrongTypesInTheProjectAreSaidAndLeft) {
         const std::string before = project.text();
         const CapturedOutput output;
         EXPECT_EQ(importFrom(project, {"en"}, folder.path), "en");
-        EXPECT_EQ(output.warning(), Prefix + "the project's " + path + ": is no object\n");
+        EXPECT_EQ(output.warning(), ImportPrefix + "the project's " + path + ": is no object\n");
         EXPECT_EQ(project.text(), before);
     }
     TestProject inside{R"({"languages":{"en":1},"localization":{"terms":{"a":7},"translations":{"de":{"a":"x"}}}})"};
     const CapturedOutput output;
     importFrom(inside, {"en"}, folder.path);
-    EXPECT_EQ(
-        output.warning(), Prefix + "en.json: a: is not translatable\n" + Prefix + "de.json: a: is not translatable\n");
+    EXPECT_EQ(output.warning(),
+        ImportPrefix + "en.json: a: is not translatable\n" + ImportPrefix + "de.json: a: is not translatable\n");
 }
 
 TEST(Import, TranslationOfAWrongTypeIsReplaced) {
@@ -212,8 +212,8 @@ TEST(Import, SourceThatIsGoneTakesNoTextAndGivesNoFingerprint) {
     folder.write("de.json", R"({"a": "Ä"})");
     const CapturedOutput output;
     importFrom(project, {"en", "de"}, folder.path);
-    EXPECT_EQ(
-        output.warning(), Prefix + "en.json: a: its source /gone is gone\n" + Prefix + "en.json: b: has no source\n");
+    EXPECT_EQ(output.warning(),
+        ImportPrefix + "en.json: a: its source /gone is gone\n" + ImportPrefix + "en.json: b: has no source\n");
     EXPECT_EQ(project.at("/localization/translations"), R"({"de":{"a":{"text":"Ä"}}})");
 }
 
@@ -224,8 +224,8 @@ TEST(Import, TermsThatShareASourceAgreeOrTheFirstWins) {
     folder.write("en.json", R"({"a": "new", "b": "X"})");
     const CapturedOutput output;
     expectOneUndoStep(project, [&] { importFrom(project, {"en"}, folder.path); });
-    EXPECT_EQ(
-        output.warning(), Prefix + "en.json: b: shares its source /x with another term, which has another text\n");
+    EXPECT_EQ(output.warning(),
+        ImportPrefix + "en.json: b: shares its source /x with another term, which has another text\n");
     EXPECT_EQ(project.at("/x"), R"("new")");
 }
 
@@ -236,7 +236,8 @@ TEST(Import, NewKeysThatHaveNoPlaceAreReported) {
     const CapturedOutput output;
     importFrom(project, {"en"}, folder.path);
     EXPECT_EQ(output.warning(),
-        Prefix + "en.json: door: cannot stand beside door.text: one is a text, and the other lies below it\n" + Prefix +
+        ImportPrefix + "en.json: door: cannot stand beside door.text: one is a text, and the other lies below it\n" +
+            ImportPrefix +
             "en.json: name.first: cannot stand beside name: one is a text, and the other lies below it\n");
     EXPECT_EQ(project.at("/localization/strings"), R"({"fine":"y"})");
 }
@@ -278,7 +279,7 @@ TEST(Import, KeysOfTheProjectThatFilesWriteOtherwiseAreFound) {
     const CapturedOutput output;
     expectOneUndoStep(project, [&] { importFrom(project, {"en", "de"}, folder.path); });
     EXPECT_EQ(output.warning(),
-        Prefix +
+        ImportPrefix +
             "en/translation.json: a%3A b: reads like a sentence: only an application that switches both separators "
             "off finds it, and 1 more like it\n");
     EXPECT_EQ(project.project().getValue("/localization/terms", false)->MemberCount(), 10u);

@@ -13,16 +13,6 @@ using Test::CapturedOutput;
 
 namespace {
 
-const std::string Prefix = "LocalizationTools::importTerms(): ";
-
-std::string import(TestProject& project, const std::string& file, const std::string& json) {
-    TestFolder folder;
-    folder.write(file, json);
-    const CapturedOutput output;
-    importFrom(project, {"en"}, folder.path);
-    return output.warning();
-}
-
 constexpr const char* Apples =
     R"({"one":"an apple","many":"apples","languages":{"en":{"isDefault":true},"de":{},"pl":{}},)"
     R"("localization":{"terms":{"apples_one":{"sourceText":"one","translatable":true},)"
@@ -38,31 +28,31 @@ TEST(ImportTranslations, FormsThatOnlyTheTargetHasAreTranslationsOfOther) {
     TestProject project{Apples};
     const std::string file =
         R"({"apples_one":"jabłko","apples_few":"jabłka","apples_many":"jabłek","apples_zero":"0"})";
-    expectOneUndoStep(project, [&] { EXPECT_EQ(import(project, "pl.json", file), ""); });
+    expectOneUndoStep(project, [&] { EXPECT_EQ(importFile(project, "pl.json", file), ""); });
     EXPECT_EQ(project.at("/localization/translations/pl"),
         R"({"apples_one":)" + entry("jabłko", "an apple") + R"(,"apples_few":)" + entry("jabłka", "apples") +
             R"(,"apples_many":)" + entry("jabłek", "apples") + R"(,"apples_zero":)" + entry("0", "apples") + '}');
     const std::size_t changes = project.changeCount();
-    EXPECT_EQ(import(project, "pl.json", file), "");
+    EXPECT_EQ(importFile(project, "pl.json", file), "");
     EXPECT_EQ(project.changeCount(), changes);
-    import(project, "pl.json", R"({"apples_few":"inne"})");
+    importFile(project, "pl.json", R"({"apples_few":"inne"})");
     EXPECT_EQ(project.at("/localization/translations/pl/apples_few/text"), R"("inne")");
     EXPECT_EQ(project.changeCount(), changes + 1);
 }
 
 TEST(ImportTranslations, FormsThatTheTargetDoesNotHaveAreSkipped) {
     TestProject project{Apples};
-    EXPECT_EQ(import(project, "de.json", R"({"apples_few":"x","apples_zero":"keine"})"),
-        Prefix + "de.json: apples_few: is a plural form that German does not have\n");
+    EXPECT_EQ(importFile(project, "de.json", R"({"apples_few":"x","apples_zero":"keine"})"),
+        ImportPrefix + "de.json: apples_few: is a plural form that German does not have\n");
     EXPECT_EQ(project.at("/localization/translations/de"), R"({"apples_zero":)" + entry("keine", "apples") + '}');
 }
 
 TEST(ImportTranslations, SuffixesProveNothingByThemselves) {
     TestProject project{Apples};
     const std::string before = project.text();
-    EXPECT_EQ(import(project, "pl.json", R"({"file_few":"x","pears_few":"x","booking_0":"x"})"),
-        Prefix + "pl.json: file_few: no term has this key\n" + Prefix + "pl.json: pears_few: no term has this key\n" +
-            Prefix + "pl.json: booking_0: no term has this key\n");
+    EXPECT_EQ(importFile(project, "pl.json", R"({"file_few":"x","pears_few":"x","booking_0":"x"})"),
+        ImportPrefix + "pl.json: file_few: no term has this key\n" + ImportPrefix +
+            "pl.json: pears_few: no term has this key\n" + ImportPrefix + "pl.json: booking_0: no term has this key\n");
     EXPECT_EQ(project.text(), before);
 }
 
@@ -71,8 +61,9 @@ TEST(ImportTranslations, OrdinalsAreAGroupOfTheirOwn) {
         "floor_ordinal_one":{"sourceText":"x","translatable":true},"floor_ordinal_two":{"sourceText":"x","translatable":true},
         "floor_ordinal_few":{"sourceText":"x","translatable":true},
         "floor_ordinal_other":{"sourceText":"x","translatable":true}}}})"};
-    EXPECT_EQ(import(project, "it.json", R"({"floor_ordinal_many":"8","floor_ordinal_other":"1","floor_many":"no"})"),
-        Prefix + "it.json: floor_many: no term has this key\n");
+    EXPECT_EQ(
+        importFile(project, "it.json", R"({"floor_ordinal_many":"8","floor_ordinal_other":"1","floor_many":"no"})"),
+        ImportPrefix + "it.json: floor_many: no term has this key\n");
     EXPECT_EQ(project.at("/localization/translations/it"),
         R"({"floor_ordinal_many":)" + entry("8", "#") + R"(,"floor_ordinal_other":)" + entry("1", "#") + '}');
 }
@@ -81,8 +72,9 @@ TEST(ImportTranslations, FormsOfATermThatIsNotTranslatableAreLeft) {
     TestProject project{R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{
         "a_one":{"sourceText":"x","translatable":false},"a_other":{"sourceText":"x","translatable":false}}}})"};
     const std::string before = project.text();
-    EXPECT_EQ(import(project, "pl.json", R"({"a_few":"x","a_one":"y"})"),
-        Prefix + "pl.json: a_few: is not translatable\n" + Prefix + "pl.json: a_one: is not translatable\n");
+    EXPECT_EQ(importFile(project, "pl.json", R"({"a_few":"x","a_one":"y"})"),
+        ImportPrefix + "pl.json: a_few: is not translatable\n" + ImportPrefix +
+            "pl.json: a_one: is not translatable\n");
     EXPECT_EQ(project.text(), before);
 }
 
@@ -90,18 +82,18 @@ TEST(ImportTranslations, NamespacesAreKeptApart) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true},
         "menu:a":{"sourceText":"x","translatable":true}}}})"};
     expectOneUndoStep(project, [&] {
-        EXPECT_EQ(import(project, "de/menu.json", R"({"a":"A","b":"B"})"),
-            Prefix + "de/menu.json: menu:b: no term has this key\n");
+        EXPECT_EQ(importFile(project, "de/menu.json", R"({"a":"A","b":"B"})"),
+            ImportPrefix + "de/menu.json: menu:b: no term has this key\n");
     });
     EXPECT_EQ(project.at("/localization/translations/de"), R"({"menu:a":)" + entry("A", "X") + '}');
-    EXPECT_EQ(
-        import(project, "de/other.json", R"({"a":"A"})"), Prefix + "de/other.json: other:a: no term has this key\n");
+    EXPECT_EQ(importFile(project, "de/other.json", R"({"a":"A"})"),
+        ImportPrefix + "de/other.json: other:a: no term has this key\n");
 }
 
 TEST(ImportTranslations, ConflictsAreReportedWithBothKeys) {
     TestProject project{R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true}}}})"};
-    EXPECT_EQ(import(project, "de.json", R"({"menu":"Menü"})"),
-        Prefix +
+    EXPECT_EQ(importFile(project, "de.json", R"({"menu":"Menü"})"),
+        ImportPrefix +
             "de.json: menu: no term has this key, and it cannot stand beside menu.file: one is a text, and the other "
             "lies below it\n");
 }
@@ -117,8 +109,8 @@ TEST(ImportTranslations, DottedNamesMeanNestedTermsAndTheOtherWayRound) {
     EXPECT_EQ(output.warning(), "");
     EXPECT_EQ(project.at("/localization/translations/de"),
         R"({"menu.file":)" + entry("Datei", "X") + R"(,"ui:menu.file":)" + entry("Datei!", "X") + '}');
-    EXPECT_EQ(import(project, "de.json", R"({"menu":{"file":"eins"},"menu.file":"zwei"})"),
-        Prefix + "de.json: menu.file: stands in the file a second time, with dots in a name\n");
+    EXPECT_EQ(importFile(project, "de.json", R"({"menu":{"file":"eins"},"menu.file":"zwei"})"),
+        ImportPrefix + "de.json: menu.file: stands in the file a second time, with dots in a name\n");
     EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("eins")");
 }
 
@@ -127,16 +119,16 @@ TEST(ImportTranslations, ValuesAreKeptWhereTheDefaultLanguageHasATermOrAValue) {
         R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true},"b":{"sourceText":"x","translatable":true},
         "c":{"sourceText":"x","translatable":false}},"translations":{"de":{"b":{"text":"B"}}},"values":{"en":{"n":1}}}})"};
     expectOneUndoStep(project, [&] {
-        EXPECT_EQ(import(project, "de.json", R"({"a":1,"b":2,"c":3,"n":"eins","m":5})"),
-            Prefix + "de.json: b: is a number and no text, and the term has a translation\n" + Prefix +
-                "de.json: c: is not translatable\n" + Prefix +
-                "de.json: m: is a number and no text, and no term has this key\n" + Prefix +
-                "de.json: a: is a number and no text: it is kept as it is\n" + Prefix +
+        EXPECT_EQ(importFile(project, "de.json", R"({"a":1,"b":2,"c":3,"n":"eins","m":5})"),
+            ImportPrefix + "de.json: b: is a number and no text, and the term has a translation\n" + ImportPrefix +
+                "de.json: c: is not translatable\n" + ImportPrefix +
+                "de.json: m: is a number and no text, and no term has this key\n" + ImportPrefix +
+                "de.json: a: is a number and no text: it is kept as it is\n" + ImportPrefix +
                 "de.json: n: stands where the default language has no text: it is kept as it is\n");
     });
     EXPECT_EQ(project.at("/localization/values/de"), R"({"a":1,"n":"eins"})");
     const std::size_t changes = project.changeCount();
-    import(project, "de.json", R"({"a":1,"n":"eins"})");
+    importFile(project, "de.json", R"({"a":1,"n":"eins"})");
     EXPECT_EQ(project.changeCount(), changes);
 }
 
@@ -148,25 +140,25 @@ TEST(ImportTranslations, ValuesThatStandASecondTimeAreLeft) {
     for(const auto& [json, isText]: {std::pair{R"({"menu.file":5,"menu":{"file":"Datei"}})", true},
             {R"({"menu":{"file":"Datei"},"menu.file":5})", true}, {R"({"menu.file":5,"menu":{"file":6}})", false}}) {
         TestProject project{term};
-        EXPECT_EQ(import(project, "de.json", json),
-            Prefix + "de.json: menu.file" + second + (isText ? "" : Prefix + "de.json: menu.file" + kept));
+        EXPECT_EQ(importFile(project, "de.json", json),
+            ImportPrefix + "de.json: menu.file" + second + (isText ? "" : ImportPrefix + "de.json: menu.file" + kept));
         EXPECT_EQ(project.at("/localization/values"), isText ? "nothing" : R"({"de":{"menu.file":6}})");
     }
     TestProject flat{R"({"localization":{"namespaces":{"ui":{"flat":true}},"values":{"en":{"ui:menu.file":1}}}})"};
-    EXPECT_EQ(import(flat, "de/ui.json", R"({"menu":{"file":5},"menu.file":6})"),
-        Prefix + "de/ui.json: ui:menu.file" + second + Prefix + "de/ui.json: ui:menu.file" + kept);
+    EXPECT_EQ(importFile(flat, "de/ui.json", R"({"menu":{"file":5},"menu.file":6})"),
+        ImportPrefix + "de/ui.json: ui:menu.file" + second + ImportPrefix + "de/ui.json: ui:menu.file" + kept);
     EXPECT_EQ(flat.at("/localization/values/de"), R"({"ui:menu.file":6})");
     TestProject deep{R"({"localization":{"namespaces":{"ui":{"flat":true}},"values":{"en":{"ui:a.b.c":1}}}})"};
-    EXPECT_EQ(import(deep, "de/ui.json", R"({"a":{"b.c":5},"a.b":{"c":6}})"),
-        Prefix + "de/ui.json: ui:a.b.c" + second + Prefix + "de/ui.json: ui:a.b.c" + kept);
+    EXPECT_EQ(importFile(deep, "de/ui.json", R"({"a":{"b.c":5},"a.b":{"c":6}})"),
+        ImportPrefix + "de/ui.json: ui:a.b.c" + second + ImportPrefix + "de/ui.json: ui:a.b.c" + kept);
     EXPECT_EQ(deep.at("/localization/values/de"), R"({"ui:a.b.c":5})");
 }
 
 TEST(ImportTranslations, ValueOfTheDefaultLanguageCountsBeforeATermOfTheOtherShape) {
     TestProject project{R"({"x":"X","localization":{"terms":{"menu.file":{"sourceText":"x","translatable":true}},
         "values":{"en":{"menu%2Efile":1}}}})"};
-    EXPECT_EQ(import(project, "de.json", R"({"menu.file":5,"menu":{"file":"Datei"}})"),
-        Prefix + "de.json: menu%2Efile: is a number and no text: it is kept as it is\n");
+    EXPECT_EQ(importFile(project, "de.json", R"({"menu.file":5,"menu":{"file":"Datei"}})"),
+        ImportPrefix + "de.json: menu%2Efile: is a number and no text: it is kept as it is\n");
     EXPECT_EQ(project.at("/localization/values/de"), R"({"menu%2Efile":5})");
     EXPECT_EQ(project.at("/localization/translations/de/menu.file/text"), R"("Datei")");
 }
@@ -177,9 +169,9 @@ TEST(ImportTranslations, FormThatIsTranslatedStaysOneWhereTheDefaultLanguageGets
         R"({"x":"X","languages":{"en":{"isDefault":true},"pl":{}},"localization":{"terms":{)"
         R"("a_one":{"sourceText":"x","translatable":true},"a_other":{"sourceText":"x","translatable":true}},)" +
         translated + R"(,"values":{"en":{"a_few":5}}}})"};
-    EXPECT_EQ(import(project, "pl.json", R"({"a_few":7})"),
-        Prefix + "pl.json: a_few: is a number and no text, and the term has a translation\n");
-    expectOneUndoStep(project, [&] { EXPECT_EQ(import(project, "pl.json", R"({"a_few":"parę"})"), ""); });
+    EXPECT_EQ(importFile(project, "pl.json", R"({"a_few":7})"),
+        ImportPrefix + "pl.json: a_few: is a number and no text, and the term has a translation\n");
+    expectOneUndoStep(project, [&] { EXPECT_EQ(importFile(project, "pl.json", R"({"a_few":"parę"})"), ""); });
     EXPECT_EQ(project.at("/localization/translations/pl/a_few/text"), R"("parę")");
     TestFolder folder;
     exportTo(project, {"en", "pl"}, folder.path);
@@ -192,8 +184,8 @@ TEST(ImportTranslations, FormsThatHaveNoPlaceAreReported) {
         "a_one":{"sourceText":"x","translatable":true},"a_other":{"sourceText":"x","translatable":true},
         "a_few.b":{"sourceText":"x","translatable":true}}}})"};
     const std::string before = project.text();
-    EXPECT_EQ(import(project, "pl.json", R"({"a_few":"x"})"),
-        Prefix +
+    EXPECT_EQ(importFile(project, "pl.json", R"({"a_few":"x"})"),
+        ImportPrefix +
             "pl.json: a_few: no term has this key, and it cannot stand beside a_few.b: one is a text, and the other "
             "lies below it\n");
     EXPECT_EQ(project.text(), before);
@@ -202,7 +194,7 @@ TEST(ImportTranslations, FormsThatHaveNoPlaceAreReported) {
 TEST(ImportTranslations, OtherMembersOfATranslationStayInTheirPlaces) {
     TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
         "translations":{"de":{"a":{"note":"a note that is longer than a value","source":"old","text":"A","state":"review"}}}}})"};
-    expectOneUndoStep(project, [&] { import(project, "de.json", R"({"a":"B"})"); });
+    expectOneUndoStep(project, [&] { importFile(project, "de.json", R"({"a":"B"})"); });
     EXPECT_EQ(project.at("/localization/translations/de/a"),
         R"({"note":"a note that is longer than a value","source":")" + copied(fingerprint("X")) +
             R"(","text":"B","state":"review"})");
@@ -214,7 +206,7 @@ TEST(ImportTranslations, ReservedNamesAndVersion3AreNoticedAndKept) {
     folder.write("en/m.json", R"({"__proto__":"P","item":"item","item_plural":"items"})");
     const CapturedOutput output;
     importFrom(project, {"en"}, folder.path);
-    EXPECT_NE(output.warning().find(Prefix +
+    EXPECT_NE(output.warning().find(ImportPrefix +
                   "en/m.json: m:__proto__: is lost where the i18next library merges a file into another "
                   "one\n"),
         std::string::npos);
