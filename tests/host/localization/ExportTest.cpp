@@ -4,12 +4,11 @@
 
 #include <Corrade/Utility/Path.h>
 
-#include "ArchiveReader.h"
 #include "Exchange.h"
+#include "ExportedDoors.h"
 #include "FileSystem.h"
 #include "LocalizationReport.h"
 #include "Progress.h"
-#include "PseudoLocale.h"
 #include "TestArchive.h"
 #include "support/CapturedOutput.h"
 
@@ -18,18 +17,6 @@ namespace QuorvaneEngine {
 using Test::CapturedOutput;
 
 namespace {
-
-using Files = std::map<std::string, std::string>;
-
-constexpr const char* Doors =
-    R"({"objects": {"door": {"text": "Open", "hint": "Knock"}}, "name": "Game", "localization": {"terms": {
-    "door.text": {"sourceText": "/objects/door/text", "translatable": true},
-    "door.hint": {"sourceText": "/objects/door/hint", "translatable": true},
-    "name": {"sourceText": "name", "translatable": false}},
-    "translations": {"de": {"door.hint": {"text": "Klopfen"}, "door.text": {"text": ""}, "name": {"text": "Spiel"}}}}})";
-
-constexpr const char* English = "{\n  \"door\": {\n    \"text\": \"Open\",\n    \"hint\": \"Knock\"\n  }\n}\n";
-constexpr const char* German = "{\n  \"door\": {\n    \"hint\": \"Klopfen\"\n  }\n}\n";
 
 const Files Exported{{"en/", ""}, {"en/translation.json", English}, {"de/", ""}, {"de/translation.json", German},
     {"ja/", ""}, {"ja/translation.json", "{}\n"}};
@@ -124,18 +111,6 @@ TEST(Export, OrderOfTheExistingFileIsKept) {
     EXPECT_EQ(folder.read("en/translation.json"), other);
 }
 
-TEST(Export, CompressedToAFolderWritesLocalizationZip) {
-    TestProject project{Doors};
-    TestFolder folder;
-    exportCompressedTo(project, {"en"}, folder.path);
-    exportCompressedTo(project, {"en"}, folder / "made/");
-    exportCompressedTo(project, {"en"}, folder / "deep/er/x.zip");
-    ASSERT_EQ(folder.files().count("localization.zip"), 1u);
-    EXPECT_EQ(folder.read("made/localization.zip"), folder.read("localization.zip"));
-    EXPECT_EQ(folder.read("deep/er/x.zip"), folder.read("localization.zip"));
-    EXPECT_EQ(folder.read("localization.zip").substr(0, 4), "PK\3\4");
-}
-
 struct ExportRefusal {
     const char* path;
     bool isCompressed;
@@ -175,37 +150,6 @@ INSTANTIATE_TEST_SUITE_P(Paths, ExportsThatAreRefused,
         ExportRefusal{"full", true, "FOLDER/full/localization.zip: is a folder where a file is needed"},
         ExportRefusal{"file", true, "FOLDER/file: is a file, but no ZIP archive that could be replaced"},
         ExportRefusal{"file/x.zip", true, "FOLDER/file: is a file where a folder is needed"}));
-
-TEST(Export, ConflictsAreReportedAndTheFirstTermStays) {
-    TestProject project{R"({"a": "A", "localization": {"terms": {
-        "menu": {"sourceText": "a", "translatable": true}, "menu.file": {"sourceText": "a", "translatable": true},
-        "x: ": {"sourceText": "a", "translatable": true}, "x%3A ": {"sourceText": "a", "translatable": true},
-        "[0]": {"sourceText": "a", "translatable": true}, "gone": {"sourceText": "/b", "translatable": true}}}})"};
-    TestFolder folder;
-    const CapturedOutput output;
-    exportTo(project, {"en"}, folder.path);
-    EXPECT_EQ(folder.read("en/translation.json"), "{\n  \"menu\": \"A\",\n  \"x: \": \"A\"\n}\n");
-    EXPECT_EQ(output.warning(),
-        "LocalizationTools::exportTerms(): menu.file: cannot stand beside menu: one is a text, and the other lies "
-        "below it\n"
-        "LocalizationTools::exportTerms(): x%3A : has the same place in a file as x: \n"
-        "LocalizationTools::exportTerms(): [0]: is an element, and a file holds no array\n"
-        "LocalizationTools::exportTerms(): en: gone: its source is gone\n");
-}
-
-TEST(Export, WhatLeavesAFileIsReported) {
-    TestProject project{Doors};
-    TestFolder folder;
-    folder.write("en/translation.json", R"({"old": "x", "n": 1})");
-    const CapturedOutput output;
-    exportTo(project, {"en", "de"}, folder.path);
-    EXPECT_EQ(folder.read("en/translation.json"), English);
-    EXPECT_EQ(folder.read("de/translation.json"), German);
-    const std::string prefix = "LocalizationTools::exportTerms(): ";
-    EXPECT_EQ(output.warning(),
-        prefix + "en/translation.json: old: no term has this key, and it is no longer in the file\n" + prefix +
-            "en/translation.json: n: no term has this key, and it is no longer in the file\n");
-}
 
 TEST(Export, AFileThatIsNoCatalogueIsNotReplacedNorIsAnyOther) {
     TestProject project{Doors};
@@ -253,55 +197,6 @@ TEST(Export, AnEmptyFileCountsAsNone) {
     EXPECT_EQ(output.warning(), "");
 }
 
-TEST(Export, WhatElseAnArchiveHoldsStaysInItAtItsPlace) {
-    TestProject project{Doors};
-    TestFolder folder;
-    const std::string photo{"\x89PNG\r\n\x1a\n\0", 9};
-    folder.write("x.zip",
-        TestArchive{{{"read me.txt", "Hello"}, {"en/translation.json", English}, {"empty/", ""},
-                        {"de/translation.json", "{\"door\": {\"hint\": \"alt\"}}"}, {"a/photo.png", photo}}}
-            .make());
-    const CapturedOutput output;
-    exportCompressedTo(project, {"ja", "de"}, folder / "x.zip");
-    EXPECT_EQ(output.warning(),
-        "LocalizationTools::exportTermsCompressed(): read me.txt: is not of this export, and stays in the archive (2 "
-        "more files)\n");
-
-    const std::string archive = folder.read("x.zip");
-    ArchiveReader reader;
-    ArchiveRefusal refusal;
-    ASSERT_TRUE(reader.open(viewed(archive), refusal));
-    std::vector<std::pair<std::string, std::string>> found;
-    for(std::size_t i = 0; i != reader.entries().size(); ++i) {
-        Containers::String bytes;
-        ASSERT_TRUE(reader.read(i, bytes, refusal));
-        found.emplace_back(copied(reader.entries()[i].name), copied(bytes));
-    }
-    EXPECT_EQ(found,
-        (std::vector<std::pair<std::string, std::string>>{{"read me.txt", "Hello"}, {"en/translation.json", English},
-            {"de/translation.json", German}, {"a/photo.png", photo}, {"ja/translation.json", "{}\n"}}));
-
-    const Files before = folder.files();
-    exportCompressedTo(project, {"en"}, folder / "x.zip");
-    exportCompressedTo(project, {"de"}, folder / "x.zip");
-    EXPECT_EQ(folder.files(), before);
-}
-
-TEST(Export, AnArchiveWithAnythingThatCannotBeReadIsNotReplaced) {
-    TestProject project{Doors};
-    TestFolder folder;
-    TestArchive archive{{{"de/translation.json", "{}"}, {"photo.png", "x"}}};
-    archive.entries[1].crcLie = 1;
-    folder.write("x.zip", archive.make());
-    const Files before = folder.files();
-    const CapturedOutput output;
-    exportCompressedTo(project, {"de"}, folder / "x.zip");
-    EXPECT_EQ(output.warning(),
-        "LocalizationTools::exportTermsCompressed(): " + folder / "x.zip" +
-            ": photo.png: is damaged: CRC error, and the archive is not replaced\n");
-    EXPECT_EQ(folder.files(), before);
-}
-
 TEST(Export, LanguageThatIsListedTwiceIsWrittenOnce) {
     TestProject project{Doors};
     TestFolder once, twice;
@@ -333,50 +228,6 @@ TEST(Export, LanguagesOutOfTheTableAreLeftOut) {
     EXPECT_EQ(folder.files(), Files{});
 }
 
-TEST(Export, ReportComparesWithTheFilesThatWereThere) {
-    TestProject project{Doors};
-    TestFolder folder;
-    folder.write("en/translation.json", R"({"door": {"text": "Open", "hint": "other"}})");
-    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
-    LocalizationReport report;
-    FileError error;
-    EXPECT_TRUE((Export{project.project(), FileSystem::disk(), languages, FallbackLanguage}.toFolder(
-        viewed(folder.path), report, error)));
-    EXPECT_EQ(report.counts(languages[0]).unchanged, 1u);
-    EXPECT_EQ(report.counts(languages[0]).changed, 1u);
-    EXPECT_EQ(report.counts(languages[1]).added, 1u);
-}
-
-TEST(Export, TextThatTheProjectDoesNotHaveIsReportedWhereItLeavesAFile) {
-    TestProject project{Doors};
-    TestFolder folder;
-    folder.write("de/translation.json", R"({"door": {"text": "Öffnen", "hint": "Klopfen"}, "name": "Spiel"})");
-    const CapturedOutput output;
-    exportTo(project, {"de"}, folder.path);
-    const std::string prefix = "LocalizationTools::exportTerms(): de/translation.json: ";
-    EXPECT_EQ(output.warning(),
-        prefix + "door.text: the project has no text here, and it is no longer in the file\n" + prefix +
-            "name: is not translatable, and it is no longer in the file\n");
-}
-
-TEST(Export, FileWhoseTermsAreNoLongerTranslatableLosesThem) {
-    TestProject project{R"({"x": "X", "localization": {"terms": {"a": {"sourceText": "x", "translatable": true},
-        "menu:b": {"sourceText": "x", "translatable": false}}}})"};
-    TestFolder folder;
-    folder.write("en/menu.json", R"({"b": "X"})");
-    folder.write("en/other.json", R"({"c": "C"})");
-    const CapturedOutput output;
-    exportTo(project, {"en", "de"}, folder.path);
-    EXPECT_EQ(folder.files(),
-        (Files{{"en/", ""}, {"en/menu.json", "{}\n"}, {"en/other.json", R"({"c": "C"})"},
-            {"en/translation.json", "{\n  \"a\": \"X\"\n}\n"}, {"de/", ""}, {"de/translation.json", "{}\n"}}));
-    EXPECT_EQ(output.warning(),
-        "LocalizationTools::exportTerms(): en/menu.json: menu:b: is not translatable, and it is no longer in the "
-        "file\n"
-        "LocalizationTools::exportTerms(): en/other.json: the project has no texts for the namespace other; this file "
-        "stays as it is\n");
-}
-
 TEST(Export, DryRunReportsTheSameAndWritesNothing) {
     TestProject project{Doors};
     TestFolder folder;
@@ -398,52 +249,6 @@ TEST(Export, DryRunReportsTheSameAndWritesNothing) {
     EXPECT_EQ(copied(dry.json()), copied(wet.json()));
 }
 
-TEST(Export, PseudoLocaleStandsBesideTheLanguages) {
-    TestProject project{Doors};
-    TestFolder folder;
-    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
-    FileError error;
-    LocalizationReport report;
-    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
-    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
-    EXPECT_EQ(folder.read("en-XA/translation.json"),
-        "{\n  \"door\": {\n    \"text\": \"" + copied(PseudoLocale::text("Open")) + "\",\n    \"hint\": \"" +
-            copied(PseudoLocale::text("Knock")) + "\"\n  }\n}\n");
-    EXPECT_EQ(report.languages().size(), 1u);
-    EXPECT_EQ(report.counts(LocalizationReport::NoLanguage).notices, 1u);
-    const Files before = folder.files();
-    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
-    EXPECT_EQ(folder.files(), before);
-}
-
-TEST(Export, PseudoLocaleKeepsTheOrderOfItsFile) {
-    TestProject project{Doors};
-    TestFolder folder;
-    const std::string moved = "{\n  \"door\": {\n    \"hint\": \"" + copied(PseudoLocale::text("Knock")) +
-        "\",\n    \"text\": \"" + copied(PseudoLocale::text("Open")) + "\"\n  }\n}\n";
-    folder.write("en-XA/translation.json", moved);
-    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
-    FileError error;
-    LocalizationReport report;
-    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
-    EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
-    EXPECT_EQ(folder.read("en-XA/translation.json"), moved);
-}
-
-TEST(Export, PseudoLocaleDoesNotReplaceAFileThatCannotBeRead) {
-    TestProject project{Doors};
-    TestFolder folder;
-    folder.write("en-XA/translation.json", "{\"door\": ");
-    const Files before = folder.files();
-    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
-    FileError error;
-    LocalizationReport report;
-    const Export request{project.project(), FileSystem::disk(), languages, FallbackLanguage, {false, true}};
-    EXPECT_FALSE(request.toFolder(viewed(folder.path), report, error));
-    EXPECT_EQ(copied(error.path), folder / "en-XA/translation.json:1:10");
-    EXPECT_EQ(folder.files(), before);
-}
-
 TEST(Export, CancelledWritesNothing) {
     TestProject project{Doors};
     TestFolder folder;
@@ -460,16 +265,6 @@ TEST(Export, CancelledWritesNothing) {
     EXPECT_TRUE(request.toFolder(viewed(folder.path), report, error));
     EXPECT_EQ(progress.done, 2u);
     EXPECT_EQ(progress.total, 2u);
-}
-
-TEST(Export, ArchiveWithTheSameFilesIsNotPackedAnew) {
-    TestProject project{Doors};
-    TestFolder folder;
-    // Not deflated, and in another order, than ours would be.
-    folder.write("x.zip", TestArchive{{{"de/translation.json", German}, {"en/translation.json", English}}}.make());
-    const Files before = folder.files();
-    exportCompressedTo(project, {"en", "de"}, folder / "x.zip");
-    EXPECT_EQ(folder.files(), before);
 }
 
 }

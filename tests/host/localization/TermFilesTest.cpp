@@ -1,7 +1,6 @@
 #include "TermFiles.h"
 
 #include <cerrno>
-#include <cstdint>
 #include <filesystem>
 #include <utility>
 
@@ -9,46 +8,15 @@
 
 #include "../../support/OrdinaryUser.h"
 #include "../document/MemoryFileSystem.h"
-#include "ArchiveDirectory.h"
-#include "ArchiveWriter.h"
 #include "FileSystem.h"
+#include "FoundTermFiles.h"
 #include "LanguageLookup.h"
 #include "Progress.h"
-#include "QuorvaneEditor/AllLanguages.h"
-#include "TermKey.h"
 #include "TestArchive.h"
 #include "TestFolder.h"
 #include "TestProject.h"
 
 namespace QuorvaneEngine {
-
-namespace {
-
-/** "code=bytes" or "code namespace=bytes" of every file, then "notice: ..." and "refused: ..." with "FOLDER" for the folder,
-    lines between. */
-std::string found(const TestFolder& folder, const std::string& name = {},
-    const Containers::ArrayView<const LanguageMapping> map = {}) {
-    TermFiles found;
-    const std::string path = name.empty() ? folder.path : folder / name;
-    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), {map, {}}, found);
-    EXPECT_EQ(isRead, found.refusals.isEmpty());
-    std::string lines;
-    for(const TermFile& file: found.files) {
-        EXPECT_TRUE(file.name.hasSuffix("/" + file.relativePath)) << copied(file.name);
-        lines += copied(AllLanguages[file.language].code) +
-            (file.nameSpace == DefaultNamespace ? "" : ' ' + copied(file.nameSpace)) + '=' + copied(file.bytes) + '\n';
-    }
-    for(const FileNotice& one: found.notices) lines += "notice: " + copied(one.file) + ": " + copied(one.reason) + '\n';
-    for(const Containers::String& one: found.refusals) lines += "refused: " + copied(one) + '\n';
-    for(std::size_t at; (at = lines.find(folder.path)) != std::string::npos;)
-        lines.replace(at, folder.path.size(), "FOLDER");
-    return lines;
-}
-
-constexpr const char* NoTerms =
-    ": holds no terms: there is no <language code>/translation.json and no <language code>.json\n";
-
-}
 
 TEST(TermFiles, BothLayoutsOfAFolderAreRead) {
     TestFolder folder;
@@ -167,18 +135,6 @@ TEST(TermFiles, LinksBelowALanguageAreNotFollowed) {
     EXPECT_EQ(found(folder), "de menu=1\n");
 }
 
-TEST(TermFiles, EntriesThatLieTooDeepInAnArchiveArePassedOverWithTheirPath) {
-    TestFolder folder;
-    folder.write("a.zip",
-        TestArchive{{{"de/menu.json", "1"}, {"de/quests/first.json", "2"}, {"game/de/quests/first.json", "3"},
-                        {"de/fr/menu.json", "4"}, {"docs/old/new/x.json", "5"}}}
-            .make());
-    EXPECT_EQ(found(folder, "a.zip"),
-        "fr menu=4\nde menu=1\n"
-        "notice: de/quests/first.json: only files that lie right in the folder of their language are read (1 more lie "
-        "too deep)\n");
-}
-
 TEST(TermFiles, MapTakesWhatIsNoCode) {
     TestFolder folder;
     folder.write("enGB/translation.json", "1");
@@ -294,94 +250,6 @@ TEST(TermFiles, UnreadableFilesAndFoldersAreRefused) {
         std::filesystem::permissions(folder / name, std::filesystem::perms::owner_all);
 }
 
-/** Every file has the same many bytes, which nobody has to store. */
-class LargeFiles: public MemoryFileSystem {
-public:
-    explicit LargeFiles(const std::size_t size): _bytes(size, ' ') {}
-
-    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override {
-        if(const int error = MemoryFileSystem::readFile(path, bytes, maxSize)) return error;
-        if(_bytes.size() > maxSize) return EFBIG;
-        bytes = Containers::String{_bytes.data(), _bytes.size(), [](char*, std::size_t) {}};
-        return 0;
-    }
-
-private:
-    std::string _bytes;
-};
-
-TEST(TermFiles, FilesAreNoLargerThanTheLimit) {
-    const auto refusal = [](const std::size_t size) {
-        LargeFiles files{size};
-        files.put("/in/de.json", "");
-        TermFiles found;
-        return readTermFiles(files, "/in", {}, found) ? std::string{} : copied(found.refusals[0]);
-    };
-    EXPECT_EQ(refusal(64u << 20), "");
-    EXPECT_EQ(refusal((64u << 20) + 1), "/in/de.json: is larger than 64 MiB");
-}
-
-TEST(TermFiles, AllFilesTogetherAreNoLargerThanTheLimit) {
-    LargeFiles files{64u << 20};
-    for(const char* const code: {"cs", "de", "es", "fr", "it", "ja", "ko", "pl"})
-        files.put("/in/" + std::string{code} + ".json", "");
-    TermFiles fitting;
-    EXPECT_TRUE(readTermFiles(files, "/in", {}, fitting));
-    files.put("/in/ru.json", "");
-    TermFiles found;
-    EXPECT_FALSE(readTermFiles(files, "/in", {}, found));
-    ASSERT_EQ(found.refusals.size(), 1u);
-    EXPECT_EQ(found.refusals[0], "/in/ru.json: makes more than 512 MiB with those before it");
-}
-
-TEST(TermFiles, AllFilesOfAnArchiveAreNoLargerThanTheLimitInWhateverOrderTheyAreRead) {
-    // With noise, so that the ratio is no reason to refuse it.
-    std::string large(64u << 20, ' ');
-    std::uint64_t state = 1;
-    for(std::size_t i = 0; i != 2u << 20; ++i)
-        large[i] = char((state = state * 6364136223846793005u + 1442695040888963407u) >> 56);
-    const StagedFile one{"x.json", viewed(large)};
-    Containers::String packed, reason;
-    ASSERT_TRUE(writeArchive(Containers::arrayView(&one, 1), packed, reason)) << copied(reason);
-    ArchiveDirectory directory;
-    ArchiveRefusal refusal;
-    ASSERT_TRUE(ArchiveDirectory::read(packed, directory, refusal));
-    const ArchiveDirectory::Entry& entry = directory.entries[0];
-    const std::string bytes = copied(packed.slice(entry.offset, entry.offset + entry.packedSize));
-
-    TestArchive archive;
-    for(const char* const code: {"cs", "de", "es", "fr", "it", "ja", "ko", "pl"}) {
-        TestArchive::Entry file{code + std::string{".json"}, bytes};
-        file.method = ArchiveDirectory::Deflated;
-        file.sizeLie = int(large.size() - bytes.size());
-        file.crcLie = entry.checksum - TestArchive::crc(bytes);
-        archive.entries.push_back(file);
-    }
-    // Read while the one before it is, it comes first.
-    archive.entries.push_back({"ru.json", "{}"});
-    MemoryFileSystem files;
-    files.put("/in.zip", archive.make());
-    for(int run = 0; run != 3; ++run) {
-        TermFiles found;
-        EXPECT_FALSE(readTermFiles(files, "/in.zip", {}, found));
-        ASSERT_EQ(found.refusals.size(), 1u);
-        EXPECT_EQ(found.refusals[0], "/in.zip/ru.json: makes more than 512 MiB with those before it");
-    }
-}
-
-TEST(TermFiles, FilesAreNoMoreThanTheLimit) {
-    MemoryFileSystem files;
-    for(int i = 0; i != 10000; ++i) files.put("/in/de/" + std::to_string(i) + ".json", "");
-    TermFiles fitting;
-    EXPECT_TRUE(readTermFiles(files, "/in", {}, fitting));
-    EXPECT_EQ(fitting.files.size(), 10000u);
-    for(const char* const code: {"fr", "ja"}) files.put("/in/" + std::string{code} + ".json", "");
-    TermFiles found;
-    EXPECT_FALSE(readTermFiles(files, "/in", {}, found));
-    ASSERT_EQ(found.refusals.size(), 1u);
-    EXPECT_EQ(found.refusals[0], "/in: holds more than 10,000 files of terms");
-}
-
 TEST(TermFiles, WhatCannotBeReadIsToldFromWhatShouldNotBe) {
     TestFolder folder;
     const auto isInaccessible = [&folder] {
@@ -459,54 +327,6 @@ TEST(TermFiles, NamesThatNoNamespaceCanHaveAreRefused) {
     EXPECT_EQ(found(folder),
         "refused: FOLDER/de/m\\n.json: has a name that no namespace can have\n"
         "refused: FOLDER/de/m\\xff.json: has a name that is not valid UTF-8\n");
-}
-
-TEST(TermFiles, ArchiveHoldsTheSameFilesAndMayHaveAFolderAround) {
-    TestFolder folder;
-    folder.write("a.zip",
-        TestArchive{{{"i18n/de/translation.json", "1"}, {"i18n/fr.json", "2"}, {"ja/translation.json", "3"},
-                        {"i18n/xx.json", "4"}, {"a/b/c/de.json", "5"}, {"__MACOSX/de.json", "6"}}}
-            .make());
-    EXPECT_EQ(found(folder, "a.zip"), "fr=2\nde=1\nja=3\nnotice: i18n/xx.json: no language has the code i18n\n");
-}
-
-TEST(TermFiles, FolderAroundInAnArchiveIsNoCode) {
-    TestFolder folder;
-    folder.write("a.zip",
-        TestArchive{{{"i18n/de.json", "1"}, {"i18n/enGB.json", "2"}, {"i18n/ptBR.json", "3"}, {"ptBR/menu.json", "4"},
-                        {"i18n/esMX/menu.json", "5"}}}
-            .make());
-    const LanguageMapping map[]{{"esMX", UnsignedInt(findLanguage("es-MX"))}};
-    EXPECT_EQ(found(folder, "a.zip", map),
-        "de=1\n"
-        "es-MX menu=5\n"
-        "notice: i18n/enGB.json: no language has the code enGB; the nearest is en-GB: rename it, or map it with "
-        "--map enGB=en-GB\n"
-        "notice: i18n/ptBR.json: no language has the code ptBR (1 more file); the nearest is pt-BR: rename it, or map "
-        "it "
-        "with --map ptBR=pt-BR\n");
-}
-
-TEST(TermFiles, ArchiveThatIsRefusedGivesNothing) {
-    TestFolder folder;
-    folder.write("a.zip", TestArchive{{{"de.json", "1"}, {"../fr.json", "2"}}}.make());
-    EXPECT_EQ(found(folder, "a.zip"), "refused: FOLDER/a.zip/../fr.json: leads out of its folder\n");
-    folder.write("b.zip", "{}");
-    EXPECT_EQ(found(folder, "b.zip"), "refused: FOLDER/b.zip: is no ZIP archive, or is cut off\n");
-    TestArchive damaged{{{"de.json", "1"}}};
-    damaged.entries[0].crcLie = 1;
-    folder.write("c.zip", damaged.make());
-    EXPECT_EQ(found(folder, "c.zip"), "refused: FOLDER/c.zip/de.json: is damaged: CRC error\n");
-    folder.write("d.zip", TestArchive{}.make());
-    EXPECT_EQ(found(folder, "d.zip"), "refused: FOLDER/d.zip" + std::string{NoTerms});
-}
-
-TEST(TermFiles, DamageOutsideOfTermsIsNotLookedAt) {
-    TestFolder folder;
-    TestArchive archive{{{"de.json", "1"}, {"README.md", "2"}}};
-    archive.entries[1].crcLie = 1;
-    folder.write("a.zip", archive.make());
-    EXPECT_EQ(found(folder, "a.zip"), "de=1\n");
 }
 
 /** Cancels what it is read for when its first file has been read. */
