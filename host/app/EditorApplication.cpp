@@ -12,6 +12,7 @@
 #include <Corrade/Utility/Debug.h>
 
 #include "QuorvaneEditor/JobSystem.h"
+#include "Utils/Desktop.h"
 #include "Utils/Dialogs.h"
 #include "app/CommandLine.h"
 #include "app/DesktopOpener.h"
@@ -21,6 +22,7 @@
 #include "app/KeyOrder.h"
 #include "app/MessageLog.h"
 #include "app/NewView.h"
+#include "app/RecentProjects.h"
 #include "app/Renderer.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
@@ -116,11 +118,12 @@ public:
           _line{line},
           _renderer{window},
           _modules{moduleFolders(line)},
+          _recent{line.screenshot.isEmpty() ? appDirectory() : Containers::String{}},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         const bool takesPicture = !line.screenshot.isEmpty();
         Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
         Fonts::load(sharedFile("icons.otf"));
-        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs")});
+        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
@@ -180,6 +183,8 @@ private:
     /** Null without OpenGL. */
     Containers::Pointer<Thumbnails> _thumbnails;
     ModuleLoader _modules;
+    /** A picture is the same for every user. */
+    RecentProjects _recent;
     EditorFrame _frame;
     Title _title;
     int _busy = BusyFrames;

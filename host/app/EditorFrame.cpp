@@ -8,6 +8,7 @@
 #include "QuorvaneEditor/JobSystem.h"
 #include "app/MessageLog.h"
 #include "app/MessagePanel.h"
+#include "app/RecentProjects.h"
 #include "app/StartPage.h"
 #include "app/StatusBar.h"
 #include "document/EditorSession.h"
@@ -52,6 +53,7 @@ bool EditorFrame::open(Containers::StringView folder) {
     _exchange.reset();
     restartViews();
     _layout.load();
+    if(_desktop.recent) _desktop.recent->add(_session->folder());
     _log->note("Opened " + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
@@ -156,6 +158,16 @@ MainMenu::Available EditorFrame::available() const {
     return available;
 }
 
+void EditorFrame::drawStartPage() {
+    const StartPage::Choice choice =
+        StartPage::draw(_desktop.recent ? _desktop.recent->folders() : std::vector<Containers::String>{});
+    if(choice.asks) _command = Command::OpenProject;
+    if(choice.project.isEmpty()) return;
+    // Nothing is unsaved where nothing is open.
+    _nextProject = choice.project;
+    _answer = Answer::Discard;
+}
+
 void EditorFrame::draw() {
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
@@ -168,8 +180,8 @@ void EditorFrame::draw() {
         _views.draw();
         if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
         _exchange.draw();
-    } else if(StartPage::draw()) _command = Command::OpenProject;
-    _answer = _questions.draw();
+    } else drawStartPage();
+    if(const Answer answer = _questions.draw(); answer != Answer::None) _answer = answer;
 }
 
 }

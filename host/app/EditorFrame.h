@@ -21,6 +21,7 @@ class EditorSession;
 class FileSystem;
 class MessageLog;
 class ModuleLoader;
+class RecentProjects;
 
 /** The editor without its window: what happens between two frames, and what is drawn in one. It needs a GUI context and nothing
     that the context is shown on.
@@ -41,6 +42,9 @@ public:
 
         /** What there is to read about the editor. */
         Containers::String documentation;
+
+        /** What the user opened before; must outlive the frame. */
+        RecentProjects* recent = nullptr;
     };
 
     /** @param session          must outlive this object, as must the others
@@ -87,6 +91,7 @@ private:
     void execute(Command command);
     void executeAnswer(Answer answer);
     void chooseProject();
+    void drawStartPage();
     void exchangeTerms();
     void proceed();
     void restartViews();

@@ -9,7 +9,25 @@
 
 namespace QuorvaneEngine::StartPage {
 
-bool draw() {
+namespace {
+
+/** One line for each project, whose path may be any text. */
+void drawRecent(const std::vector<Containers::String>& recent, Choice& choice) {
+    if(recent.empty()) return;
+    ImGui::Spacing();
+    Widgets::paleText("Opened before");
+    for(std::size_t i = 0; i != recent.size(); ++i) {
+        const IdGuard id{int(i)};
+        const ImVec2 place = ImGui::GetCursorPos();
+        if(ImGui::Selectable("##recent", false, ImGuiSelectableFlags_AllowOverlap)) choice.project = recent[i];
+        ImGui::SetCursorPos(place);
+        Widgets::text(recent[i]);
+    }
+}
+
+}
+
+Choice draw(const std::vector<Containers::String>& recent) {
     const ImGuiViewport& viewport = *ImGui::GetMainViewport();
     ImGui::SetNextWindowPos(viewport.WorkPos);
     ImGui::SetNextWindowSize(viewport.WorkSize);
@@ -20,13 +38,16 @@ bool draw() {
     constexpr ImGuiWindowFlags Flags = ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoDocking |
         ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoBringToFrontOnFocus;
     const WindowGuard window{ImGui::Begin("Start", nullptr, Flags)};
-    if(!window) return false;
+    Choice choice;
+    if(!window) return choice;
     Widgets::centre(Widgets::scaled(460.0f), Widgets::scaled(150.0f));
     const Widgets::BlockScope block{Widgets::scaled(460.0f)};
     Widgets::heading(ICON_FA_FOLDER_OPEN, "No project is open");
     Widgets::paleText("A project is a folder with a file project.json in it.");
     ImGui::Spacing();
-    return Widgets::primaryButton("Open a project...");
+    choice.asks = Widgets::primaryButton("Open a project...");
+    drawRecent(recent, choice);
+    return choice;
 }
 
 }

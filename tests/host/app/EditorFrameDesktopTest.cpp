@@ -4,6 +4,7 @@
 #include <Corrade/Containers/StringView.h>
 
 #include "EditorFrameTest.h"
+#include "app/RecentProjects.h"
 
 namespace QuorvaneEngine::Test {
 namespace {
@@ -57,6 +58,34 @@ TEST_F(EditorFrameDesktopTest, WhatTheDesktopCannotShowIsGrey) {
         IM_CHECK(isGrey(user, "Help", "//$FOCUSED/Open documentation"));
         user.PopupCloseAll();
     }));
+}
+
+TEST_F(EditorFrameDesktopTest, TheStartPageOffersTheProjectsThatWereOpenedBefore) {
+    RecentProjects recent{(root / "settings").c_str()};
+    recent.add(path("second").c_str());
+    recent.add("/nowhere ## at all");
+    recent.add(path("first").c_str());
+    frame.setDesktop({nullptr, nullptr, {}, &recent});
+    EXPECT_TRUE(play("recent", [this](ImGuiTestContext& user) {
+        user.ItemClick("//Start/$$1/##recent");
+        user.Yield(2);
+        IM_CHECK(frame.failure().contains("/nowhere ## at all"));
+        user.ItemClick("//Project not opened/OK");
+        user.ItemClick("//Start/$$2/##recent");
+        user.Yield(2);
+    }));
+    EXPECT_EQ(session.folder(), path("second").c_str());
+    EXPECT_EQ(recent.folders()[0], path("second").c_str());
+    EXPECT_EQ(RecentProjects{(root / "settings").c_str()}.folders()[0], path("second").c_str());
+}
+
+TEST_F(EditorFrameDesktopTest, AProjectThatCannotBeOpenedIsNotNoted) {
+    RecentProjects recent{(root / "settings").c_str()};
+    frame.setDesktop({nullptr, nullptr, {}, &recent});
+    EXPECT_FALSE(open("third"));
+    EXPECT_TRUE(recent.folders().empty());
+    EXPECT_TRUE(open("first"));
+    EXPECT_EQ(recent.folders().size(), 1u);
 }
 
 TEST_F(EditorFrameDesktopTest, WithoutAProjectThereIsNoFolderToShow) {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vector>
+
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** The projects that the user opened last, in the file `recent-projects.json` of a folder for the program's own settings: a JSON array
+    of folders, the last one first. */
+class QUORVANE_API RecentProjects {
+public:
+    /** Older ones are forgotten. */
+    static constexpr std::size_t MaxCount = 8;
+
+    /** Reads the file. One that is not there is none yet; what cannot be read is a warning, and none, too.
+        @param folder   made by the first @ref add() ; empty to keep nothing */
+    explicit RecentProjects(Containers::StringView folder);
+
+    /** Puts a project first, and writes the file. What other editors have opened meanwhile is kept.
+        @param project  its folder, absolute; a name that is not UTF-8 is left out, for JSON cannot hold it */
+    void add(Containers::StringView project);
+
+    const std::vector<Containers::String>& folders() const { return _projects; }
+
+private:
+    void read();
+    bool write() const;
+
+    Containers::String _folder;
+    Containers::String _file;
+    std::vector<Containers::String> _projects;
+};
+
+}
