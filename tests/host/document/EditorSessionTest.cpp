@@ -6,25 +6,17 @@
 #include <string>
 #include <vector>
 
-#include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
 #include "ChangeGroup.h"
 #include "JsonReader.h"
-#include "JsonWriter.h"
 #include "MemoryFileSystem.h"
 #include "QuorvaneEditor/JobSystem.h"
+#include "WarnedTest.h"
 
 namespace QuorvaneEngine {
 namespace {
-
-std::string text(Containers::StringView view) { return {view.data(), view.size()}; }
-
-std::string textOf(const rapidjson::Value& value) {
-    Containers::String out, error;
-    return text(JsonWriter::write(value, {0, false, {}}, out, error) ? out : error);
-}
 
 rapidjson::Document documentOf(const std::string& json) {
     rapidjson::Document document;
@@ -34,7 +26,7 @@ rapidjson::Document documentOf(const std::string& json) {
 }
 
 /* A session on two projects in memory, and the warning of the last call. */
-class EditorSessionTest: public testing::Test {
+class EditorSessionTest: public WarnedTest {
 protected:
     EditorSessionTest() {
         disk.put("/p/project.json",
@@ -51,17 +43,6 @@ protected:
         return warned([&] { return session.save(); });
     }
 
-    template <class Call> bool warned(Call call) {
-        Containers::String out;
-        bool result;
-        {
-            Corrade::Utility::Warning redirect{&out};
-            result = call();
-        }
-        warning = text(out);
-        return result;
-    }
-
     void push(const char* path, int value, bool merge = false) {
         session.changes().pushChange(path, rapidjson::Value{value}, merge);
     }
@@ -70,7 +51,6 @@ protected:
 
     MemoryFileSystem disk;
     EditorSession session{nullptr, &disk};
-    std::string warning;
 };
 
 TEST_F(EditorSessionTest, BeginsWithAnEmptyDocumentInNoFolder) {

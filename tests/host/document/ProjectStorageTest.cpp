@@ -12,8 +12,8 @@
 #include <rapidjson/document.h>
 #include <unistd.h>
 
-#include "JsonWriter.h"
 #include "MemoryFileSystem.h"
+#include "WarnedTest.h"
 #include "support/OrdinaryUser.h"
 
 namespace QuorvaneEngine {
@@ -37,15 +37,8 @@ const std::string Project = "{\n"
 const std::string German = "{\n  \"a\": {\"text\": \"Hallo\"},\n  \"b\": {\"text\": \"\"}\n}\n";
 const std::string French = "{\n  \"a\": {\"text\": \"Bonjour\"}\n}\n";
 
-std::string text(Containers::StringView view) { return {view.data(), view.size()}; }
-
-std::string textOf(const rapidjson::Value& value) {
-    Containers::String out, error;
-    return text(JsonWriter::write(value, {0, false, {}}, out, error) ? out : error);
-}
-
 /* A small project in memory, and the warning of the last call. */
-class ProjectStorageTest: public testing::Test {
+class ProjectStorageTest: public WarnedTest {
 protected:
     ProjectStorageTest() {
         disk.put("/p/project.json", Project);
@@ -56,25 +49,11 @@ protected:
     bool open(const std::string& folder = "/p") { return open(storage, folder); }
 
     bool open(ProjectStorage& opened, const std::string& folder) {
-        Containers::String out;
-        bool isOpened;
-        {
-            Corrade::Utility::Warning redirect{&out};
-            isOpened = opened.open({folder.data(), folder.size()}, document);
-        }
-        warning = text(out);
-        return isOpened;
+        return warned([&] { return opened.open({folder.data(), folder.size()}, document); });
     }
 
     bool save() {
-        Containers::String out;
-        bool isSaved;
-        {
-            Corrade::Utility::Warning redirect{&out};
-            isSaved = storage.save(document);
-        }
-        warning = text(out);
-        return isSaved;
+        return warned([&] { return storage.save(document); });
     }
 
     rapidjson::Value& translations() { return document["localization"]["translations"]; }
@@ -84,7 +63,6 @@ protected:
     MemoryFileSystem disk;
     ProjectStorage storage{disk};
     rapidjson::Document document{rapidjson::kObjectType};
-    std::string warning;
 };
 
 TEST_F(ProjectStorageTest, OpensAllFilesAsOneDocument) {
@@ -507,14 +485,7 @@ protected:
     bool saveAfterEdit() {
         document["objects"]["o"]["text"].SetString("Hi");
         translations()["de"]["a"]["text"].SetString("He");
-        Containers::String out;
-        bool isSaved;
-        {
-            Corrade::Utility::Warning redirect{&out};
-            isSaved = disk.save(document);
-        }
-        warning = text(out);
-        return isSaved;
+        return warned([&] { return disk.save(document); });
     }
 
     ProjectStorage disk{FileSystem::disk()};
