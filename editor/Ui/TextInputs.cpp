@@ -133,9 +133,8 @@ bool Ui::rename(const Containers::StringView valuePath, const Containers::String
     // What was clicked instead may be active already.
     if(ImGui::IsItemActive()) ImGui::ClearActiveID();
     const Containers::StringView text = bufferText(editBuffer);
-    if(!isAccepted || text == stored) return false;
-    changes->pushChange(valuePath, text, true);
-    return true;
+    if(isAccepted && text != stored) changes->pushChange(valuePath, text, true);
+    return isAccepted;
 }
 
 }

@@ -149,7 +149,7 @@ public:
         counts as 0, `false` or an empty text, and an edit replaces it. Edits that go on over many frames merge. */
 
     /** A number that is dragged, or typed.
-        @param min          lowest value that a drag comes to; there are no limits unless it is less than @p max
+        @param min          lowest value that a drag comes to; there are no limits where it is greater than @p max or both are 0
         @param speed        change per pixel
         @param fastSpeed    change per pixel while the command modifier is held */
     bool inputFloat(Containers::StringView name, float min, float max, float speed, float fastSpeed);
@@ -159,7 +159,7 @@ public:
     bool inputFloat3(Containers::StringView name, float min, float max, float speed, float fastSpeed);
     bool inputFloat4(Containers::StringView name, float min, float max, float speed, float fastSpeed);
 
-    /** An integer. What is typed is clamped, too. */
+    /** An integer. What is typed is clamped, too, and two limits of 0 leave 0 alone. */
     bool inputInt(Containers::StringView name, Int min, Int max, float speed, float fastSpeed);
 
     /** Integers of an array. What is typed is not clamped. */
@@ -196,18 +196,22 @@ public:
     bool inputEnum(Containers::StringView name, const Containers::StringIterable& values);
 
     /** A line of text. It becomes a change, if it is another text then, when the input loses the keyboard; who leaves with Escape
-        keeps the old one. Where the input is not drawn in that frame, what was typed is lost.
+        keeps the old one. Where the input is not drawn in that frame, what was typed is lost. Where nothing
+        but the value itself changed meanwhile, it stays.
         @return whether the text in the input changed, which is not yet a change of the value */
     bool inputText(Containers::StringView name);
 
     /** Lines of text that fill the available region, otherwise as @ref inputText() .
-        @param absolute         whether the name is itself the JSON Pointer of the value; it is opened as a scope all the same
+        @param absolute         whether the name is itself the JSON Pointer of the value, also for copying and pasting; it is opened as a
+            scope all the same
         @param returnOnCommit   whether to return, instead, whether the value changed */
     bool inputTextMultiline(Containers::StringView name, bool absolute, bool returnOnCommit);
 
     /** A text that a double-click turns into an input. Enter and a click of the left button elsewhere accept what was typed, as a
-        change if it is another text; Escape and a click of the right button elsewhere do not.
-        @param absolute     as for @ref inputTextMultiline() */
+        change if it is another text: who only looks must not lose what could be redone. Escape and a click of the right button elsewhere
+        do not. In between the input keeps the keyboard, also from the tab key.
+        @param absolute     as for @ref inputTextMultiline()
+        @return whether a text was accepted, be it the same */
     bool renameable(Containers::StringView name, bool absolute);
 
     /** @} */
@@ -225,8 +229,9 @@ public:
     void copyValue();
 
     /** Replaces the value at the scope path by that on the clipboard, as one change, or prints a warning and changes nothing: the
-        text has to be JSON that the project's files can hold, of the type that is there already, where `true` and `false` are
-        two types and all numbers one, and an array of the same size. */
+        text has to be JSON that the project's files can hold, of the type that is there already, where `true` and `false` are two types
+        and all numbers one, and an array of the same size. What files cannot hold is text that is not UTF-8, lone surrogates, a key
+        twice in one object, and containers that lie deeper and numbers that are longer than in files. */
     void pasteValue();
 
     /** @} */
@@ -264,6 +269,10 @@ public:
     /** A value that refers to a resource of a collection, or is null. Shows the resource's name; a click opens a list of all resources
         to choose from and to search by name. Takes resources that are dragged there, which the filter does not hold back; an ID that is
         not UTF-8 prints a warning and changes nothing.
+
+        The list lies under the field, down to the end of the main window, or above it where there is room for a few lines alone. The
+        keyboard opens it, too. A row with a picture is 64 pixels high at scale 1 and begins with it, as a square; the name stands behind
+        it, in the middle of the height.
 
         The list holds what the filter offers, in document order, with their pictures for textures, materials and meshes. It is made
         when it opens, when its search text changes and when the project does, and the filter is asked then alone. A resource without

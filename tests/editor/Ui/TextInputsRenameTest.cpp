@@ -170,7 +170,7 @@ TEST_F(UiRenameable, ARightClickElsewhereCancels) {
     EXPECT_EQ(recorded(), 0);
 }
 
-TEST_F(UiRenameable, AcceptingTheSameTextRecordsNothing) {
+TEST_F(UiRenameable, AcceptingTheSameTextRecordsNothingAndReturnsTrue) {
     EXPECT_TRUE(use([this](ImGuiTestContext& user) {
         doubleClick(user, place);
         user.KeyPress(ImGuiKey_Enter);
@@ -182,7 +182,7 @@ TEST_F(UiRenameable, AcceptingTheSameTextRecordsNothing) {
         IM_CHECK_EQ(ui.renamingItem, 0u);
     }));
     EXPECT_EQ(recorded(), 0);
-    EXPECT_EQ(renamed, 0);
+    EXPECT_EQ(renamed, 2);
 }
 
 TEST_F(UiRenameable, TheNextDoubleClickAcceptsAndEditsTheOther) {
