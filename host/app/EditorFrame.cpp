@@ -1,7 +1,11 @@
 #include "app/EditorFrame.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <Corrade/Utility/Debug.h>
 #include <imgui.h>
+#include <rapidjson/document.h>
 
 #include "ChangeManager.h"
 #include "QuorvaneEditor/EditorState.h"
@@ -13,6 +17,7 @@
 #include "app/StatusBar.h"
 #include "document/EditorSession.h"
 #include "document/FileSystem.h"
+#include "localization/LanguageLookup.h"
 #include "localization/ProjectReview.h"
 #include "modules/ModuleLoader.h"
 
@@ -32,6 +37,8 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
     session.state().isViewOpen(_messagesView) = false;
+    _languageWatch = session.watch().subscribe(nullptr, "languages",
+        [this](const Change&, Containers::ArrayView<Containers::StringView>) { _areLanguagesTouched = true; });
 }
 
 EditorFrame::~EditorFrame() {
@@ -51,6 +58,7 @@ bool EditorFrame::open(Containers::StringView folder) {
     }
     _session->makeEditorFolder();
     _exchange.reset();
+    learnLanguages();
     restartViews();
     _layout.load();
     if(_desktop.recent) _desktop.recent->add(_session->folder());
@@ -67,19 +75,28 @@ void EditorFrame::restartViews() {
 
 void EditorFrame::prepare() {
     if(hasProject()) _layout.saveChanges();
+    // What views have done in the last frame they know.
+    if(_areLanguagesTouched) learnLanguages();
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     executeAnswer(std::exchange(_answer, Answer::None));
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
-    exchangeTerms();
+    _exchange.prepare();
+    if(_areLanguagesTouched) tellNewLanguages();
     _session->beginFrame();
     _views.checkConditions();
 }
 
-void EditorFrame::exchangeTerms() {
-    _exchange.prepare();
-    if(!_exchange.takeNewLanguages()) return;
+void EditorFrame::learnLanguages() {
+    _languages = languagesOf(_session->project());
+    _areLanguagesTouched = false;
+}
+
+void EditorFrame::tellNewLanguages() {
+    const Containers::Array<UnsignedInt> known = std::move(_languages);
+    learnLanguages();
+    if(std::equal(known.begin(), known.end(), _languages.begin(), _languages.end())) return;
     // The view has a list of languages of its own, and learns of others when it is made.
     _jobs->waitForAll();
     _views.restart("Localization");
@@ -151,7 +168,8 @@ MainMenu::Available EditorFrame::available() const {
     MainMenu::Available available;
     available.showProject = isOpen && _desktop.showFolder;
     available.save = isOpen && _session->hasUnsavedChanges();
-    available.previewImport = available.checkTerms = available.resetLayout = isOpen;
+    available.previewImport = available.resetLayout = isOpen;
+    available.checkTerms = isOpen && !_exchange.hasPreview();
     available.undo = isSettled && changes.canUndo();
     available.redo = isSettled && changes.canRedo();
     available.openDocumentation = _desktop.open && !_desktop.documentation.isEmpty();

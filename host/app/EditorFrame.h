@@ -2,10 +2,11 @@
 
 #include <utility>
 
-#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "QuorvaneEditor/ProjectWatch.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
 #include "app/MainMenu.h"
@@ -92,7 +93,8 @@ private:
     void executeAnswer(Answer answer);
     void chooseProject();
     void drawStartPage();
-    void exchangeTerms();
+    void learnLanguages();
+    void tellNewLanguages();
     void proceed();
     void restartViews();
     bool save();
@@ -110,6 +112,11 @@ private:
     ProjectLayout _layout;
     ViewSet _views;
     TermExchange _exchange;
+
+    /** Of the project, as its views know them; and whether /languages has changed since. */
+    Containers::Array<UnsignedInt> _languages;
+    bool _areLanguagesTouched = false;
+    ProjectWatch::Subscription _languageWatch;
     Questions _questions;
     Desktop _desktop;
     Command _command = Command::None;

@@ -33,14 +33,6 @@ bool isSame(const LocalizationReport& a, const LocalizationReport& b) {
         });
 }
 
-Containers::Array<UnsignedInt> languagesOf(ProjectFile& project) {
-    Containers::Array<UnsignedInt> languages;
-    for(const Containers::StringView code: project.root()["languages"_s])
-        if(const Int language = findLanguage(code); language != -1)
-            Containers::arrayAppend(languages, UnsignedInt(language));
-    return languages;
-}
-
 }
 
 /** What jobs work on, which the GUI thread leaves alone meanwhile. */
@@ -118,10 +110,8 @@ ImportPreview::Event ImportPreview::apply() {
         return Event::None;
     }
     Containers::Array<UnsignedInt> languages = languagesOf(_editor->project());
-    const std::size_t before = languages.size();
     _run->group = _work->import.apply(languages);
     _run->when = std::chrono::system_clock::now();
-    _hasNewLanguages = languages.size() != before;
     _editor->lastRun = _run;
     return end(Event::Applied);
 }

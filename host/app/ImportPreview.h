@@ -90,9 +90,6 @@ public:
     /** Folder or archive, as it was given. */
     Containers::StringView path() const { return _path; }
 
-    /** Whether what was applied last brought languages that the project did not have. */
-    bool hasNewLanguages() const { return _hasNewLanguages; }
-
 private:
     struct Work;
 
@@ -112,7 +109,6 @@ private:
     std::shared_ptr<LocalizationRun> _shown;
     Containers::String _path;
     Int _revision = -1;
-    bool _hasNewLanguages = false;
 };
 
 }

@@ -44,9 +44,12 @@ constexpr float MaxSearchWidth = 360.0f;
 constexpr const char* KindIcons[]{
     ICON_FA_LIST_CHECK, ICON_FA_FILE_EXPORT, ICON_FA_FILE_IMPORT, ICON_FA_MAGNIFYING_GLASS};
 constexpr const char* UndoLabels[]{ICON_FA_ROTATE_LEFT "  Undo this gathering###Undo", nullptr,
-    ICON_FA_ROTATE_LEFT "  Undo this import###Undo", nullptr};
+    ICON_FA_ROTATE_LEFT "  Undo this import###Undo", ICON_FA_ROTATE_LEFT "  Undo the import###Undo"};
 
-const char* undoLabel(const LocalizationRun& run) { return UndoLabels[std::size_t(run.kind)]; }
+/** Null where the run has nothing that could be undone. */
+const char* undoLabel(const LocalizationRun& run) {
+    return run.kind == LocalizationRun::Kind::Check && run.group == -1 ? nullptr : UndoLabels[std::size_t(run.kind)];
+}
 
 float buttonWidth(const char* label) {
     return ImGui::CalcTextSize(label, nullptr, true).x + 2.0f * ImGui::GetStyle().FramePadding.x;

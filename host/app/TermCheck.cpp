@@ -31,9 +31,7 @@ TermCheck::~TermCheck() { discard(); }
 
 void TermCheck::start(const UnsignedInt defaultLanguage) {
     _work.emplace();
-    for(const Containers::StringView code: _editor->project().root()["languages"_s])
-        if(const Int language = findLanguage(code); language != -1)
-            _work->run.report.addLanguage(UnsignedInt(language));
+    for(const UnsignedInt language: languagesOf(_editor->project())) _work->run.report.addLanguage(language);
     _job = _jobs->dispatch(
         [work = _work.get(), root = &std::as_const(_editor->project().document()), defaultLanguage] {
             if(!work->progress.isCancelled)
@@ -46,7 +44,13 @@ void TermCheck::start(const UnsignedInt defaultLanguage) {
 
 void TermCheck::update() {
     if(!_work || !_jobs->isDone(_job)) return;
-    if(!_work->progress.isCancelled) setLastRun(*_editor, std::move(_work->run));
+    if(!_work->progress.isCancelled) {
+        // Who checks what an import has brought may want to take it back for what is found.
+        const LocalizationRun* const last = lastRun(*_editor);
+        if(last && last->kind != LocalizationRun::Kind::Gathering && canUndo(*_editor, *last))
+            _work->run.group = last->group;
+        setLastRun(*_editor, std::move(_work->run));
+    }
     _work = nullptr;
 }
 

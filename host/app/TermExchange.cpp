@@ -137,7 +137,7 @@ void TermExchange::executeCheck(const CheckPopup::Request request) {
 
 void TermExchange::executeAction(const ReportPanel::Action action) {
     using Action = ReportPanel::Action;
-    const bool isReady = _preview.state() == ImportPreview::State::Ready;
+    const bool isReady = hasPreview();
     const bool isSettled = !_session->changes().isGroupOpen();
     if(action == Action::Undo && _noticed && ReportText::undoObstacle(_session->editor(), *_noticed).isEmpty()) {
         _session->undo();
@@ -170,7 +170,7 @@ void TermExchange::react(const ImportPreview::Event event) {
     case ImportPreview::Event::Cancelled:
         _popup.close();
         return _log->note(format("Nothing was imported from {}", _preview.path()));
-    case ImportPreview::Event::Applied: _hasNewLanguages = _hasNewLanguages || _preview.hasNewLanguages(); return;
+    case ImportPreview::Event::Applied: return;
     }
 }
 
@@ -194,7 +194,7 @@ void TermExchange::showPanel() { _session->state().isViewOpen(_panelView) = _bri
 void TermExchange::draw() {
     if(bool& open = _session->state().isViewOpen(_panelView); open) {
         using Mode = ReportPanel::Mode;
-        const bool isPreview = _preview.state() == ImportPreview::State::Ready;
+        const bool isPreview = hasPreview();
         const Mode mode = !isPreview ? Mode::Done : _isOutdated ? Mode::Outdated : Mode::Preview;
         const std::shared_ptr<const LocalizationRun> run = isPreview ? _preview.run() : _noticed;
         _action = _panel.draw(_session->editor(), run, mode, &open);

@@ -40,8 +40,11 @@ public:
     /** Lets the user preview an import. */
     void askForImport();
 
-    /** Checks the terms, and reports what is found. */
+    /** Checks the terms, and reports what is found. Not while there is a preview, which the report would take the place of. */
     void askForCheck() { _checkPopup.open(); }
+
+    /** Whether a preview waits for its user. */
+    bool hasPreview() const { return _preview.state() == ImportPreview::State::Ready; }
 
     /** Does what the user asked for in the last frame, and goes on with what runs. Between two frames. */
     void prepare();
@@ -60,9 +63,6 @@ public:
 
     /** Whether another thread reads the project now, which therefore must not change. */
     bool readsProject() const { return _preview.readsProject() || _check.readsProject(); }
-
-    /** Whether an import brought languages to the project since the last call. */
-    bool takeNewLanguages() { return std::exchange(_hasNewLanguages, false); }
 
 private:
     void executeRequest(ImportPopup::Request request);
@@ -94,7 +94,6 @@ private:
     Containers::String _path;
     bool _isOutdated = false;
     bool _bringsPanelToFront = false;
-    bool _hasNewLanguages = false;
 };
 
 }

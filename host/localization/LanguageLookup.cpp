@@ -7,11 +7,18 @@
 #include <string_view>
 #include <utility>
 
+#include <Corrade/Containers/GrowableArray.h>
+#include <rapidjson/document.h>
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
 
+#include "QuorvaneEditor/ProjectFile.h"
+#include "QuorvaneEditor/ValueAccess.h"
+
 namespace QuorvaneEngine {
+
+using namespace Containers::Literals;
 
 namespace {
 
@@ -200,6 +207,14 @@ Int findLanguage(const Containers::StringView code) {
             return viewOf(AllLanguages[index].code) < wanted;
         });
     return found != sorted.end() && viewOf(AllLanguages[*found].code) == text ? Int(*found) : -1;
+}
+
+Containers::Array<UnsignedInt> languagesOf(ProjectFile& project) {
+    Containers::Array<UnsignedInt> languages;
+    for(const Containers::StringView code: project.root()["languages"_s])
+        if(const Int language = findLanguage(code); language != -1)
+            Containers::arrayAppend(languages, UnsignedInt(language));
+    return languages;
 }
 
 Int nearestLanguage(const Containers::StringView name) {

@@ -1,14 +1,18 @@
 #pragma once
 
-#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/AllLanguages.h"
+#include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
 
 /** The index of the language with exactly this code (BCP 47) in @ref AllLanguages, -1 where the table has none. */
 QUORVANE_API Int findLanguage(Containers::StringView code);
+
+/** The languages of a project that are in @ref AllLanguages , in its order. */
+QUORVANE_API Containers::Array<UnsignedInt> languagesOf(ProjectFile& project);
 
 /** The index of the language that somebody most likely means by the name of a file or folder, to be suggested and never to be taken
     unasked; -1 where it resembles none, as `readme` does. Of the table's languages it is

@@ -26,7 +26,8 @@ struct LocalizationRun {
 
     std::chrono::system_clock::time_point when = std::chrono::system_clock::now();
 
-    /** Of the changes that the run made in the project, -1 where it made none. */
+    /** Of the changes that the run made in the project, -1 where it made none. That of a check is the import's that it followed,
+        -1 where anything else came before. */
     Int group = -1;
 };
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -258,6 +259,37 @@ TEST_F(HostedView, AnImportOfTheHostBringsItsLanguagesToTheView) {
         user.ItemClick("//Localization Report/###Undo");
         user.Yield(3);
         IM_CHECK(document() == before);
+        IM_CHECK(!isListed());
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Y);
+        user.Yield(3);
+        IM_CHECK(isListed());
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(3);
+        IM_CHECK(document() == before);
+        IM_CHECK(!isListed());
+    }));
+}
+
+TEST_F(HostedView, UndoingWhatAddsNoLanguageLeavesTheViewAsItIs) {
+    ASSERT_TRUE(frame.open((root / "first").c_str()));
+    EXPECT_TRUE(play("other change", [&](ImGuiTestContext& user) {
+        const auto shownBoxes = [&user] {
+            ImGuiTestItemList items;
+            user.GatherItems(&items, "//Localization", -1);
+            return int(std::count_if(items.begin(), items.end(), [](const ImGuiTestItemInfo& item) {
+                return Containers::StringView{item.DebugLabel} == "##translatable";
+            }));
+        };
+        IM_CHECK(shownBoxes() > 1);
+        search(user, "menu.start");
+        IM_CHECK_EQ(shownBoxes(), 1);
+        session.changes().pushChange("/languages/en/reviewer", Containers::StringView{"Mo"}, false);
+        user.Yield(2);
+        IM_CHECK_EQ(shownBoxes(), 1);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
+        user.Yield(3);
+        IM_CHECK(!session.changes().canUndo());
+        IM_CHECK_EQ(shownBoxes(), 1);
     }));
 }
 

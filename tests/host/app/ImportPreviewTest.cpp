@@ -128,16 +128,6 @@ TEST_P(ImportPreviewTest, DiscardingItLeavesEverythingAsItWas) {
     EXPECT_FALSE(last());
 }
 
-TEST_P(ImportPreviewTest, OnlyLanguagesThatTheProjectDidNotHaveAreNew) {
-    ASSERT_EQ(see(), Event::Ready);
-    ASSERT_EQ(preview.apply(), Event::Applied);
-    EXPECT_FALSE(preview.hasNewLanguages());
-    files.put("/terms/fr/translation.json", R"({"door": "Porte"})");
-    ASSERT_EQ(see(), Event::Ready);
-    ASSERT_EQ(preview.apply(), Event::Applied);
-    EXPECT_TRUE(preview.hasNewLanguages());
-}
-
 TEST_P(ImportPreviewTest, ARefusedSetIsTheLastRunAndChangesNothing) {
     files.put("/terms/fr/translation.json", "{\"door\": ");
     EXPECT_EQ(see(), Event::Refused);

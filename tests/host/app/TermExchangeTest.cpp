@@ -154,6 +154,54 @@ TEST_F(TermExchangeTest, TermsAreCheckedAndTheReportShowsWhatWasFound) {
     EXPECT_EQ(document(), edited);
 }
 
+TEST_F(TermExchangeTest, AnImportIsUndoneInTheReportOfTheCheckThatFollows) {
+    files.put("/terms/de/translation.json", R"({"door": "Pforte {{name}}"})");
+    EXPECT_TRUE(play("check an import", [this](ImGuiTestContext& user) {
+        preview(user);
+        user.ItemClick("//Localization Report/###Apply");
+        user.Yield(3);
+        const std::string imported = document();
+        IM_CHECK(imported != before);
+        choose(user, "File/Check terms");
+        await(user);
+        IM_CHECK(lastRun(session.editor())->kind == LocalizationRun::Kind::Check);
+        choose(user, "File/Check terms");
+        await(user);
+        IM_CHECK(document() == imported);
+        user.ItemClick("//Localization Report/###Undo");
+        user.Yield(3);
+        IM_CHECK(document() == before);
+    }));
+}
+
+TEST_F(TermExchangeTest, ACheckAfterAnythingElseHasNothingToUndo) {
+    EXPECT_TRUE(play("check an edit", [this](ImGuiTestContext& user) {
+        LocalizationTools::gatherStrings(session.editor());
+        edit("/localization/translations/de/door/text", "Pforte {{name}}");
+        choose(user, "File/Check terms");
+        await(user);
+        IM_CHECK(lastRun(session.editor())->kind == LocalizationRun::Kind::Check);
+        IM_CHECK(isShown("Localization Report"));
+        IM_CHECK(!user.ItemExists("//Localization Report/###Undo"));
+    }));
+}
+
+TEST_F(TermExchangeTest, APreviewIsNotLostToACheck) {
+    EXPECT_TRUE(play("check in a preview", [this](ImGuiTestContext& user) {
+        preview(user);
+        choose(user, "File");
+        user.Yield();
+        const ImGuiTestItemInfo item = user.ItemInfo("//$FOCUSED/Check terms");
+        IM_CHECK(item.ItemFlags & ImGuiItemFlags_Disabled);
+        user.PopupCloseAll();
+        user.ItemClick("//Localization Report/###Discard");
+        user.Yield(3);
+        choose(user, "File/Check terms");
+        await(user);
+        IM_CHECK(lastRun(session.editor()));
+    }));
+}
+
 TEST_F(TermExchangeTest, ChecksThatFindNothingSaySoInTheStatusBar) {
     EXPECT_TRUE(play("check", [this](ImGuiTestContext& user) {
         choose(user, "File/Check terms");

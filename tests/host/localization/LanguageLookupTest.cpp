@@ -109,6 +109,16 @@ TEST(LanguageLookup, WhatResemblesNoLanguageHasNoNearestOne) {
     EXPECT_EQ(nearest(viewed("en" + std::string(60, '-'))), "none");
 }
 
+TEST(LanguageLookup, TheLanguagesOfAProjectAreThoseOfTheTableInItsOrder) {
+    TestProject project{R"({"languages": {"fr": {}, "tlh-XX": {}, "de": 1}})"};
+    const Containers::Array<UnsignedInt> languages = languagesOf(project.session.project());
+    ASSERT_EQ(languages.size(), 2u);
+    EXPECT_EQ(Int(languages[0]), findLanguage("fr"));
+    EXPECT_EQ(Int(languages[1]), findLanguage("de"));
+    TestProject other{R"({"languages": "none"})"};
+    EXPECT_TRUE(languagesOf(other.session.project()).isEmpty());
+}
+
 TEST(LanguageLookup, OfSomeLanguagesFindsTheOneThatIsTheSame) {
     const auto same = [](const char* const code, const std::initializer_list<const char*> codes) {
         std::vector<UnsignedInt> some;
