@@ -4,9 +4,11 @@
 
 #include <rapidjson/document.h>
 
+#include "../document/PrintableText.h"
 #include "DocumentLookup.h"
 #include "LanguageLookup.h"
 #include "Placeholders.h"
+#include "TermConflicts.h"
 #include "TermKey.h"
 #include "TextBlanks.h"
 #include "TextComparison.h"
@@ -40,8 +42,13 @@ Containers::StringView languageNameOf(const Containers::StringView code) {
 }
 
 CheckedProject::CheckedProject(const rapidjson::Value& root, const Containers::StringView defaultCode)
-    : _root{root}, _defaultCode{defaultCode}, _terms{root} {
+    : _root{root},
+      _defaultCode{defaultCode},
+      _terms{root},
+      _values{root, _terms, defaultCode},
+      _trees(_terms.namespaces().size()) {
     readSilencings();
+    findConflicts();
     findPlurals();
 }
 
@@ -68,17 +75,45 @@ void CheckedProject::readSilencings(const rapidjson::Value* const silenced, cons
     }
 }
 
-void CheckedProject::findPlurals() {
-    const std::size_t namespaces = _terms.namespaces().size();
-    std::vector<TermTree> trees(namespaces);
+void CheckedProject::findConflicts() {
+    Int other = -1;
     for(UnsignedInt i = 0; i != _terms.terms().size(); ++i) {
         const ProjectTerm& term = this->term(i);
         if(!term.isTranslatable) continue;
-        Int other = -1;
-        const TermConflict conflict = trees[term.nameSpace].insert(term.fileKey, Int(i), other);
+        const TermConflict conflict = _trees[term.nameSpace].insert(term.fileKey, Int(i), other);
         if(conflict != TermConflict::None) _conflicts.push_back({i, conflict, other});
     }
+    // As in files: they come last, and give way to terms, also to those that are in no file.
+    for(std::size_t i = 0; i != _values.entries().size(); ++i) {
+        const KeptValues::Entry& value = _values.entries()[i];
+        const UnsignedInt nameSpace = UnsignedInt(value.place.nameSpace);
+        if(_terms.find(nameSpace, value.place.fileKey) != -1) continue;
+        const TermConflict conflict =
+            _trees[nameSpace].insert(value.place.fileKey, Int(_terms.terms().size() + i), other);
+        if(conflict != TermConflict::None && conflict != TermConflict::SamePath)
+            _valueConflicts.push_back({value.key, conflict, keyAt(other)});
+    }
+}
 
+Containers::StringView CheckedProject::keyAt(const Int number) const {
+    if(number == -1) return {};
+    const std::size_t count = _terms.terms().size();
+    return std::size_t(number) < count ? term(std::size_t(number)).key
+                                       : _values.entries()[std::size_t(number) - count].key;
+}
+
+Containers::String CheckedProject::formConflict(const Containers::StringView key) const {
+    TextArena memory;
+    const TermPlace place = _terms.place(key, memory);
+    Int other = -1;
+    const TermConflict conflict =
+        place.nameSpace == -1 ? TermConflict::None : _trees[std::size_t(place.nameSpace)].check(place.fileKey, other);
+    if(conflict == TermConflict::None || conflict == TermConflict::SamePath) return {};
+    return describe(conflict, printable(keyAt(other)));
+}
+
+void CheckedProject::findPlurals() {
+    const std::size_t namespaces = _terms.namespaces().size();
     _pluralsOfTerms.assign(_terms.terms().size(), -1);
     for(UnsignedInt i = 0; i != namespaces; ++i) {
         _firstPlurals.push_back(_plurals.size());
@@ -134,15 +169,8 @@ bool CheckedProject::isNestingTarget(const Containers::StringView key, const Uns
 void CheckedProject::findNestingTargets() const {
     for(const ProjectTerm& term: _terms.terms())
         if(term.isTranslatable) addNestingTarget(term.nameSpace, term.fileKey);
-
-    const rapidjson::Value* const values = memberOf(memberOf(&_root, "localization"_s), "values"_s);
-    const rapidjson::Value* const own = memberOf(values, _defaultCode);
-    if(!own || !own->IsObject()) return;
-    for(const auto& member: own->GetObject()) {
-        TextArena memory;
-        const TermPlace place = _terms.place(viewOf(member.name), memory);
-        if(place.nameSpace != -1) addNestingTarget(UnsignedInt(place.nameSpace), place.fileKey);
-    }
+    for(const KeptValues::Entry& value: _values.entries())
+        addNestingTarget(UnsignedInt(value.place.nameSpace), value.place.fileKey);
 }
 
 void CheckedProject::addNestingTarget(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {

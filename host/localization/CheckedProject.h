@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "KeptValues.h"
 #include "LocalizationChecks.h"
 #include "PluralSets.h"
 #include "ProjectTerms.h"
@@ -29,6 +30,7 @@ enum class CheckKind : unsigned char {
     SameSource,
     TranslatableMissing,
     TermUnknown,
+    ValueUnknown,
     StateUnknown,
     WrongType,
     LanguageUnknown,
@@ -70,6 +72,14 @@ public:
         Int other;
     };
 
+    /** A value of the default language whose key has no place beside another. */
+    struct ValueConflict {
+        Containers::StringView key;
+        TermConflict conflict;
+        /** The other key; may be empty. */
+        Containers::StringView other;
+    };
+
     /** A silencing that does not silence. */
     struct VoidSilencing {
         /** @ref NoTerm for the whole project. */
@@ -94,6 +104,16 @@ public:
 
     /** In the order of terms. */
     const std::vector<Conflict>& conflicts() const { return _conflicts; }
+    /** In the project's order. */
+    const std::vector<ValueConflict>& valueConflicts() const { return _valueConflicts; }
+
+    /** Whether the default language has a value under a key of the project. */
+    bool hasValue(const Containers::StringView key) const { return _values.find(key) != -1; }
+
+    /** Why a plural form that no term has finds no place beside the keys of terms and of values of the default language: the end of a
+        sentence, empty where it has one. */
+    Containers::String formConflict(Containers::StringView key) const;
+
     const std::vector<VoidSilencing>& voidSilencings() const { return _voidSilencings; }
 
     const std::vector<CheckedPlural>& plurals() const { return _plurals; }
@@ -129,14 +149,21 @@ private:
 
     void readSilencings();
     void readSilencings(const rapidjson::Value* silenced, UnsignedInt term);
+    void findConflicts();
     void findPlurals();
+    Containers::StringView keyAt(Int number) const;
     void findNestingTargets() const;
     void addNestingTarget(UnsignedInt nameSpace, Containers::StringView fileKey) const;
 
     const rapidjson::Value& _root;
     Containers::StringView _defaultCode;
     ProjectTerms _terms;
+    /** Of the default language. */
+    KeptValues _values;
+    /** By namespace; numbers of terms, and behind them those of values. */
+    std::vector<TermTree> _trees;
     std::vector<Conflict> _conflicts;
+    std::vector<ValueConflict> _valueConflicts;
     std::vector<Silencing> _silencings;
     std::vector<VoidSilencing> _voidSilencings;
     /** By namespace. */

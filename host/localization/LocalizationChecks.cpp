@@ -37,6 +37,8 @@ constexpr LocalizationCheck Checks[]{
     {"same-source"_s, FindingSeverity::Warning, "two terms have one source text"_s},
     {"translatable-missing"_s, FindingSeverity::Hint, "a term does not say whether it is translatable, so it is not"_s},
     {"term-unknown"_s, FindingSeverity::Warning, "a translation has a key that no term has"_s},
+    {"value-unknown"_s, FindingSeverity::Warning,
+        "a kept value has a key under which the default language has nothing, so it is in no file"_s},
     {"state-unknown"_s, FindingSeverity::Warning,
         "a translation has a state that does not exist, so it counts as done"_s},
     {"wrong-type"_s, FindingSeverity::Warning, "a value has another type than it must have, so it counts as missing"_s},

@@ -5,11 +5,13 @@
 #include <Corrade/Utility/Format.h>
 #include <rapidjson/document.h>
 
+#include "../document/PrintableText.h"
 #include "../document/ProjectStorage.h"
 #include "DocumentLookup.h"
 #include "JsonPath.h"
 #include "LanguageLookup.h"
 #include "ProjectTypes.h"
+#include "TermConflicts.h"
 #include "TextComparison.h"
 
 namespace QuorvaneEngine {
@@ -47,6 +49,7 @@ public:
             checkTranslated(*languages);
         }
         checkTypes();
+        checkValues();
     }
 
 private:
@@ -113,6 +116,35 @@ private:
                 add(CheckKind::WrongType, "project.json"_s, names, isOfLanguage ? names[1] : ""_s,
                     ProjectTypes::wrongType(path, is, mustBe), term == -1 ? CheckedProject::NoTerm : UnsignedInt(term));
             });
+    }
+
+    /** Looks for kept values that are in no file. */
+    void checkValues() {
+        for(const CheckedProject::ValueConflict& conflict: _project.valueConflicts())
+            addValue(CheckKind::LeafAndBranch, _project.defaultCode(), conflict.key,
+                describe(conflict.conflict, printable(conflict.other)));
+        const rapidjson::Value* const all = memberOf(memberOf(&_project.root(), "localization"_s), "values"_s);
+        if(!all || !all->IsObject()) return;
+        for(const auto& language: all->GetObject()) {
+            const Containers::StringView code = viewOf(language.name);
+            if(code == _project.defaultCode()) continue;
+            const KeptValues values{_project.root(), _project.terms(), code};
+            for(const KeptValues::Entry& value: values.entries())
+                if(!_project.hasValue(value.key) &&
+                    _project.terms().find(UnsignedInt(value.place.nameSpace), value.place.fileKey) == -1)
+                    addValue(CheckKind::ValueUnknown, code, value.key,
+                        "the default language has neither a text nor a value here"_s);
+        }
+    }
+
+    void addValue(const CheckKind kind, const Containers::StringView code, const Containers::StringView key,
+        const Containers::StringView message) {
+        LocalizationFinding place;
+        place.file = "project.json"_s;
+        place.path = _findings.texts().add(jsonPath({"localization"_s, "values"_s, code, key}));
+        place.term = _findings.texts().add(key);
+        place.language = _findings.texts().add(code);
+        _project.add(_findings, kind, place, message, CheckedProject::NoTerm);
     }
 
     const CheckedProject& _project;

@@ -154,6 +154,7 @@ private:
         form.plural = _project.pluralOf(key, form.category);
         if(!form.plural) add(CheckKind::TermUnknown, key, CheckedProject::NoTerm, "no term has this key"_s);
         if(!form.plural || !_project.isTranslated(_project.term(form.plural->otherTerm()))) return;
+        add(CheckKind::LeafAndBranch, key, form.plural->otherTerm(), _project.formConflict(key));
         formsOf(*form.plural) |= form.category;
         _ownForms.push_back(form);
     }

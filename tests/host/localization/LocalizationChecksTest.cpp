@@ -14,7 +14,8 @@ TEST(LocalizationChecks, HaveNamesThatAreNotForAnybodyToChange) {
         "error placeholder-differs\nwarning format-differs\nerror nesting-differs\nerror nesting-unknown\n"
         "warning plural-missing\nhint plural-extra\nerror leaf-and-branch\nwarning reserved-key\nhint same-as-source\n"
         "warning outer-blanks\nerror only-blanks\nerror source-gone\nwarning same-source\nhint "
-        "translatable-missing\nwarning term-unknown\nwarning state-unknown\nwarning wrong-type\n"
+        "translatable-missing\nwarning term-unknown\nwarning value-unknown\nwarning state-unknown\n"
+        "warning wrong-type\n"
         "error language-unknown\nwarning language-unlisted\nwarning default-twice\nwarning silenced-without-reason\n"
         "warning unknown-check\n");
     for(const LocalizationCheck& check: localizationChecks()) EXPECT_FALSE(check.description.isEmpty());

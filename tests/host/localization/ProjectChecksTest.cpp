@@ -57,4 +57,20 @@ TEST(ProjectChecks, AreSilencedWithTheTermOrTheCheck) {
         "wrong-type: project.json: /localization/terms/a/note: /note is a number, but must be a string [a number]\n");
 }
 
+TEST(ProjectChecks, FindValuesThatAreInNoFile) {
+    EXPECT_EQ(found(translated({{"t", "T"}, {"k", "K"}, {"a.[0]", "A"}}, {}, "de",
+                  R"(, "values": {"en": {"n": 1, "k.c": 2, "t": 3, "n.m": 4, "a.b": 5, "gone": null},
+                      "de": {"n": "N", "t": 1, "m": "M", "gone": null, "ui:x": 1}})")),
+        "leaf-and-branch: project.json: /localization/values/en/k.c: cannot stand beside k: one is a text, and the "
+        "other lies below it\n"
+        "leaf-and-branch: project.json: /localization/values/en/n.m: cannot stand beside n: one is a text, and the "
+        "other lies below it\n"
+        "leaf-and-branch: project.json: /localization/values/en/a.b: cannot stand beside a.[0]: one is an element, and "
+        "the other has a name\n"
+        "value-unknown: project.json: /localization/values/de/m: the default language has neither a text nor a value "
+        "here\n"
+        "value-unknown: project.json: /localization/values/de/ui:x: the default language has neither a text nor a "
+        "value here\n");
+}
+
 }

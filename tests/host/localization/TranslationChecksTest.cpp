@@ -262,4 +262,13 @@ TEST(TranslationChecks, FormsOfOneLanguageAreSilencedWithTheFormOther) {
         "[fewer]\n");
 }
 
+TEST(TranslationChecks, FindAFormThatATermLiesBelow) {
+    EXPECT_EQ(
+        found(translated({{"a_one", "{{count}} a"}, {"a_other", "{{count}} b"}, {"a_few.x", "X"}},
+            {{"a_one", "{{count}} c"}, {"a_few", "{{count}} d"}, {"a_many", "{{count}} e"}, {"a_other", "{{count}} f"}},
+            "pl")),
+        "leaf-and-branch: localization/pl.json: /a_few: cannot stand beside a_few.x: one is a text, and the other lies "
+        "below it\n");
+}
+
 }
