@@ -60,6 +60,36 @@ private:
     const PluralSets& _plurals;
 };
 
+/** Removes forms that a term lies below: no language may lose a term because another one has a form. */
+void removeBranches(const ProjectTerms& terms, const UnsignedInt nameSpace, std::vector<PlacedForm>& forms,
+    std::vector<LayoutConflict>& conflicts) {
+    if(forms.empty()) return;
+    TextIndex keys;
+    for(const PlacedForm& form: forms) keys.add(form.key.fileKey);
+    // Terms, by the numbers of the forms that they lie below.
+    std::vector<Int> below(keys.size(), -1);
+    for(std::size_t i = 0; i != terms.terms().size(); ++i) {
+        const ProjectTerm& term = terms.terms()[i];
+        if(term.nameSpace != nameSpace || !term.isTranslatable) continue;
+        for(std::size_t size = 1; size < term.fileKey.size(); ++size) {
+            PluralForm form;
+            const Containers::StringView above = term.fileKey.prefix(size);
+            if(term.fileKey[size] != '.' || !parsePluralForm(above, form)) continue;
+            if(const Int found = keys.find(above); found != -1) below[std::size_t(found)] = Int(i);
+        }
+    }
+    std::vector<bool> isTold(keys.size());
+    std::erase_if(forms, [&](const PlacedForm& form) {
+        const std::size_t number = std::size_t(keys.find(form.key.fileKey));
+        if(below[number] == -1) return false;
+        if(!isTold[number])
+            conflicts.push_back(
+                {TermConflict::LeafAndBranch, form.key.key, terms.terms()[std::size_t(below[number])].key});
+        isTold[number] = true;
+        return true;
+    });
+}
+
 }
 
 TermLayout::TermLayout(const ProjectTerms& terms, const UnsignedInt nameSpace, const PluralSets& plurals,
@@ -69,6 +99,7 @@ TermLayout::TermLayout(const ProjectTerms& terms, const UnsignedInt nameSpace, c
     std::vector<PlacedForm> forms;
     for(const Key& key: others)
         if(PlacedForm placed; places.find(key, placed)) forms.push_back(placed);
+    removeBranches(terms, nameSpace, forms, conflicts);
     std::stable_sort(forms.begin(), forms.end(), [](const PlacedForm& a, const PlacedForm& b) {
         return std::tuple{a.term, a.isBehind, a.category} < std::tuple{b.term, b.isBehind, b.category};
     });

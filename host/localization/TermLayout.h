@@ -39,8 +39,8 @@ public:
 
     /** All views must outlive this object.
         @param plurals  those among the file keys of the namespace's terms
-        @param others   keys of translations. Those that are no forms of a translatable plural get no place, and those that come twice
-            get one
+        @param others   keys of translations. Those that are no forms of a translatable plural, or lie above a term, get no place, and
+            those that come twice get one
         @param values   keys of values. Those that are keys of terms, or come twice, get one place
         @param conflicts    receives those that should have a place and have none */
     explicit TermLayout(const ProjectTerms& terms, UnsignedInt nameSpace, const PluralSets& plurals,

@@ -87,4 +87,9 @@ TEST(TermLayout, ConflictsAreToldWithBothKeys) {
     EXPECT_EQ(layout(project({"a: ", "a%3A ", "[0]"})), "a: ; a%3A  or a: ; [0] or ");
 }
 
+TEST(TermLayout, TermsComeBeforeFormsThatTheyLieBelow) {
+    EXPECT_EQ(layout(project({"a_one", "a_other", "a_few.b", "a_few.c"}), {"a_few", "a_many", "a_few"}),
+        "a_one a_many a_other a_few.b a_few.c; a_few or a_few.c");
+}
+
 }
