@@ -41,6 +41,9 @@ public:
         const std::vector<ExportTexts::File> texts = _texts.files(_language);
         for(std::size_t i = 0; i != texts.size(); ++i) make(texts[i], _files[i]);
         if(_language == _defaultLanguage) reportSources();
+        for(const Containers::StringView key: _texts.keysWithoutPlace(_language))
+            _report.add(
+                _language, TermOutcome::Skipped, key, "the default language has neither a text nor a value here"_s);
     }
 
     /** Writes the default language's files in the pseudo-locale. */

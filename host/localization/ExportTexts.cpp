@@ -12,9 +12,9 @@ ExportTexts::ExportTexts(const rapidjson::Value& root, const UnsignedInt default
     const Containers::ArrayView<const UnsignedInt> languages)
     : _defaultLanguage{defaultLanguage}, _terms{root} {
     // The values of the default language come first: their order serves the others.
-    _languages.push_back({defaultLanguage, {}, {}});
+    _languages.push_back({defaultLanguage, {}, {}, {}});
     for(const UnsignedInt language: languages)
-        if(!find(language)) _languages.push_back({language, {}, {}});
+        if(!find(language)) _languages.push_back({language, {}, {}, {}});
     forEachInParallel(_languages.size(), [&](const std::size_t i) {
         Language& one = _languages[i];
         const Containers::StringView code = AllLanguages[one.language].code;
@@ -29,13 +29,15 @@ ExportTexts::ExportTexts(const rapidjson::Value& root, const UnsignedInt default
     };
     const std::size_t count = _terms.namespaces().size();
     std::vector<std::vector<TermLayout::Key>> others(count), values(count);
-    for(const Language& one: _languages) {
+    for(Language& one: _languages) {
         if(one.translations)
             for(const ProjectTranslations::Other& other: one.translations->others())
                 others[std::size_t(other.place.nameSpace)].push_back({other.key, other.place.fileKey});
-        for(const KeptValues::Entry& value: one.values->entries())
+        for(const KeptValues::Entry& value: one.values->entries()) {
             if(hasPlace(one, value))
                 values[std::size_t(value.place.nameSpace)].push_back({value.key, value.place.fileKey});
+            else one.withoutPlace.push_back(value.key);
+        }
     }
     _layouts.resize(count);
     std::vector<std::vector<LayoutConflict>> conflicts(count);
@@ -64,6 +66,11 @@ const ExportTexts::Language* ExportTexts::find(const UnsignedInt language) const
     for(const Language& one: _languages)
         if(one.language == language) return &one;
     return nullptr;
+}
+
+Containers::ArrayView<const Containers::StringView> ExportTexts::keysWithoutPlace(const UnsignedInt language) const {
+    const std::vector<Containers::StringView>& keys = find(language)->withoutPlace;
+    return {keys.data(), keys.size()};
 }
 
 std::vector<ExportTexts::File> ExportTexts::files(const UnsignedInt language) const {

@@ -48,6 +48,9 @@ public:
     /** Keys that have no place in their files. */
     Containers::ArrayView<const LayoutConflict> conflicts() const { return {_conflicts.data(), _conflicts.size()}; }
 
+    /** Keys of what the project keeps of a language that is in no file: the default language has neither a text nor a value there. */
+    Containers::ArrayView<const Containers::StringView> keysWithoutPlace(UnsignedInt language) const;
+
     /** The files of a language, one for each of @ref namespaces() . A term that has a text does not give its place to a value. */
     std::vector<File> files(UnsignedInt language) const;
 
@@ -56,6 +59,7 @@ private:
         UnsignedInt language;
         std::unique_ptr<ProjectTranslations> translations;
         std::unique_ptr<KeptValues> values;
+        std::vector<Containers::StringView> withoutPlace;
     };
 
     const Language* find(UnsignedInt language) const;

@@ -114,26 +114,53 @@ struct ImportComparison::Data {
         sources.finish();
     }
 
+    /** Languages without files that keep something whose key has become a term, or is no value of the default language any more. */
+    std::vector<LanguageFiles> keptLanguages() const {
+        std::vector<LanguageFiles> languages;
+        const rapidjson::Value* const values = memberOf(memberOf(&root, "localization"_s), "values"_s);
+        if(!values || !terms.hasNewPlaces()) return languages;
+        const auto isConcerned = [&](const Containers::StringView key) {
+            Int last = -1;
+            return terms.isDropped(key) || terms.terms().findKey(key, last) >= Int(terms.knownCount());
+        };
+        for(const auto& member: values->GetObject()) {
+            const Int language = findLanguage({member.name.GetString(), member.name.GetStringLength()});
+            const bool hasFiles = std::any_of(
+                others.begin(), others.end(), [&](const LanguageFiles& one) { return Int(one.language) == language; });
+            if(language == -1 || UnsignedInt(language) == defaultLanguage || hasFiles || !member.value.IsObject())
+                continue;
+            const auto kept = member.value.GetObject();
+            if(std::any_of(kept.MemberBegin(), kept.MemberEnd(), [&](const auto& value) {
+                   return !value.value.IsNull() && isConcerned({value.name.GetString(), value.name.GetStringLength()});
+               }))
+                languages.push_back({UnsignedInt(language), {}});
+        }
+        return languages;
+    }
+
     bool compareTranslations(LocalizationReport& report, Progress* const progress) {
-        translations.resize(others.size());
+        std::vector<LanguageFiles> all = keptLanguages();
+        all.insert(all.begin(), others.begin(), others.end());
+        translations.resize(all.size());
         std::vector<LocalizationReport::KeptTerm> kept;
         for(const ProjectTerm& term: terms.terms().terms()) kept.push_back(report.keep(term.key));
-        std::vector<LocalizationReport> reports(others.size());
+        std::vector<LocalizationReport> reports(all.size());
         const bool isDone = forEachInParallel(
-            others.size(),
+            all.size(),
             [&](const std::size_t i) {
                 translations[i] = std::make_unique<ImportTranslations>(root, terms,
                     Containers::ArrayView<const LocalizationReport::KeptTerm>{kept.data(), kept.size()},
-                    others[i].language, isConfirming);
+                    all[i].language, isConfirming);
                 reports[i].keepTexts(report.keepsTexts());
-                reports[i].addLanguage(others[i].language);
+                if(i < others.size()) reports[i].addLanguage(all[i].language);
                 std::size_t count = 0;
-                for(const ImportedFile& file: others[i].files) count += file.catalogue.entries().size();
+                for(const ImportedFile& file: all[i].files) count += file.catalogue.entries().size();
                 reports[i].reserve(count);
-                for(const ImportedFile& file: others[i].files) {
+                for(const ImportedFile& file: all[i].files) {
                     translations[i]->compare(file, reports[i]);
                     addNotices(file, reports[i]);
                 }
+                translations[i]->finish(reports[i]);
             },
             progress);
         std::size_t lines = report.lines().size();

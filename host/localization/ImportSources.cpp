@@ -90,30 +90,14 @@ void ImportSources::compare(const ImportedFile& imported, LocalizationReport& re
 }
 
 void ImportSources::dropValues(const File& file) {
-    // The values of the project that the file has no more, by their places. There are few.
-    TextIndex places;
-    std::vector<Containers::StringView> keys;
     for(const KeptValues::Entry& entry: _values.known()) {
         if(entry.place.nameSpace != Int(file.nameSpace)) continue;
         const Int found = file.file.catalogue.find(entry.place.fileKey);
         if(found != -1 && file.file.catalogue.entries()[std::size_t(found)].value) continue;
-        places.add(entry.place.fileKey);
-        keys.push_back(entry.key);
-    }
-    if(keys.empty()) return;
-    const bool isFlat = _terms.terms().namespaces()[file.nameSpace].isFlat;
-    for(const CatalogueEntry& entry: file.file.catalogue.entries()) {
-        if(entry.text.isEmpty() && !entry.value) continue;
-        // What lies in an object has no place there itself.
-        if(isFlat && TermKey::segmentCount(entry.key) != 1) continue;
-        for(std::size_t size = 1; size <= entry.key.size(); ++size) {
-            if(size != entry.key.size() && entry.key[size] != '.') continue;
-            const Int place = places.find(entry.key.prefix(size));
-            if(place == -1 || !_values.drop(keys[std::size_t(place)])) continue;
-            _terms.dropValue(keys[std::size_t(place)]);
-            file.add(_language, TermOutcome::Notice, keys[std::size_t(place)],
-                "was no text, and gives its place to what the file has there now"_s);
-        }
+        if(!_terms.givesPlace(file.nameSpace, entry.place.fileKey) || !_values.drop(entry.key)) continue;
+        _terms.dropValue(_terms.key(file.nameSpace, entry.place.fileKey));
+        file.add(_language, TermOutcome::Notice, entry.key,
+            "was no text, and gives its place to what the file has there now"_s);
     }
 }
 

@@ -6,10 +6,12 @@
 #include <Corrade/Containers/Optional.h>
 #include <rapidjson/document.h>
 
+#include "DocumentLookup.h"
 #include "Fingerprint.h"
 #include "KeptValues.h"
 #include "PluralSets.h"
 #include "ProjectEdit.h"
+#include "ProjectTranslations.h"
 #include "QuorvaneEditor/AllLanguages.h"
 #include "TermConflicts.h"
 #include "TermKey.h"
@@ -20,10 +22,13 @@ using namespace Containers::Literals;
 
 struct ImportTerms::Namespace {
     std::once_flag hasTree, hasPlurals;
-    /** All keys as files nest them. */
+    /** All keys as files nest them: terms that the project has, what is added, and at the end other values of the default language. */
     TermTree tree;
     /** Keys in the project by their numbers in the tree. */
     std::vector<Containers::StringView> keys;
+    /** How many of these are of terms that the project has. */
+    std::size_t knownCount = 0;
+    bool isBuilt = false;
     Containers::Optional<PluralSets> plurals;
 };
 
@@ -47,10 +52,12 @@ Containers::String otherShape(const Containers::StringView fileKey, const bool i
 }
 
 ImportTerms::ImportTerms(const rapidjson::Value& root, const UnsignedInt defaultLanguage)
-    : _defaultLanguage{defaultLanguage}, _terms{root}, _knownCount{_terms.terms().size()} {
+    : _root{root}, _defaultLanguage{defaultLanguage}, _terms{root}, _knownCount{_terms.terms().size()} {
     const KeptValues values{root, _terms, AllLanguages[defaultLanguage].code};
-    for(const KeptValues::Entry& entry: values.entries())
-        _valueKeys.add(_memory.add(key(UnsignedInt(entry.place.nameSpace), entry.place.fileKey)));
+    for(const KeptValues::Entry& entry: values.entries()) {
+        const UnsignedInt nameSpace = UnsignedInt(entry.place.nameSpace);
+        addValueKey(nameSpace, _memory.add(key(nameSpace, entry.place.fileKey)), _memory.add(entry.place.fileKey));
+    }
 }
 
 ImportTerms::~ImportTerms() = default;
@@ -67,13 +74,34 @@ bool ImportTerms::addValue(
     const UnsignedInt nameSpace, const Containers::StringView fileKey, Containers::String& reason) {
     const Containers::StringView key = _terms.projectKey(nameSpace, fileKey, _memory);
     if(!insert(nameSpace, key, fileKey, reason)) return false;
-    _valueKeys.add(key);
+    addValueKey(nameSpace, key, fileKey);
     return true;
 }
 
+void ImportTerms::addValueKey(
+    const UnsignedInt nameSpace, const Containers::StringView key, const Containers::StringView fileKey) {
+    const std::size_t count = _valueKeys.size();
+    const UnsignedInt number = _valueKeys.add(key);
+    if(number != count) return;
+    if(_values.size() <= nameSpace) _values.resize(nameSpace + 1);
+    _values[nameSpace].push_back({number, fileKey});
+}
+
 bool ImportTerms::hasValue(const Containers::StringView key) const {
-    const Int value = _valueKeys.find(key);
-    return value != -1 && (std::size_t(value) >= _isValueDropped.size() || !_isValueDropped[std::size_t(value)]);
+    return _valueKeys.find(key) != -1 && !isDropped(key);
+}
+
+bool ImportTerms::isDropped(const Containers::StringView key) const {
+    const Int value = _isValueDropped.empty() ? -1 : _valueKeys.find(key);
+    return value != -1 && std::size_t(value) < _isValueDropped.size() && _isValueDropped[std::size_t(value)];
+}
+
+bool ImportTerms::givesPlace(const UnsignedInt nameSpace, const Containers::StringView fileKey) const {
+    // Where nothing was added there is no tree.
+    if(nameSpace >= _namespaces.size() || !_namespaces[nameSpace]->isBuilt) return false;
+    const Namespace& in = *_namespaces[nameSpace];
+    Int other = -1;
+    return in.tree.check(fileKey, other) != TermConflict::None && other >= Int(in.knownCount);
 }
 
 void ImportTerms::dropValue(const Containers::StringView key) {
@@ -89,6 +117,11 @@ bool ImportTerms::insert(const UnsignedInt nameSpace, const Containers::StringVi
         reason = "lies in an object, and the namespace is flat"_s;
         return false;
     }
+    const Containers::StringView form = formAbove(nameSpace, fileKey);
+    if(!form.isEmpty()) {
+        reason = describe(TermConflict::LeafAndBranch, this->key(nameSpace, form));
+        return false;
+    }
     Namespace& in = withTree(nameSpace);
     Int other = -1;
     const TermConflict conflict = in.tree.insert(fileKey, Int(in.keys.size()), other);
@@ -100,7 +133,41 @@ bool ImportTerms::insert(const UnsignedInt nameSpace, const Containers::StringVi
     return true;
 }
 
+/** The form of a plural that a language beside the default one has alone, and that a key lies below; empty for none. */
+Containers::StringView ImportTerms::formAbove(const UnsignedInt nameSpace, const Containers::StringView fileKey) {
+    for(std::size_t size = 1; size < fileKey.size(); ++size) {
+        const Containers::StringView above = fileKey.prefix(size);
+        PluralForm form;
+        if(fileKey[size] != '.' || !parsePluralForm(above, form)) continue;
+        if(_others.empty()) readOthers();
+        if(nameSpace >= _others.size() || _others[nameSpace].fileKeys.find(above) == -1) continue;
+        Containers::Optional<PluralSets>& plurals = _others[nameSpace].plurals;
+        if(!plurals) plurals.emplace(PluralSets{_terms.fileKeys(nameSpace), AllLanguages[_defaultLanguage].code});
+        const Int set = plurals->find(form);
+        if(set == -1 || _terms.find(nameSpace, above) != -1) continue;
+        const Int other = plurals->sets()[std::size_t(set)].form(PluralCategory::Other);
+        if(_terms.terms()[_terms.termAt(nameSpace, std::size_t(other))].isTranslatable) return above;
+    }
+    return {};
+}
+
+void ImportTerms::readOthers() {
+    _others.resize(_terms.namespaces().size());
+    const rapidjson::Value* const all = memberOf(memberOf(&_root, "localization"_s), "translations"_s);
+    if(!all || !all->IsObject()) return;
+    for(const auto& language: all->GetObject()) {
+        const Containers::StringView code{language.name.GetString(), language.name.GetStringLength()};
+        const ProjectTranslations known{_root, _terms, code};
+        for(const ProjectTranslations::Other& other: known.others())
+            if(!other.translation.text().isEmpty())
+                _others[std::size_t(other.place.nameSpace)].fileKeys.add(_memory.add(other.place.fileKey));
+    }
+}
+
 void ImportTerms::finish() {
+    _isFinished = true;
+    for(UnsignedInt i = 0; i != _namespaces.size(); ++i)
+        if(_namespaces[i]->isBuilt) insertValues(i, *_namespaces[i]);
     _fingerprints.reserve(_terms.terms().size());
     for(const ProjectTerm& term: _terms.terms())
         _fingerprints.push_back(
@@ -166,8 +233,21 @@ ImportTerms::Namespace& ImportTerms::withTree(const UnsignedInt nameSpace) const
             if(in.tree.insert(term.fileKey, Int(in.keys.size()), other) == TermConflict::None)
                 in.keys.push_back(term.key);
         }
+        in.knownCount = in.keys.size();
+        in.isBuilt = true;
+        if(_isFinished) insertValues(nameSpace, in);
     });
     return in;
+}
+
+void ImportTerms::insertValues(const UnsignedInt nameSpace, Namespace& in) const {
+    if(nameSpace >= _values.size()) return;
+    for(const Value& value: _values[nameSpace]) {
+        const Containers::StringView key = _valueKeys[value.number];
+        Int other = -1;
+        if(!isDropped(key) && in.tree.insert(value.fileKey, Int(in.keys.size()), other) == TermConflict::None)
+            in.keys.push_back(key);
+    }
 }
 
 }

@@ -3,8 +3,10 @@
 #include <memory>
 #include <vector>
 
+#include <Corrade/Containers/Optional.h>
 #include <Corrade/Containers/String.h>
 
+#include "PluralSets.h"
 #include "ProjectTerms.h"
 #include "QuorvaneEditor/Host.h"
 #include "TermTree.h"
@@ -13,7 +15,6 @@
 
 namespace QuorvaneEngine {
 
-class PluralSets;
 class ProjectEdit;
 
 /** The terms of a project as an import meets them, with those that it brings itself. First the default language adds what it
@@ -72,10 +73,20 @@ public:
     /** Forgets the value that the default language had under a key. */
     void dropValue(Containers::StringView key);
 
-    /** Whether a key that no term has would have a place in a file beside the terms; a value may stand there. */
+    /** Whether an import has changed what the kept values of other languages stand for: there are new terms, or values were dropped. */
+    bool hasNewPlaces() const { return _terms.terms().size() != _knownCount || !_isValueDropped.empty(); }
+
+    /** Whether the default language had a value under a key of the project that was dropped. */
+    bool isDropped(Containers::StringView key) const;
+
+    /** Whether a key has no place in a file beside terms and values that were added, or is the key of one. */
+    bool givesPlace(UnsignedInt nameSpace, Containers::StringView fileKey) const;
+
+    /** Whether a key that no term has would have a place in a file beside the terms and the values of the default language; such a value
+        may stand there. After @ref finish() . */
     bool hasPlace(UnsignedInt nameSpace, Containers::StringView fileKey) const;
 
-    /** Why no term has a key: the end of a sentence.
+    /** Why no term has a key: the end of a sentence. After @ref finish() .
         @param isConflict   receives whether it has no place beside the keys of terms */
     Containers::String reasonForNone(UnsignedInt nameSpace, Containers::StringView fileKey, bool& isConflict) const;
 
@@ -100,17 +111,39 @@ private:
         Containers::StringView fingerprint;
     };
 
+    /** A value of the default language, by its number among @ref _valueKeys . */
+    struct Value {
+        UnsignedInt number;
+        Containers::StringView fileKey;
+    };
+
+    /** Translations of one namespace that no term has, when they are asked for first. */
+    struct Others {
+        TextIndex fileKeys;
+        Containers::Optional<PluralSets> plurals;
+    };
+
+    void addValueKey(UnsignedInt nameSpace, Containers::StringView key, Containers::StringView fileKey);
     Namespace& withTree(UnsignedInt nameSpace) const;
+    void insertValues(UnsignedInt nameSpace, Namespace& in) const;
+    Containers::StringView formAbove(UnsignedInt nameSpace, Containers::StringView fileKey);
+    void readOthers();
     bool insert(
         UnsignedInt nameSpace, Containers::StringView key, Containers::StringView fileKey, Containers::String& reason);
 
+    const rapidjson::Value& _root;
     UnsignedInt _defaultLanguage;
     ProjectTerms _terms;
     std::size_t _knownCount;
     TextArena _memory;
     TextIndex _valueKeys;
+    /** By namespace. */
+    std::vector<std::vector<Value>> _values;
     /** Of @ref _valueKeys , as far as the last one. */
     std::vector<bool> _isValueDropped;
+    /** By namespace; empty until they are asked for first. */
+    std::vector<Others> _others;
+    bool _isFinished = false;
     std::vector<Containers::StringView> _fingerprints;
     /** By terms; empty before the first. */
     std::vector<Kept> _kept;

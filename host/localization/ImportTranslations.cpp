@@ -67,6 +67,60 @@ void ImportTranslations::compare(const ImportedFile& imported, LocalizationRepor
     texts.report(report, _language, imported.path);
 }
 
+void ImportTranslations::finish(LocalizationReport& report) {
+    for(const KeptValues::Entry& kept: _values.known()) {
+        const UnsignedInt nameSpace = UnsignedInt(kept.place.nameSpace);
+        const Int term = _terms.terms().find(nameSpace, kept.place.fileKey);
+        if(term != -1) takeKept(kept, std::size_t(term), report);
+        else if(!_terms.hasValue(_terms.key(nameSpace, kept.place.fileKey))) leaveKept(kept, report);
+    }
+}
+
+/** Makes a text that was kept a translation, where the default language has a text now. */
+void ImportTranslations::takeKept(const KeptValues::Entry& kept, const std::size_t term, LocalizationReport& report) {
+    const bool isNew = term >= _terms.knownCount();
+    if(!isNew || !kept.value->IsString() || _isFound[term] || _keptKeys.find(kept.key) != -1 ||
+        !_known[term].text().isEmpty())
+        return;
+    const Containers::StringView text{kept.value->GetString(), kept.value->GetStringLength()};
+    if(text.isEmpty() || !_values.drop(kept.key)) return;
+    _takenKept.push_back({kept.place.fileKey, text, nullptr});
+    _changes.push_back({&_takenKept.back(), UnsignedInt(term)});
+    _replaced.add(_terms.fingerprint(term));
+    report.addLanguage(_language);
+    report.add(_language, TermOutcome::Added, key(term), "was kept while the default language had no text here"_s);
+}
+
+/** Tells of what is kept where the default language has nothing any more, and lets go of it where a file has something else there. */
+void ImportTranslations::leaveKept(const KeptValues::Entry& kept, LocalizationReport& report) {
+    if(_found.empty()) readFound();
+    const UnsignedInt nameSpace = UnsignedInt(kept.place.nameSpace);
+    Int other = -1;
+    const TermConflict conflict = _found[nameSpace].check(kept.place.fileKey, other);
+    if(conflict == TermConflict::LeafAndBranch || conflict == TermConflict::MemberAndElement) {
+        if(_values.drop(kept.key))
+            report.add(_language, TermOutcome::Notice, kept.key,
+                "was kept, and gives its place to what the file has there now"_s);
+    } else if(_terms.isDropped(_terms.key(nameSpace, kept.place.fileKey))) {
+        report.addLanguage(_language);
+        report.add(_language, TermOutcome::Notice, kept.key,
+            "is kept, and in no file: the default language has something else there now"_s);
+    }
+}
+
+void ImportTranslations::readFound() {
+    _found = std::vector<TermTree>(_terms.terms().namespaces().size());
+    Int other = -1;
+    for(std::size_t i = 0; i != _isFound.size(); ++i) {
+        const ProjectTerm& term = _terms.terms().terms()[i];
+        if(_isFound[i]) _found[term.nameSpace].insert(term.fileKey, 0, other);
+    }
+    for(const Containers::StringView key: _keptKeys.texts()) {
+        const TermPlace place = _terms.terms().place(key, _memory);
+        if(place.nameSpace != -1) _found[std::size_t(place.nameSpace)].insert(place.fileKey, 0, other);
+    }
+}
+
 void ImportTranslations::compareText(const File& file, const CatalogueEntry& entry) {
     const Int found = _terms.find(file.nameSpace, entry.key, _last);
     if(found == -1) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <unordered_set>
 #include <vector>
@@ -43,6 +44,10 @@ public:
         @param file     must outlive this object */
     void compare(const ImportedFile& file, LocalizationReport& report);
 
+    /** Looks at what the project keeps of the language under keys that the default language has something else under now. To be called
+        once, behind all files. */
+    void finish(LocalizationReport& report);
+
     bool isEmpty() const { return _changes.empty() && _values.isEmpty(); }
 
     /** What the project has now in the place of all that changes, and the source texts of that. */
@@ -82,6 +87,9 @@ private:
 
     struct File;
 
+    void takeKept(const KeptValues::Entry& kept, std::size_t term, LocalizationReport& report);
+    void leaveKept(const KeptValues::Entry& kept, LocalizationReport& report);
+    void readFound();
     void compareText(const File& file, const CatalogueEntry& entry);
     void compareValue(const File& file, const CatalogueEntry& entry);
     bool isSecond(const File& file, const CatalogueEntry& entry, std::size_t term) const;
@@ -115,6 +123,10 @@ private:
     /** Of values that the files have. */
     TextIndex _keptKeys;
     std::unordered_set<const CatalogueEntry*> _skipped;
+    /** Texts that were kept and are translations now; stay where they are. */
+    std::deque<CatalogueEntry> _takenKept;
+    /** By namespace, the places of what the files have that is taken over; empty until they are asked for first. */
+    std::vector<TermTree> _found;
     /** Where the order of terms in a file is that of the project, the term that was found last. */
     Int _last = -1;
 };

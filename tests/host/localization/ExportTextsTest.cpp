@@ -67,4 +67,16 @@ TEST(ExportTexts, ProjectWithoutTermsHasTheDefaultNamespace) {
     EXPECT_EQ(texts.files(languages[0])[0].texts.size(), 0u);
 }
 
+TEST(ExportTexts, WhatIsKeptWhereTheDefaultLanguageHasNothingHasNoPlace) {
+    TestProject project{R"({"localization":{"terms":{"t":{"translatable":true}},
+        "values":{"en":{"n":1},"de":{"m":"M","n":"N","t":2,"k":null,"o":[]}}}})"};
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "de"});
+    const ExportTexts texts{project.project().document(), FallbackLanguage, languages};
+    EXPECT_EQ(texts.keysWithoutPlace(languages[0]).size(), 0u);
+    const auto keys = texts.keysWithoutPlace(languages[1]);
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_EQ(keys[0], "m");
+    EXPECT_EQ(keys[1], "o");
+}
+
 }

@@ -158,18 +158,43 @@ TEST(ImportSources, ValueGivesItsPlaceToWhatTheFileHasThereNow) {
         "{\n  \"b\": {\n    \"c\": \"below\"\n  },\n  \"n\": \"now a text\",\n  \"k\": true,\n  \"s\": \"S\"\n}\n");
 }
 
-TEST(ImportSources, ValueOfAnotherLanguageIsNotWrittenWhereTheDefaultOneHasABranchNow) {
+TEST(ImportSources, ValueGivesItsPlaceToATextAboveIt) {
+    for(const char* const now: {R"({"k": "a text"})", R"({"k": 7})", R"({"k": [1]})"}) {
+        TestProject project{"{}"};
+        importFile(project, "en.json", R"({"k": {"c": 5}})");
+        const std::string warning = importFile(project, "en.json", now);
+        EXPECT_EQ(warning.substr(warning.find("k.c")),
+            "k.c: was no text, and gives its place to what the file has there now\n")
+            << now;
+        EXPECT_EQ(project.at("/localization/values/en/k.c"), "null");
+        TestFolder folder;
+        const CapturedOutput output;
+        exportTo(project, {"en"}, folder.path);
+        EXPECT_EQ(output.warning(), "") << now;
+    }
+}
+
+TEST(ImportSources, ValueThatATermOfTheProjectLeavesNoPlaceStays) {
+    TestProject project{
+        R"({"x":"X","localization":{"terms":{"k":{"sourceText":"x","translatable":true}},"values":{"en":{"k.c":5}}}})"};
+    EXPECT_EQ(importFile(project, "en.json", R"({"k": "Y", "n": "N"})"), "");
+    EXPECT_EQ(project.at("/localization/values/en"), R"({"k.c":5})");
+}
+
+TEST(ImportSources, TermHasNoPlaceBelowAPluralFormOfAnotherLanguage) {
     TestProject project{"{}"};
     TestFolder both;
-    both.write("en.json", R"({"b": {}, "t": "T"})");
-    both.write("de.json", R"({"b": {}, "t": "D"})");
+    both.write("en.json", R"({"a_one": "one", "a_other": "many", "b_other": "B"})");
+    both.write("pl.json", R"({"a_one": "jeden", "a_few": "kilka"})");
     importFrom(project, {"en"}, both.path);
-    importFile(project, "en.json", R"({"b": {"c": "below"}, "t": "T"})");
-    TestFolder folder;
-    const CapturedOutput output;
-    exportTo(project, {"en", "de"}, folder.path);
-    EXPECT_EQ(output.warning(), "");
-    EXPECT_EQ(folder.read("de/translation.json"), "{\n  \"t\": \"D\"\n}\n");
+    const std::string before = project.text();
+    EXPECT_EQ(importFile(project, "en.json", R"({"a_few": {"b": "below", "n": 5}})"),
+        ImportPrefix + "en.json: a_few.b: cannot stand beside a_few: one is a text, and the other lies below it\n" +
+            ImportPrefix + "en.json: a_few.n: cannot stand beside a_few: one is a text, and the other lies below it\n");
+    EXPECT_EQ(project.text(), before);
+    // No form of a plural.
+    EXPECT_EQ(importFile(project, "en.json", R"({"a_many": {"b": "below"}, "b_few": {"b": "below"}})"), "");
+    EXPECT_EQ(project.at("/localization/strings/a_many.b"), R"("below")");
 }
 
 TEST(ImportSources, KeysThatTheLibraryFindsNotAreTold) {

@@ -100,4 +100,29 @@ TEST(ImportTerms, FingerprintsAndPluralsAreThoseAfterTheImport) {
     EXPECT_EQ(terms.plurals(1).sets().size(), 0u);
 }
 
+TEST(ImportTerms, WhatIsAddedGivesNoPlaceToValuesOfTheProject) {
+    TestProject project{R"({"x":"X","localization":{"terms":{"a":{"sourceText":"x","translatable":true}},
+        "values":{"en":{"a.b":1,"k.c":2,"n":3}}}})"};
+    ImportTerms terms{project.project().document(), FallbackLanguage};
+    Containers::String reason;
+    EXPECT_FALSE(terms.givesPlace(0, "k.c"));
+    EXPECT_FALSE(terms.hasNewPlaces());
+    EXPECT_TRUE(terms.addTerm(0, "k", "K", reason));
+    EXPECT_TRUE(terms.givesPlace(0, "k.c"));
+    EXPECT_FALSE(terms.givesPlace(0, "n"));
+    // The project has both already.
+    EXPECT_FALSE(terms.givesPlace(0, "a.b"));
+    EXPECT_FALSE(terms.isDropped("k.c"));
+    terms.dropValue("k.c");
+    EXPECT_TRUE(terms.isDropped("k.c"));
+    EXPECT_TRUE(terms.hasNewPlaces());
+    terms.finish();
+    EXPECT_FALSE(terms.hasPlace(0, "n.m"));
+    EXPECT_TRUE(terms.hasPlace(0, "m"));
+    bool isConflict = false;
+    EXPECT_EQ(copied(terms.reasonForNone(0, "n.m", isConflict)),
+        "no term has this key, and it cannot stand beside n: one is a text, and the other lies below it");
+    EXPECT_TRUE(isConflict);
+}
+
 }

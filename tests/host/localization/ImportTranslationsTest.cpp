@@ -255,4 +255,89 @@ TEST(ImportTranslations, ThatAreStaleAndComeBackEqualAreConfirmedWhereThatIsWant
     EXPECT_FALSE(project.session.changes().canUndo());
 }
 
+namespace {
+
+/** A project that keeps a German text and a Polish number where the default language has `true`. */
+std::string keeping() {
+    TestProject project{"{}"};
+    TestFolder folder;
+    folder.write("en.json", R"({"n": true})");
+    folder.write("de.json", R"({"n": "Wort"})");
+    folder.write("pl.json", R"({"n": 2})");
+    importFrom(project, {"en"}, folder.path);
+    return project.text();
+}
+
+}
+
+TEST(ImportTranslations, TextThatWasKeptIsATranslationWhereItsKeyBecomesATerm) {
+    TestProject project{keeping()};
+    expectOneUndoStep(project, [&] {
+        EXPECT_EQ(importFile(project, "en.json", R"({"n": "Word"})"),
+            ImportPrefix + "en.json: n: was no text, and gives its place to what the file has there now\n");
+    });
+    EXPECT_EQ(project.at("/localization/translations"), R"({"de":{"n":)" + entry("Wort", "Word") + "}}");
+    EXPECT_EQ(project.at("/localization/values"), R"({"en":{"n":null},"de":{"n":null},"pl":{"n":2}})");
+    EXPECT_EQ(project.at("/languages"), R"({"en":{"isDefault":true},"de":{},"pl":{}})");
+
+    // What an export writes then is known.
+    TestFolder folder;
+    exportTo(project, {"en", "de", "pl"}, folder.path);
+    EXPECT_EQ(folder.read("de/translation.json"), "{\n  \"n\": \"Wort\"\n}\n");
+    const std::size_t changes = project.changeCount();
+    importFrom(project, {"en"}, folder.path);
+    EXPECT_EQ(project.changeCount(), changes);
+}
+
+TEST(ImportTranslations, TextOfTheFileComesBeforeOneThatWasKept) {
+    TestProject project{keeping()};
+    TestFolder folder;
+    folder.write("en.json", R"({"n": "Word"})");
+    folder.write("de.json", R"({"n": "Neues Wort"})");
+    folder.write("pl.json", R"({"n": "słowo"})");
+    expectOneUndoStep(project, [&] { importFrom(project, {"en"}, folder.path); });
+    EXPECT_EQ(project.at("/localization/translations"),
+        R"({"de":{"n":)" + entry("Neues Wort", "Word") + R"(},"pl":{"n":)" + entry("słowo", "Word") + "}}");
+    EXPECT_EQ(project.at("/localization/values"), R"({"en":{"n":null},"de":{"n":null},"pl":{"n":null}})");
+}
+
+TEST(ImportTranslations, WhatIsKeptWithoutAPlaceIsToldAndStays) {
+    TestProject project{keeping()};
+    const std::string gone = "n: is kept, and in no file: the default language has something else there now\n";
+    EXPECT_EQ(importFile(project, "en.json", R"({"n": {"c": "below"}})"),
+        ImportPrefix + "en.json: n: was no text, and gives its place to what the file has there now\n" + ImportPrefix +
+            "de: " + gone + ImportPrefix + "pl: " + gone);
+    EXPECT_EQ(project.at("/localization/values"), R"({"en":{"n":null},"de":{"n":"Wort"},"pl":{"n":2}})");
+    const std::string without = "n: the default language has neither a text nor a value here\n";
+    TestFolder folder;
+    {
+        const CapturedOutput output;
+        exportTo(project, {"en", "de", "pl"}, folder.path);
+        EXPECT_EQ(output.warning(),
+            "LocalizationTools::exportTerms(): de: " + without + "LocalizationTools::exportTerms(): pl: " + without);
+    }
+    // Another file of the language takes its place.
+    EXPECT_EQ(importFile(project, "de.json", R"({"n": {"c": "darunter"}})"),
+        ImportPrefix + "de: n: was kept, and gives its place to what the file has there now\n");
+    EXPECT_EQ(project.at("/localization/values"), R"({"en":{"n":null},"de":{"n":null},"pl":{"n":2}})");
+    // And it is a translation where its key becomes a term.
+    TestProject again{keeping()};
+    importFile(again, "en.json", R"({"n": {"c": "below"}})");
+    std::string text = again.text();
+    text.replace(text.find("\"n.c\":{"), 5, "\"m\"");
+    TestProject other{text};
+    importFile(other, "en.json", R"({"n": "Word"})");
+    EXPECT_EQ(other.at("/localization/translations/de/n/text"), R"("Wort")");
+}
+
+TEST(ImportTranslations, FormHasNoPlaceAboveAValueOfTheDefaultLanguage) {
+    TestProject project{"{}"};
+    importFile(project, "en.json", R"({"a_one": "one", "a_other": "many", "a_few": {"b": 5}})");
+    EXPECT_EQ(importFile(project, "pl.json", R"({"a_few": "kilka"})"),
+        ImportPrefix +
+            "pl.json: a_few: no term has this key, and it cannot stand beside a_few.b: one is a text, and the other "
+            "lies below it\n");
+    EXPECT_EQ(project.at("/localization/translations"), "nothing");
+}
+
 }
