@@ -7,8 +7,9 @@ function(run)
     endif()
 endfunction()
 
+string(REPLACE ";" "\;" prefixes "${DESK}/editor;${PREFIXES}")
 run(${CMAKE_COMMAND} --install ${EDITOR} --prefix ${DESK}/editor)
-run(${CMAKE_COMMAND} -S ${VIEW} -B ${DESK}/view -G ${GENERATOR} "-DCMAKE_PREFIX_PATH=${DESK}/editor\;${PREFIXES}"
+run(${CMAKE_COMMAND} -S ${VIEW} -B ${DESK}/view -G ${GENERATOR} "-DCMAKE_PREFIX_PATH=${prefixes}"
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -DCMAKE_CXX_FLAGS=${FLAGS}
     -DCMAKE_BUILD_TYPE=${TYPE})
 run(${CMAKE_COMMAND} --build ${DESK}/view)
