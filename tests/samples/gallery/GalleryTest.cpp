@@ -159,6 +159,20 @@ TEST_F(GalleryView, InAProjectOfItsOwnAllValuesAreSetAsOneStep) {
     expectNoWarnings();
 }
 
+TEST_F(GalleryView, ValuesThatAreThereAreSetAnew) {
+    open(R"({"gallery":{"lamps":5,"else":true}})");
+    EXPECT_TRUE(gui.run(
+        "set", [this] { frame.draw(); },
+        [&](ImGuiTestContext& user) {
+            user.SetRef("Gallery");
+            user.ItemClick("Set all values");
+            user.Yield(3);
+        }));
+    EXPECT_EQ(value("/gallery/lamps"), "3");
+    EXPECT_EQ(value("/gallery/else"), "()");
+    EXPECT_EQ(session.changes().changes().size(), 1u);
+}
+
 TEST_F(GalleryView, AValueThatIsMissingIsSetAlone) {
     open(R"({"gallery":{"lamps":5}})");
     EXPECT_TRUE(play("inputFloat", [&](ImGuiTestContext& user) {
@@ -181,7 +195,7 @@ TEST_F(GalleryView, WhereTheRootIsNoObjectAllValuesAreSet) {
 TEST_F(GalleryView, ValuesOfEveryWrongTypeAreShownAndStayAsTheyAre) {
     open("{}");
     for(const char* wrong:
-        {"null", "true", "7", R"("text")", "[]", "[1]", R"(["a","b","c","d"])", R"({"a":{"b":1}})"}) {
+        {"null", "true", "7", R"("text")", "[]", "[1]", "[1,2,3]", R"(["a","b","c","d"])", R"({"a":{"b":1}})"}) {
         SCOPED_TRACE(wrong);
         std::string json = R"({"gallery":{)";
         for(const Gallery::Example& example: Gallery::examples())
