@@ -1,5 +1,7 @@
 #include "FileTreeFixture.h"
 
+#include <cstdlib>
+
 #include <fcntl.h>
 
 #include "support/CapturedOutput.h"
@@ -230,6 +232,9 @@ TEST_F(FileTree, ATreeWithLongerPathsThanTheSystemAllowsStaysWhereItIs) {
 }
 
 TEST_F(FileTree, AHundredThousandFilesAreCopiedAndDeleted) {
+    // Where there is one, in a file system in memory, which takes a fraction of the time.
+    if(fs::is_directory("/dev/shm")) setenv("TMPDIR", "/dev/shm", 1);
+    const TestFolder folder;
     constexpr int Folders = 100;
     constexpr int FilesEach = 1000;
     for(int i = 0; i != Folders; ++i) {
@@ -240,14 +245,13 @@ TEST_F(FileTree, AHundredThousandFilesAreCopiedAndDeleted) {
             fs::create_hard_link(folder / inside + '0', folder / inside + std::to_string(j));
     }
     const Silence silence;
-    EXPECT_TRUE(copy());
+    EXPECT_TRUE(copyRecursive((folder / "from").c_str(), (folder / "to").c_str()));
     std::uintmax_t count = 0;
     for(const auto& entry: fs::recursive_directory_iterator{folder / "to"})
         count += entry.is_regular_file() && entry.file_size() == 4;
     EXPECT_EQ(count, std::uintmax_t(Folders * FilesEach));
     EXPECT_EQ(folder.read("to/99/999"), "text");
-    EXPECT_TRUE(remove("from"));
-    EXPECT_TRUE(remove("to"));
+    for(const char* const name: {"from", "to"}) EXPECT_TRUE(deleteRecursive((folder / name).c_str()));
     EXPECT_EQ(folder.files(), Files{});
 }
 
