@@ -1,6 +1,8 @@
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <Magnum/GL/Framebuffer.h>
@@ -54,6 +56,24 @@ TEST_F(ThumbnailManagerTest, AChangeOfSliceIsOneChangeOfAttachment) {
     EXPECT_EQ(changes(1), (std::vector<unsigned>{}));
     manager.reset();
     EXPECT_EQ(changes(2), (std::vector<unsigned>{}));
+}
+
+TEST_F(ThumbnailManagerTest, BothFramebuffersBeginWithAViewportOfACell) {
+    std::optional<ThumbnailManager> manager{std::in_place};
+    GL::Texture2D texture = textureOf(plain({4, 2}, Red));
+    manager->setThumbnail("a", texture);
+    ASSERT_GE(attachmentLog().size(), 2u);
+    const GL::Framebuffer* const atlas = attachmentLog()[0].framebuffer;
+    const GL::Framebuffer* const source = attachmentLog()[1].framebuffer;
+    ASSERT_NE(source, atlas);
+    EXPECT_EQ(source->viewport(), (Range2Di{{}, {4, 2}}));
+
+    // The next one has its framebuffers at the same places.
+    attachmentLog().clear();
+    manager.emplace();
+    ASSERT_EQ(attachmentLog().at(0).framebuffer, atlas);
+    for(const GL::Framebuffer* const framebuffer: {atlas, source})
+        EXPECT_EQ(framebuffer->viewport(), (Range2Di{{}, {128, 128}}));
 }
 
 TEST_F(ThumbnailManagerTest, ASourceTextureIsAttachedWhileItIsCopied) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,7 +34,7 @@ struct Picture {
 class UiResourcePictures: public testing::Test {
 protected:
     void SetUp() override {
-        if(!window.isReady()) GTEST_SKIP() << "no OpenGL 3.3 here: " << GlWindow::reason();
+        ASSERT_TRUE(window.isReady()) << GlWindow::reason();
         thumbnails = std::make_unique<ThumbnailManager>();
         picker.data.thumbnails = thumbnails.get();
         // In columns 0 to 5 of the first row.
@@ -107,9 +108,31 @@ TEST_F(UiResourcePictures, ATextureHasThePictureOfItsImage) {
             }));
 }
 
+TEST_F(UiResourcePictures, ATextureWithoutAnImageHasThePictureOfIndexZero) {
+    thumbnails->thumbnailPos("0");
+    picker.data.imageIndices.assign(Containers::arrayView<const StringView>({"a", "b"}));
+    EXPECT_TRUE(list(R"({"value":null,"textures":{"a":{"name":"A"},"b":{"name":"B","image":"b"},
+            "c":{"name":"C","image":5},"d":7}})",
+        "textures", [this](ImGuiTestContext&) {
+            // One without a name is listed first or last.
+            std::vector<int> found = columns();
+            std::sort(found.begin(), found.end());
+            IM_CHECK(found == (Columns{1, 6, 6, 6}));
+        }));
+}
+
 TEST_F(UiResourcePictures, OthersHaveNone) {
-    EXPECT_TRUE(list(R"({"value":null,"images":{"a":{"name":"A"},"i":{"name":"B"}}})", "images",
-        [this](ImGuiTestContext&) { IM_CHECK(columns().empty()); }));
+    // Whatever it was taken for, there would be a picture.
+    for(ResourceIndexMap* const indices:
+        {&picker.data.imageIndices, &picker.data.materialIndices, &picker.data.meshIndices})
+        indices->assign(Containers::arrayView<const StringView>({"a", "b"}));
+    for(const char* const other: {"images", "shaders", "objects", "animations", "skins", "pipelines", "fonts"}) {
+        EXPECT_TRUE(list(std::string{R"({"value":null,")"} + other + R"(":{"a":{"name":"A"},"b":{"name":"B"}}})", other,
+            [&](ImGuiTestContext&) {
+                IM_CHECK(picker.shows("B"));
+                IM_CHECK(columns().empty());
+            }));
+    }
 }
 
 TEST_F(UiResourcePictures, AnUnknownIdGetsIndexZero) {
