@@ -6,6 +6,7 @@
 
 #include "../document/PrintableText.h"
 #include "DocumentLookup.h"
+#include "Fingerprint.h"
 #include "LanguageLookup.h"
 #include "Placeholders.h"
 #include "TermConflicts.h"
@@ -47,6 +48,9 @@ CheckedProject::CheckedProject(const rapidjson::Value& root, const Containers::S
       _terms{root},
       _values{root, _terms, defaultCode},
       _trees(_terms.namespaces().size()) {
+    _fingerprints.reserve(_terms.terms().size());
+    for(const ProjectTerm& term: _terms.terms())
+        _fingerprints.push_back(isTranslated(term) ? QuorvaneEngine::fingerprint(term.source) : Containers::String{});
     readSilencings();
     findConflicts();
     findPlurals();

@@ -26,6 +26,7 @@ enum class CheckKind : unsigned char {
     SameAsSource,
     OuterBlanks,
     OnlyBlanks,
+    Stale,
     SourceGone,
     SameSource,
     TranslatableMissing,
@@ -97,6 +98,10 @@ public:
     const rapidjson::Value& root() const { return _root; }
     const ProjectTerms& terms() const { return _terms; }
     const ProjectTerm& term(const std::size_t index) const { return _terms.terms()[index]; }
+
+    /** The fingerprint of a term's own text; empty where its translations are not looked at. */
+    Containers::StringView fingerprint(const std::size_t term) const { return _fingerprints[term]; }
+
     Containers::StringView defaultCode() const { return _defaultCode; }
 
     /** Whether translations of a term are looked at. */
@@ -158,6 +163,7 @@ private:
     const rapidjson::Value& _root;
     Containers::StringView _defaultCode;
     ProjectTerms _terms;
+    std::vector<Containers::String> _fingerprints;
     /** Of the default language. */
     KeptValues _values;
     /** By namespace; numbers of terms, and behind them those of values. */

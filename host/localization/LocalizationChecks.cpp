@@ -33,6 +33,8 @@ constexpr LocalizationCheck Checks[]{
     {"same-as-source"_s, FindingSeverity::Hint, "a translation is the same as its source"_s},
     {"outer-blanks"_s, FindingSeverity::Warning, "a translation begins or ends with other blanks than its source"_s},
     {"only-blanks"_s, FindingSeverity::Error, "a translation has nothing but blanks, so it shows nothing"_s},
+    {"stale"_s, FindingSeverity::Hint,
+        "a translation is not marked as one of today's source text, so it counts as stale"_s},
     {"source-gone"_s, FindingSeverity::Error, "a term has no source text"_s},
     {"same-source"_s, FindingSeverity::Warning, "two terms have one source text"_s},
     {"translatable-missing"_s, FindingSeverity::Hint, "a term does not say whether it is translatable, so it is not"_s},

@@ -28,6 +28,7 @@ namespace {
 struct OwnForm {
     Containers::StringView key;
     Containers::StringView text;
+    bool isStale;
     const CheckedPlural* plural;
     PluralCategory category;
 };
@@ -45,6 +46,9 @@ struct Translation {
     Containers::StringView key;
     Containers::StringView text;
     Containers::StringView source;
+
+    /** Whether it is not marked as a translation of this source. */
+    bool isStale;
 
     /** The term whose silencings count. */
     UnsignedInt term;
@@ -67,6 +71,7 @@ public:
           _isVariant{baseLanguage(code) == baseLanguage(project.defaultCode())},
           _categories{pluralCategories(code, PluralKind::Cardinal), pluralCategories(code, PluralKind::Ordinal)},
           _texts(project.terms().terms().size()),
+          _areStale(project.terms().terms().size()),
           _pluralForms(project.plurals().size()) {
         if(!project.plurals().empty())
             for(const PluralKind kind: {PluralKind::Cardinal, PluralKind::Ordinal})
@@ -84,12 +89,13 @@ public:
             const CheckedPlural* const plural = _project.pluralOf(i);
             PluralForm form;
             const bool isForm = plural && parsePluralForm(term.fileKey, form);
-            checkText({term.key, _texts[i], term.source, i, plural, isForm && isOneNumber(*plural, form.category)});
+            checkText({term.key, _texts[i], term.source, _areStale[i], i, plural,
+                isForm && isOneNumber(*plural, form.category)});
             if(isForm) checkForm(*plural, form.category, term.key, i);
         }
         for(const OwnForm& form: _ownForms) {
             const UnsignedInt other = form.plural->otherTerm();
-            checkText({form.key, form.text, _project.term(other).source, other, form.plural,
+            checkText({form.key, form.text, _project.term(other).source, form.isStale, other, form.plural,
                 isOneNumber(*form.plural, form.category)});
             checkForm(*form.plural, form.category, form.key, other);
         }
@@ -137,25 +143,33 @@ private:
             checkState(member.value, key, term == -1 ? CheckedProject::NoTerm : UnsignedInt(term));
             const rapidjson::Value* const text = memberOf(&member.value, "text"_s);
             if(!text || !text->IsString() || !text->GetStringLength()) continue;
-            if(term == -1) addOwnForm(key, viewOf(*text));
-            else if(_project.isTranslated(_project.term(std::size_t(term)))) addText(std::size_t(term), viewOf(*text));
+            if(term == -1) addOwnForm(key, member.value, viewOf(*text));
+            else if(_project.isTranslated(_project.term(std::size_t(term))))
+                addText(std::size_t(term), member.value, viewOf(*text));
         }
     }
 
-    void addText(const std::size_t term, const Containers::StringView text) {
+    bool isStale(const rapidjson::Value& translation, const std::size_t term) const {
+        return translationState(&translation, _project.fingerprint(term)) == TranslationState::Stale;
+    }
+
+    void addText(const std::size_t term, const rapidjson::Value& translation, const Containers::StringView text) {
         _texts[term] = text;
+        _areStale[term] = isStale(translation, term);
         PluralForm form;
         const CheckedPlural* const plural = _project.pluralOf(term);
         if(plural && parsePluralForm(_project.term(term).fileKey, form)) formsOf(*plural) |= form.category;
     }
 
-    void addOwnForm(const Containers::StringView key, const Containers::StringView text) {
-        OwnForm form{key, text, nullptr, {}};
+    void addOwnForm(
+        const Containers::StringView key, const rapidjson::Value& translation, const Containers::StringView text) {
+        OwnForm form{key, text, false, nullptr, {}};
         form.plural = _project.pluralOf(key, form.category);
         if(!form.plural) add(CheckKind::TermUnknown, key, CheckedProject::NoTerm, "no term has this key"_s);
         if(!form.plural || !_project.isTranslated(_project.term(form.plural->otherTerm()))) return;
         add(CheckKind::LeafAndBranch, key, form.plural->otherTerm(), _project.formConflict(key));
         formsOf(*form.plural) |= form.category;
+        form.isStale = isStale(translation, form.plural->otherTerm());
         _ownForms.push_back(form);
     }
 
@@ -185,6 +199,12 @@ private:
     }
 
     void checkText(const Translation& one) {
+        checkWording(one);
+        if(one.isStale)
+            add(CheckKind::Stale, one.key, one.term, "is not marked as a translation of today's source text"_s);
+    }
+
+    void checkWording(const Translation& one) {
         if(one.text == one.source) {
             if(!_isVariant && TextComparison::hasLetters(one.text))
                 add(CheckKind::SameAsSource, one.key, one.term,
@@ -269,6 +289,8 @@ private:
     PluralCategories _singleNumbers[2];
     /** By term. */
     std::vector<Containers::StringView> _texts;
+    /** By term. */
+    std::vector<bool> _areStale;
     std::vector<OwnForm> _ownForms;
     /** By plural, those that have a text. */
     std::vector<PluralCategories> _pluralForms;

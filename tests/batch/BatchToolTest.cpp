@@ -260,8 +260,10 @@ TEST_F(LocalizeProgram, CheckPrintsEveryFindingAndEndsWithOneWhereThereAreErrors
         "localization/de.json: save: error: lacks {{name}} of the source, and has {{nam}}, which the source does not "
         "have "
         "[placeholder-differs]\n"
+        "localization/de.json: save: hint: is not marked as a translation of today's source text [stale]\n"
         "localization/de.json: logo: hint: is the same as the source: Quorvane [same-as-source]\n"
-        "1 error, 0 warnings, 1 hint\n--\n-- 1");
+        "localization/de.json: logo: hint: is not marked as a translation of today's source text [stale]\n"
+        "1 error, 0 warnings, 3 hints\n--\n-- 1");
     EXPECT_EQ(told({"check", "small", "--languages", "en"}), "0 errors, 0 warnings, 0 hints\n--\n-- 0");
     const rapidjson::Document document = json({"check", "small"}, 1);
     EXPECT_EQ(document["errors"].GetInt(), 1);
@@ -284,17 +286,20 @@ TEST_F(LocalizeProgram, ACheckTellsAndCountsFromASeverityUpwards) {
     desk.write("small/localization/de.json", R"({"logo": {"text": "Quorvane"}})");
     EXPECT_EQ(told({"check", "small", "--severity", "hint"}),
         "localization/de.json: logo: hint: is the same as the source: Quorvane [same-as-source]\n"
-        "0 errors, 0 warnings, 1 hint\n--\n-- 1");
+        "localization/de.json: logo: hint: is not marked as a translation of today's source text [stale]\n"
+        "0 errors, 0 warnings, 2 hints\n--\n-- 1");
 }
 
 TEST_F(LocalizeProgram, HintsAndSilencedFindingsDoNotFailACheck) {
     desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}, "de": {}}, "localization": {"terms": {
-        "save": {"sourceText": "/a", "translatable": true, "silenced": {"placeholder-differs": "the name is not shown"}},
+        "save": {"sourceText": "/a", "translatable": true, "silenced": {"placeholder-differs": "the name is not shown",
+            "stale": "the name has no older one"}},
         "logo": {"sourceText": "/b", "translatable": true}}}, "a": "Save {{name}}", "b": "Quorvane"})");
     desk.write("small/localization/de.json", R"({"save": {"text": "Sichern"}, "logo": {"text": "Quorvane"}})");
     EXPECT_EQ(told({"check", "small"}),
         "localization/de.json: logo: hint: is the same as the source: Quorvane [same-as-source]\n"
-        "0 errors, 0 warnings, 1 hint; 1 silenced\n--\n-- 0");
+        "localization/de.json: logo: hint: is not marked as a translation of today's source text [stale]\n"
+        "0 errors, 0 warnings, 2 hints; 2 silenced\n--\n-- 0");
 }
 
 }

@@ -28,7 +28,7 @@ constexpr const char* Project = R"({
     }
 })";
 
-/** A project in which two things are wrong. */
+/** A project in which three things are wrong. */
 class TermCheckTest: public testing::TestWithParam<UnsignedInt> {
 protected:
     TermCheckTest() { session.replaceDocument(QuorvaneEngine::Test::parsed(Project)); }
@@ -69,7 +69,7 @@ TEST_P(TermCheckTest, ReportsWhatIsFoundAndChangesNothing) {
     EXPECT_EQ(run->kind, LocalizationRun::Kind::Check);
     EXPECT_EQ(run->group, -1);
     ASSERT_EQ(run->report.languages().size(), 2u);
-    EXPECT_EQ(run->report.counts(UnsignedInt(findLanguage("de"))).notices, 2u);
+    EXPECT_EQ(run->report.counts(UnsignedInt(findLanguage("de"))).notices, 3u);
     EXPECT_EQ(toText(session.project()), before);
 }
 

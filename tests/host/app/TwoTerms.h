@@ -11,7 +11,7 @@ constexpr char TwoTerms[] = R"({
             "door": {"sourceText": "/objects/door/text", "translatable": true},
             "lamp": {"sourceText": "/objects/lamp/text", "translatable": true}
         },
-        "translations": {"de": {"door": {"text": "Pforte"}}}
+        "translations": {"de": {"door": {"text": "Pforte", "source": "037cf773608ce6c9"}}}
     }
 })";
 

@@ -5,6 +5,7 @@
 
 #include <rapidjson/document.h>
 
+#include "Fingerprint.h"
 #include "LanguageLookup.h"
 #include "LocalizationChecks.h"
 #include "TermSource.h"
@@ -27,6 +28,12 @@ inline LocalizationFindings findingsOf(const std::string& json, const char* cons
     return checkLocalization(project.project().document(), options);
 }
 
+/** An entry of a language: a translation of a source text, both without what JSON escapes.
+    @param more     further members, with a comma in front */
+inline std::string translation(const char* const text, const char* const source, const std::string& more = "") {
+    return R"({"text": ")" + std::string{text} + R"(", "source": ")" + copied(fingerprint(source)) + '"' + more + '}';
+}
+
 /** What all checks find in a project, a line for each finding. */
 inline std::string found(const std::string& json, const char* const defaultCode = "en") {
     const LocalizationFindings findings = findingsOf(json, defaultCode);
@@ -35,7 +42,8 @@ inline std::string found(const std::string& json, const char* const defaultCode 
     return lines;
 }
 
-/** A project with terms of the given keys and texts, and translations of them.
+/** A project with terms of the given keys and texts, and translations of today's texts. A form that no term has is one of the term of
+    the form `other`.
     @param terms            key, text of the source
     @param translations     key, text */
 inline std::string translated(const std::initializer_list<std::pair<std::string, std::string>> terms,
@@ -53,7 +61,16 @@ inline std::string translated(const std::initializer_list<std::pair<std::string,
                 R"(, "translatable": true})");
         append(strings, quoted(key) + ": " + quoted(text));
     }
-    for(const auto& [key, text]: translations) append(texts, quoted(key) + R"(: {"text": )" + quoted(text) + "}");
+    const auto sourceOf = [&](const std::string& wanted) {
+        for(const auto& [key, text]: terms)
+            if(key == wanted) return copied(fingerprint(viewed(text)));
+        return std::string{};
+    };
+    for(const auto& [key, text]: translations) {
+        std::string source = sourceOf(key);
+        if(source.empty()) source = sourceOf(key.substr(0, key.rfind('_')) + "_other");
+        append(texts, quoted(key) + R"(: {"text": )" + quoted(text) + R"(, "source": )" + quoted(source) + "}");
+    }
     return R"({"localization": {"terms": {)" + termsText + R"(}, "strings": {)" + strings + R"(}, "translations": {")" +
         code + R"(": {)" + texts + "}}" + more + "}}";
 }

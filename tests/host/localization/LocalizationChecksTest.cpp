@@ -13,8 +13,8 @@ TEST(LocalizationChecks, HaveNamesThatAreNotForAnybodyToChange) {
     EXPECT_EQ(names,
         "error placeholder-differs\nwarning format-differs\nerror nesting-differs\nerror nesting-unknown\n"
         "warning plural-missing\nhint plural-extra\nerror leaf-and-branch\nwarning reserved-key\nhint same-as-source\n"
-        "warning outer-blanks\nerror only-blanks\nerror source-gone\nwarning same-source\nhint "
-        "translatable-missing\nwarning term-unknown\nwarning value-unknown\nwarning state-unknown\n"
+        "warning outer-blanks\nerror only-blanks\nhint stale\nerror source-gone\nwarning same-source\n"
+        "hint translatable-missing\nwarning term-unknown\nwarning value-unknown\nwarning state-unknown\n"
         "warning wrong-type\n"
         "error language-unknown\nwarning language-unlisted\nwarning default-twice\nwarning silenced-without-reason\n"
         "warning unknown-check\n");
@@ -26,8 +26,9 @@ TEST(LocalizationChecks, TellOfTermsFirstAndThenOfEachLanguage) {
         "strings": {"a": "A ", "constructor": "{{x}}"},
         "terms": {"a": {"sourceText": "/localization/strings/a", "translatable": true},
             "constructor": {"sourceText": "/localization/strings/constructor", "translatable": true}},
-        "translations": {"fr": {"constructor": {"text": "{{y}}"}, "a": {"text": "B"}}, "de": {"a": {"text": "C"}},
-            "en": {"a": {"text": "D"}}}}})");
+        "translations": {"fr": {"constructor": )" +
+        translation("{{y}}", "{{x}}") + R"(, "a": )" + translation("B", "A ") + R"(}, "de": {"a": )" +
+        translation("C", "A ") + R"(}, "en": {"a": {"text": "D"}}}}})");
     std::string lines;
     for(const LocalizationFinding& finding: findings.findings())
         lines += copied(finding.check) + ' ' + copied(finding.language) + ' ' + copied(finding.term) + '\n';
@@ -38,7 +39,8 @@ TEST(LocalizationChecks, TellOfTermsFirstAndThenOfEachLanguage) {
 TEST(LocalizationChecks, LookAtTheLanguagesThatAreAskedFor) {
     TestProject project{R"({"localization": {"strings": {"a": "A "}, "terms": {
         "a": {"sourceText": "/localization/strings/a", "translatable": true}},
-        "translations": {"de": {"a": {"text": "B"}}, "fr": {"a": {"text": "C"}}, "en": {"a": {"text": "D"}}}}})"};
+        "translations": {"de": {"a": {"text": "B"}}, "fr": {"a": )" +
+        translation("C", "A ") + R"(}, "en": {"a": {"text": "D"}}}}})"};
     const Containers::Array<UnsignedInt> languages = languagesOf({"fr", "en", "ja"});
     LocalizationCheckOptions options;
     options.defaultLanguage = FallbackLanguage;

@@ -53,6 +53,47 @@ TEST(TranslationChecks, FindTextsThatAreTheSource) {
     EXPECT_NE(found(translated({{"a", "Save"}}, {{"a", "Save"}}, "eng-GB")), "");
 }
 
+TEST(TranslationChecks, FindTranslationsThatAreNotOfTodaysSource) {
+    const auto project = [](const std::string& translation, const char* const silenced = "") {
+        return R"({"localization": {"strings": {"a/b": "A"}, "terms": {"a/b": {"sourceText": "/localization/strings/a~1b",
+            "translatable": true)" +
+            std::string{silenced} + R"(}}, "translations": {"de": {"a/b": )" + translation + "}}}}";
+    };
+    const std::string stale =
+        "stale: localization/de.json: /a~1b: is not marked as a translation of today's source text";
+    EXPECT_EQ(found(project(translation("B", "Yesterday's A"))), stale + "\n");
+    EXPECT_EQ(found(project(R"({"text": "B", "source": ""})")), stale + "\n");
+    EXPECT_EQ(found(project(R"({"text": "B"})")), stale + "\n");
+    EXPECT_EQ(found(project(R"({"text": "B", "source": 7})")),
+        "wrong-type: localization/de.json: /a~1b/source: /source is a number, but must be a string\n" + stale + "\n");
+    EXPECT_EQ(found(project(translation("B", "A"))), "");
+    // What is missing is not stale.
+    EXPECT_EQ(found(project(R"({"text": ""})")), "");
+    EXPECT_EQ(found(project("{}")), "");
+    EXPECT_EQ(found(project(R"({"text": "B"})", R"(, "silenced": {"stale": "is a name"})")), stale + " [is a name]\n");
+    // Nobody asks for what is not translatable.
+    EXPECT_EQ(found(R"({"localization": {"strings": {"a": "A"}, "terms": {"a": {"sourceText": "/localization/strings/a",
+        "translatable": false}}, "translations": {"de": {"a": {"text": "B"}}}}})"),
+        "");
+    // That it is the same as its source is another thing.
+    EXPECT_EQ(found(project(R"({"text": "A"})")),
+        "same-as-source: localization/de.json: /a~1b: is the same as the source: A\n" + stale + "\n");
+}
+
+TEST(TranslationChecks, AFormThatNoTermHasIsStaleWithTheSourceOfTheFormOther) {
+    const auto forms = [](const char* const source) {
+        return found(R"({"localization": {"strings": {"a_one": "A", "a_other": "B"}, "terms": {
+            "a_one": {"sourceText": "/localization/strings/a_one", "translatable": false},
+            "a_other": {"sourceText": "/localization/strings/a_other", "translatable": true}}, "translations": {"pl": {
+            "a_few": )" +
+            translation("C", source) + R"(, "a_many": )" + translation("D", "B") + R"(, "a_other": )" +
+            translation("E", "B") + "}}}}");
+    };
+    EXPECT_EQ(forms("B"), "");
+    EXPECT_EQ(
+        forms("A"), "stale: localization/pl.json: /a_few: is not marked as a translation of today's source text\n");
+}
+
 TEST(TranslationChecks, FindOtherBlanksAroundATranslation) {
     EXPECT_EQ(found(translated({{"a", "Name: "}}, {{"a", "Bezeichnung:"}})),
         "outer-blanks: localization/de.json: /a: ends with no blank where the source has \" \"\n");
@@ -70,13 +111,16 @@ TEST(TranslationChecks, AFormThatIsNotTranslatableProvesAPluralAndIsAskedOfNobod
             one + R"(}, "a_other": {"sourceText": "/localization/strings/a_other", "translatable": )" + other +
             R"(}}, "translations": {"ru": {)" + texts + "}}}}";
     };
-    const char* const texts = R"("a_few": {"text": "{{count}} ключа"}, "a_other": {"text": "{{count}} ключей"})";
+    const std::string forms = R"("a_few": )" + translation("{{count}} ключа", "{{count}} keys") + R"(, "a_other": )" +
+        translation("{{count}} ключей", "{{count}} keys");
+    const char* const texts = forms.c_str();
     EXPECT_EQ(found(plural("false", "true", texts)),
         "plural-missing: localization/ru.json: /a_other: lacks the form many, which Russian has numbers for\n");
     EXPECT_EQ(found(plural("true", "true", texts)),
         "plural-missing: localization/ru.json: /a_other: lacks the forms one and many, which Russian has numbers "
         "for\n");
-    EXPECT_EQ(found(plural("true", "false", R"("a_one": {"text": "{{count}} ключ"})")), "");
+    const std::string one = R"("a_one": )" + translation("{{count}} ключ", "{{count}} key");
+    EXPECT_EQ(found(plural("true", "false", one.c_str())), "");
 }
 
 TEST(TranslationChecks, FindTranslationsThatShowNothing) {
@@ -201,8 +245,8 @@ TEST(TranslationChecks, FindStatesThatDoNotExist) {
     const auto state = [](const char* const value) {
         return found(R"({"localization": {"strings": {"a/b": "A"}, "terms": {
             "a/b": {"sourceText": "/localization/strings/a~1b", "translatable": true}},
-            "translations": {"de": {"a/b": {"text": "B", "state": )" +
-            std::string{value} + "}}}}}");
+            "translations": {"de": {"a/b": )" +
+            translation("B", "A", R"(, "state": )" + std::string{value}) + "}}}}");
     };
     EXPECT_EQ(state(R"("dreft")"),
         "state-unknown: localization/de.json: /a~1b/state: has the state dreft, which does not exist, and counts as "
@@ -236,7 +280,7 @@ TEST(TranslationChecks, AreSilencedWithTheTermOrTheCheck) {
     const auto project = [](const char* const more) {
         return R"({"localization": {"strings": {"a": "A"}, "terms": {"a": {"sourceText": "/localization/strings/a",
             "translatable": true)" +
-            std::string{more} + R"(}, "translations": {"de": {"a": {"text": "A"}}}}})";
+            std::string{more} + R"(}, "translations": {"de": {"a": )" + translation("A", "A") + "}}}}";
     };
     EXPECT_EQ(found(project(R"(, "silenced": {"same-as-source": "a letter"}})")),
         "same-as-source: localization/de.json: /a: is the same as the source: A [a letter]\n");
@@ -253,7 +297,8 @@ TEST(TranslationChecks, FormsOfOneLanguageAreSilencedWithTheFormOther) {
             "silenced": {"placeholder-differs": "one"}},
         "a_other": {"sourceText": "/localization/strings/a_other", "translatable": true,
             "silenced": {"placeholder-differs": "other", "plural-missing": "fewer", "plural-extra": "two"}}},
-        "translations": {"ru": {"a_few": {"text": "B"}, "a_two": {"text": "{{x}}"}}}}})");
+        "translations": {"ru": {"a_few": )" +
+        translation("B", "{{x}}") + R"(, "a_two": )" + translation("{{x}}x", "{{x}}") + "}}}}");
     EXPECT_EQ(text,
         "placeholder-differs: localization/ru.json: /a_few: lacks {{x}} of the source [other]\n"
         "plural-extra: localization/ru.json: /a_two: is the form two, which Russian has no number for [two]\n"
