@@ -24,15 +24,22 @@ using Corrade::Utility::Error;
 using Corrade::Utility::Warning;
 namespace Path = Corrade::Utility::Path;
 
+/** What tells a folder from all others; nothing there has the default. */
+struct Identity {
+    bool operator==(const Identity& other) const { return device == other.device && number == other.number; }
+
+    dev_t device = 0;
+    ino_t number = 0;
+};
+
 /** What a path leads to. */
 struct Target {
     explicit Target(const StringView path): isThere{stat(String::nullTerminatedView(path).data(), &status) == 0} {}
 
     bool isFolder() const { return isThere && S_ISDIR(status.st_mode); }
     bool isFile() const { return isThere && S_ISREG(status.st_mode); }
-    bool isSame(const Target& other) const {
-        return isThere && other.isThere && status.st_dev == other.status.st_dev && status.st_ino == other.status.st_ino;
-    }
+    bool isSame(const Target& other) const { return isThere && other.isThere && identity() == other.identity(); }
+    Identity identity() const { return {status.st_dev, status.st_ino}; }
 
     struct stat status {};
     bool isThere;
@@ -51,15 +58,17 @@ struct Entry {
     /** The folder that it lies in, which for the first one is itself. */
     std::size_t parent;
 
-    dev_t device = 0;
-    ino_t number = 0;
+    /** Of a folder, and of the one that it is copied to. */
+    Identity source, destination;
 };
 
-/** Whether a folder is one of those that it was reached through. */
-bool leadsBack(const std::vector<Entry>& entries, std::size_t index, const Target& target) {
+/** Whether a folder is one of those that it was reached through, or of those that these are copied to.
+    @param side     which of the two */
+bool leadsBack(
+    const std::vector<Entry>& entries, std::size_t index, const Target& target, Identity Entry::*const side) {
     while(index) {
         index = entries[index].parent;
-        if(entries[index].device == target.status.st_dev && entries[index].number == target.status.st_ino) return true;
+        if(entries[index].*side == target.identity()) return true;
     }
     return false;
 }
@@ -69,8 +78,10 @@ StringView reasonToSkip(const std::vector<Entry>& entries, const std::size_t ind
     const Target& target, const StringView destination, const StringView root) {
     if(!target.isThere) return isLink(source) ? "the link leads nowhere"_s : StringView{};
     if(target.isFolder()) {
-        if(target.isSame(Target{root})) return "it is where the copy goes";
-        return leadsBack(entries, index, target) ? "it leads back to a folder that it lies in"_s : StringView{};
+        if(target.isSame(Target{root}) || leadsBack(entries, index, target, &Entry::destination))
+            return "it is where the copy goes";
+        return leadsBack(entries, index, target, &Entry::source) ? "it leads back to a folder that it lies in"_s
+                                                                 : StringView{};
     }
     if(!target.isFile()) return "it is neither file nor folder";
     return target.isSame(Target{destination}) ? "it is the file that would be written"_s : StringView{};
@@ -79,18 +90,18 @@ StringView reasonToSkip(const std::vector<Entry>& entries, const std::size_t ind
 /** Makes the folder, and adds what is in it to what is to be copied. */
 void openFolder(std::vector<Entry>& entries, const std::size_t index, const StringView source, const Target& target,
     const StringView destination) {
-    entries[index].device = target.status.st_dev;
-    entries[index].number = target.status.st_ino;
     Path::make(destination);
+    entries[index].source = target.identity();
+    entries[index].destination = Target{destination}.identity();
     const Optional<Array<String>> names = Path::list(source, Path::ListFlag::SkipDotAndDotDot);
     if(!names) return;
-    for(const StringView name: *names) entries.push_back({Path::join(entries[index].path, name), index});
+    for(const StringView name: *names) entries.push_back({Path::join(entries[index].path, name), index, {}, {}});
 }
 
 }
 
 bool copyRecursive(const StringView from, const StringView to) {
-    std::vector<Entry> entries{{{}, 0}};
+    std::vector<Entry> entries{{{}, 0, {}, {}}};
     for(std::size_t i = 0; i != entries.size(); ++i) {
         const String source = Path::join(from, entries[i].path);
         const String destination = Path::join(to, entries[i].path);

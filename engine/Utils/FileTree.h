@@ -15,8 +15,8 @@ namespace QuorvaneEngine {
     Each file is announced on the debug output.
 
     Links are followed: the copy has files and folders in their places. What cannot be copied, or not without end, is left out with a warning: a
-    link that leads nowhere or back to a folder that it lies in, the destination itself, a file that is its own destination, what is
-    neither file nor folder. A folder that cannot be listed is left out, too.
+    link that leads nowhere or back to a folder that it lies in, the destination itself, a folder of the destination that would be copied
+    into itself, a file that is its own destination, what is neither file nor folder. A folder that cannot be listed is left out, too.
     @param from     must be a folder
     @param to       made if necessary, with the folders above
     @return whether every file was copied that was not left out; the first one that could not be ends it, and what is copied already stays */

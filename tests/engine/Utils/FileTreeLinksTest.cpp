@@ -115,6 +115,37 @@ TEST_F(CopyRecursive, IntoItselfLeavesTheCopyOut) {
             {"d/copy/d/b", "two"}}));
 }
 
+TEST_F(CopyRecursive, ALinkToTheFolderThatItWouldBeCopiedIntoIsSkipped) {
+    folder.write("from/sub/a", "one");
+    link("../../to/sub", "from/sub/x");
+    const CapturedOutput output;
+    EXPECT_TRUE(copy());
+    EXPECT_EQ(output.warning(), skipped("sub/x", "it is where the copy goes"));
+    EXPECT_EQ(filesIn("to"), (Files{{"sub/", ""}, {"sub/a", "one"}}));
+}
+
+TEST_F(CopyRecursive, ALinkInTheDestinationThatLeadsIntoTheSourceMakesNoCircle) {
+    folder.write("from/d/a", "one");
+    folder.write("from/d/e/b", "two");
+    link("../from/d/e", "to/d");
+    const CapturedOutput output;
+    EXPECT_TRUE(copy());
+    EXPECT_EQ(output.warning(), skipped("d/e", "it is where the copy goes"));
+    EXPECT_EQ(filesIn("from"), (Files{{"d/", ""}, {"d/a", "one"}, {"d/e/", ""}, {"d/e/a", "one"}, {"d/e/b", "two"}}));
+}
+
+TEST_F(CopyRecursive, ALinkToAnotherFolderOfTheDestinationIsFollowed) {
+    folder.write("from/sub/a", "one");
+    folder.write("to/other/b", "two");
+    link("../../to/other", "from/sub/x");
+    const CapturedOutput output;
+    EXPECT_TRUE(copy());
+    EXPECT_EQ(output.warning(), "");
+    EXPECT_EQ(filesIn("to"),
+        (Files{
+            {"other/", ""}, {"other/b", "two"}, {"sub/", ""}, {"sub/a", "one"}, {"sub/x/", ""}, {"sub/x/b", "two"}}));
+}
+
 TEST_F(CopyRecursive, OntoItselfChangesNothing) {
     folder.write("from/a", "one");
     link("from", "same");
