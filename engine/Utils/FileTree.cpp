@@ -1,5 +1,6 @@
 #include "Utils/FileTree.h"
 
+#include <cerrno>
 #include <vector>
 
 #include <sys/stat.h>
@@ -34,15 +35,21 @@ struct Identity {
 
 /** What a path leads to. */
 struct Target {
-    explicit Target(const StringView path): isThere{stat(String::nullTerminatedView(path).data(), &status) == 0} {}
+    explicit Target(const StringView path): isThere{stat(String::nullTerminatedView(path).data(), &status) == 0} {
+        if(!isThere) error = errno;
+    }
 
     bool isFolder() const { return isThere && S_ISDIR(status.st_mode); }
     bool isFile() const { return isThere && S_ISREG(status.st_mode); }
     bool isSame(const Target& other) const { return isThere && other.isThere && identity() == other.identity(); }
     Identity identity() const { return {status.st_dev, status.st_ino}; }
 
+    /** Whether there is nothing, in contrast to something that cannot be looked at. */
+    bool isNowhere() const { return error == ENOENT || error == ELOOP; }
+
     struct stat status {};
     bool isThere;
+    int error = 0;
 };
 
 bool isLink(const StringView path) {
@@ -76,7 +83,7 @@ bool leadsBack(
 /** Nothing for what can be copied, and for what fails with a message of its own. */
 StringView reasonToSkip(const std::vector<Entry>& entries, const std::size_t index, const StringView source,
     const Target& target, const StringView destination, const StringView root) {
-    if(!target.isThere) return isLink(source) ? "the link leads nowhere"_s : StringView{};
+    if(!target.isThere) return target.isNowhere() && isLink(source) ? "the link leads nowhere"_s : StringView{};
     if(target.isFolder()) {
         if(target.isSame(Target{root}) || leadsBack(entries, index, target, &Entry::destination))
             return "it is where the copy goes";

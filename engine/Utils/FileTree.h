@@ -19,6 +19,7 @@ namespace QuorvaneEngine {
     into itself, a file that is its own destination, what is neither file nor folder. A folder that cannot be listed is left out, too.
     @param from     must be a folder
     @param to       made if necessary, with the folders above
+    A link whose target exists, but cannot be looked at, is a file that cannot be copied.
     @return whether every file was copied that was not left out; the first one that could not be ends it, and what is copied already stays */
 bool copyRecursive(Corrade::Containers::StringView from, Corrade::Containers::StringView to);
 

@@ -3,11 +3,13 @@
 #include <sys/stat.h>
 
 #include "support/CapturedOutput.h"
+#include "support/OrdinaryUser.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using QuorvaneEngine::Test::CapturedOutput;
+using QuorvaneEngine::Test::OrdinaryUser;
 
 namespace fs = std::filesystem;
 
@@ -51,6 +53,42 @@ TEST_F(CopyRecursive, ALinkThatLeadsNowhereIsSkipped) {
     EXPECT_EQ(output.error(), "");
     EXPECT_EQ(output.debug(), copying("a") + "\n");
     EXPECT_EQ(filesIn("to"), (Files{{"a", "one"}}));
+}
+
+TEST_F(CopyRecursive, ALinkThatCannotBeFollowedEndsIt) {
+    const std::string longName(300, 'n');
+    folder.write("file", "one");
+    for(const auto& [target, error]:
+        Files{{"../file/below", "20 (Not a directory)"}, {longName, "36 (File name too long)"}}) {
+        link(target, "from/a");
+        const CapturedOutput output;
+        EXPECT_FALSE(copy()) << target;
+        EXPECT_EQ(output.debug(), copying("a") + "\n");
+        EXPECT_EQ(output.warning(), "");
+        EXPECT_EQ(output.error(),
+            "Utility::Path::copy(): can't open " + (folder / "from/a") + " for reading: error " + error + "\n");
+        EXPECT_TRUE(fs::is_empty(folder / "to"));
+        fs::remove(folder / "from/a");
+    }
+}
+
+TEST_F(CopyRecursive, ALinkIntoAFolderWithoutRightsEndsIt) {
+    folder.write("closed/a", "secret");
+    link("../closed/a", "from/a");
+    fs::permissions(folder / "closed", fs::perms::none);
+    {
+        const OrdinaryUser user{folder.path};
+        if(!user.isOrdinary)
+            GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+        const CapturedOutput output;
+        EXPECT_FALSE(copy());
+        EXPECT_EQ(output.debug(), copying("a") + "\n");
+        EXPECT_EQ(output.warning(), "");
+        EXPECT_EQ(output.error(),
+            "Utility::Path::copy(): can't open " + (folder / "from/a") +
+                " for reading: error 13 (Permission denied)\n");
+    }
+    fs::permissions(folder / "closed", fs::perms::owner_all);
 }
 
 TEST_F(CopyRecursive, LinksThatLeadToEachOtherAreSkipped) {
