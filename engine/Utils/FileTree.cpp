@@ -105,6 +105,12 @@ void openFolder(std::vector<Entry>& entries, const std::size_t index, const Stri
     for(const StringView name: *names) entries.push_back({Path::join(entries[index].path, name), index, {}, {}});
 }
 
+/** Without the slashes and dots at its end, with which the path of a link is one of the folder. */
+StringView withoutDots(StringView path) {
+    while(path.hasSuffix('/') || path.hasSuffix("/."_s)) path = path.exceptSuffix(1);
+    return path;
+}
+
 }
 
 bool copyRecursive(const StringView from, const StringView to) {
@@ -127,9 +133,8 @@ bool copyRecursive(const StringView from, const StringView to) {
 }
 
 bool deleteRecursive(const StringView path) {
-    // With a slash behind it, the path of a link is one of the folder.
-    const StringView withoutSlash = path.trimmedSuffix("/"_s);
-    if(isLink(withoutSlash)) return Path::remove(withoutSlash);
+    const StringView named = withoutDots(path);
+    if(isLink(named)) return Path::remove(named);
     if(!Path::isDirectory(path)) return Path::remove(path);
     const Optional<Array<String>> names = Path::list(path, Path::ListFlag::SkipDotAndDotDot);
     if(!names) {
@@ -140,7 +145,8 @@ bool deleteRecursive(const StringView path) {
         const String child = Path::join(path, name);
         if(!deleteRecursive(child)) Error{} << "Unable to delete:" << child;
     }
-    return Path::remove(path);
+    // The system removes no folder under the name ".".
+    return Path::remove(named);
 }
 
 }

@@ -25,7 +25,7 @@ bool copyRecursive(Corrade::Containers::StringView from, Corrade::Containers::St
 
 /** Deletes a file, or a folder and all that is in it.
 
-    A link is removed as a link, whatever it leads to, also where the path ends with "/". What cannot be deleted stays, with the folders
+    A link is removed as a link, whatever it leads to, also where the path ends with "/" or "/.". What cannot be deleted stays, with the folders
     above it, and each of these tells of it on the error output; everything else goes.
     @return whether nothing is left */
 bool deleteRecursive(Corrade::Containers::StringView path);

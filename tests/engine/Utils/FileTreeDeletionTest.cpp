@@ -52,6 +52,17 @@ TEST_F(DeleteRecursive, ThePathNeedNotBeTerminatedAndMayEndWithASlash) {
     EXPECT_EQ(folder.files(), Files{});
 }
 
+TEST_F(DeleteRecursive, OfAPathThatEndsWithADotRemovesTheFolder) {
+    folder.write("d/a", "one");
+    const CapturedOutput output;
+    EXPECT_TRUE(remove("d/./"));
+    EXPECT_EQ(folder.files(), Files{});
+    folder.write("d./a", "one");
+    EXPECT_TRUE(remove("d./."));
+    EXPECT_EQ(folder.files(), Files{});
+    EXPECT_EQ(output.error(), "");
+}
+
 TEST_F(DeleteRecursive, RemovesAllButWhatCannotBeRemovedAndTellsOfItAtEveryLevel) {
     for(const char* const name: {"d/a", "d/e/b", "d/e/f/stuck", "d/e/g/c", "d/h/i"}) folder.write(name, name);
     fs::permissions(folder / "d/e/f", fs::perms::owner_read | fs::perms::owner_exec);

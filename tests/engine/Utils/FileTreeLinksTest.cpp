@@ -240,7 +240,7 @@ TEST_F(DeleteRecursive, RemovesLinksAndNothingThatTheyLeadTo) {
 
 TEST_F(DeleteRecursive, OfALinkRemovesItAndNothingThatItLeadsTo) {
     folder.write("outside/a", "kept");
-    for(const char* const path: {"link", "link/", "link///"}) {
+    for(const char* const path: {"link", "link/", "link///", "link/.", "link/./", "link/.//./."}) {
         link("outside", "link");
         EXPECT_TRUE(remove(path)) << path;
         EXPECT_FALSE(fs::is_symlink(folder / "link")) << path;
