@@ -23,7 +23,9 @@ void scheduleUIStateLoad(QuorvaneEditor& editor) {
     editor.jobSystem()->dispatch(
         [&editor] {
             const Containers::String file = layoutFile(editor);
-            if(Corrade::Utility::Path::exists(file)) ImGui::LoadIniSettingsFromDisk(ImGuiText{file});
+            // Of a folder the library asks for as much memory as its end is far.
+            if(Corrade::Utility::Path::exists(file) && !Corrade::Utility::Path::isDirectory(file))
+                ImGui::LoadIniSettingsFromDisk(ImGuiText{file});
         },
         {}, JobFlag::MainThread);
 }
