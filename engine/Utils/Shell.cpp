@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/StaticArray.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Format.h>
 
@@ -35,12 +36,18 @@ int runCommandCapture(const StringView command, String& output) {
 
 int getShellEnvironment(String& environment) {
     if(const int status = runCommandCapture("$SHELL --login -c export -p", environment)) return status;
-    Utils::StringWriter lines{environment.size()};
-    for(const StringView line: environment.split('\n')) {
-        if(!line.contains('=')) continue;
-        lines.append(line);
-        lines.append("\n");
+    // With room for the line end that the last line may lack, and for the zero byte, it never grows.
+    Utils::StringWriter lines{environment.size() + 2};
+    for(StringView rest = environment; !rest.isEmpty();) {
+        const auto parts = rest.partition('\n');
+        if(parts[0].contains('=')) {
+            lines.append(parts[0]);
+            lines.append("\n");
+        }
+        rest = parts[2];
     }
+    // The text is not kept while its successor is made.
+    environment = {};
     environment = lines.text();
     return 0;
 }

@@ -198,9 +198,19 @@ TEST(ShellProcess, LargeOutputTakesLittleMoreMemoryThanItsText) {
         EXPECT_EQ(runCommandCapture(command.c_str(), output), 0);
         expectLittle(peak, output);
     }
+    {
+        const PeakMemory peak;
+        String output;
+        EXPECT_EQ(runShellCommandCapture(command.c_str(), "", output), 0);
+        expectLittle(peak, output);
+    }
+    // A user's shell that lists many variables, of 64 bytes each.
+    const TestFolder folder;
+    folder.write("shell", "yes VARIABLE=" + std::string(54, 'x') + " | head -c " + megabytes(256) + "\n");
+    setenv("SHELL", ("sh " + (folder / "shell")).c_str(), 1);
     const PeakMemory peak;
     String output;
-    EXPECT_EQ(runShellCommandCapture(command.c_str(), "", output), 0);
+    EXPECT_EQ(getShellEnvironment(output), 0);
     expectLittle(peak, output);
 }
 
