@@ -28,6 +28,8 @@ int runCommandCapture(Corrade::Containers::StringView command, Corrade::Containe
 
     @attention The shell is the variable SHELL, unquoted: a path with a blank in it is not found. Of the list only lines with an "=" are
     kept. A value of several lines loses those without one, and its closing quote may be among them.
+    @attention The list is in the words of the user's shell, which another shell need not know. That of bash, `declare -x A="b"`, is not
+    understood by a /bin/sh such as dash: it sets nothing, and prints a complaint for each line. Let the shell that wrote the list read it.
     @param environment  replaced by the lines, each with a line end; by what was printed where the result is not 0; unchanged where
         /bin/sh could not be started
     @return 0, or what @ref runCommandCapture() returns */
@@ -43,7 +45,7 @@ int runShellCommandCapture(Corrade::Containers::StringView command, Corrade::Con
     Corrade::Containers::String& output);
 
 /** The same after variables are set.
-    @param environment  lines for the shell, usually those of @ref getShellEnvironment()
+    @param environment  lines for /bin/sh, usually those of @ref getShellEnvironment() where it understands them
     @param path         a folder that is searched for programs before all others; not quoted, so without blanks */
 int runShellCommandCapture(Corrade::Containers::StringView command, Corrade::Containers::StringView environment,
     Corrade::Containers::StringView path, Corrade::Containers::String& output);

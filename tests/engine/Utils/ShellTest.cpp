@@ -231,13 +231,54 @@ TEST(GetShellEnvironment, AShellWithABlankInItsPathIsNotFound) {
 }
 
 TEST(GetShellEnvironment, WhatARealShellExportsIsFedBackToAShell) {
-    if(!fs::exists("/bin/bash")) GTEST_SKIP() << "there is no bash on this system";
-    const TestFolder home;
-    home.write(".bash_profile", "export QUORVANE_TEST='a b \"c\" $d'\n");
-    setenv("HOME", home.path.c_str(), 1);
-    setenv("SHELL", "/bin/bash", 1);
+    setenv("QUORVANE_TEST", "a b \"c\" $d 'e'", 1);
+    const TestFolder folder;
+    // The shell of the system, which need not know what a login is.
+    makeProgram(folder / "shell", "shift\nexec /bin/sh \"$@\"\n");
+    setenv("SHELL", (folder / "shell").c_str(), 1);
+    const std::string variables = environment();
+    unsetenv("QUORVANE_TEST");
+    String output;
+    EXPECT_EQ(
+        runShellCommandCapture("sh -c 'echo \"$QUORVANE_TEST\"'", variables.c_str(), "/usr/tools/bin", output), 0);
+    EXPECT_EQ(text(output), "a b \"c\" $d 'e'\n");
+}
+
+/** Lets bash be the user's shell, with a variable of its login. */
+class GetEnvironmentOfBash: public testing::Test {
+protected:
+    void SetUp() override {
+        if(!fs::exists("/bin/bash")) GTEST_SKIP() << "there is no bash on this system";
+        _home.write(".bash_profile", "export QUORVANE_TEST='a b \"c\" $d'\n");
+        setenv("HOME", _home.path.c_str(), 1);
+        setenv("SHELL", "/bin/bash", 1);
+    }
+
+    /** Lets the shell that reads a script tell the variable, where it has it. */
+    static constexpr const char* Tell = "echo \"value: $QUORVANE_TEST\"";
+
+private:
+    TestFolder _home;
+};
+
+TEST_F(GetEnvironmentOfBash, ListsWhatTheLoginExports) {
     const std::string variables = environment();
     EXPECT_NE(variables.find("declare -x QUORVANE_TEST=\"a b \\\"c\\\" \\$d\"\n"), std::string::npos) << variables;
+}
+
+TEST_F(GetEnvironmentOfBash, ThatListIsUnderstoodByBash) {
+    const std::string script = "exec /bin/bash <<'END'\n" + environment() + Tell + "\nEND";
+    EXPECT_EQ(runInShell(script.c_str()), "value: a b \"c\" $d\n");
+}
+
+TEST_F(GetEnvironmentOfBash, ThatListIsNotUnderstoodByAShellWithoutDeclare) {
+    String output;
+    if(runShellCommandCapture("declare -x QUORVANE_TEST=1", "", output) == 0)
+        GTEST_SKIP() << "/bin/sh knows what bash lists";
+    const std::string variables = environment();
+    EXPECT_EQ(runShellCommandCapture(Tell, variables.c_str(), output), 0);
+    EXPECT_TRUE(output.hasSuffix("value: \n")) << text(output);
+    EXPECT_TRUE(output.contains("declare: not found")) << text(output);
 }
 
 TEST(RunShellCommandCapture, RunsThePreambleAndThenTheCommand) {
