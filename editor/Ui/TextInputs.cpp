@@ -22,6 +22,15 @@ bool isClickedElsewhere(const ImGuiMouseButton button) {
     return ImGui::IsMouseClicked(button) && !ImGui::IsItemHovered();
 }
 
+/** Takes back that an input asked for the keyboard, where a click gave it to something that is drawn before. That would lose its click,
+    and the input its text. */
+void takeBackRequest(const ImGuiID input) {
+    ImGuiContext& context = *ImGui::GetCurrentContext();
+    const bool isAnotherActive = context.ActiveId && context.ActiveId != input;
+    if(ImGui::IsMouseClicked(ImGuiMouseButton_Left) && isAnotherActive && context.NavActivateId == input)
+        context.NavActivateId = 0;
+}
+
 /** Whether the text of an input that has or just had the keyboard is the one that it began with. The value may be another one by
     now. */
 bool isTextOfBeginning(const ImGuiID item, const Containers::StringView text) {
@@ -119,6 +128,7 @@ bool Ui::rename(const Containers::StringView valuePath, const Containers::String
     StyleGuard style;
     style.variable(ImGuiStyleVar_FramePadding, ImVec2{}).variable(ImGuiStyleVar_FrameBorderSize, 0.0f);
     assignBuffer(editBuffer, stored, 2);
+    takeBackRequest(getId("##renameable"));
     const bool isEntered = ImGui::InputText(
         "##renameable", editBuffer.data(), editBuffer.size(), RenameFlags, textResizeCallback, &editBuffer);
     const bool isAccepted = isEntered || isClickedElsewhere(ImGuiMouseButton_Left);

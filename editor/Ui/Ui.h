@@ -209,7 +209,8 @@ public:
 
     /** A text that a double-click turns into an input. Enter and a click of the left button elsewhere accept what was typed, as a
         change if it is another text: who only looks must not lose what could be redone. Escape and a click of the right button elsewhere
-        do not. In between the input keeps the keyboard, also from the tab key.
+        do not. In between the input keeps the keyboard, also from the tab key. What was clicked instead keeps its click: at the end the
+        input makes itself inactive, and nothing else.
         @param absolute     as for @ref inputTextMultiline()
         @return whether a text was accepted, be it the same */
     bool renameable(Containers::StringView name, bool absolute);

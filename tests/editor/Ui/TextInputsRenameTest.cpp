@@ -118,6 +118,29 @@ TEST_F(UiRenameable, AClickElsewhereAccepts) {
     expectUndoAndRedo();
 }
 
+TEST_F(UiRenameable, AClickOnWhatIsDrawnBeforeAcceptsToo) {
+    int presses = 0;
+    EXPECT_TRUE(run(
+        [&] {
+            presses += ImGui::Button("button");
+            place = ImGui::GetCursorScreenPos();
+            renamed += ui.renameable("a/name", false);
+        },
+        [this](ImGuiTestContext& user) {
+            user.Yield();
+            doubleClick(user, place);
+            user.KeyChars("new");
+            user.ItemClick("//Window/button");
+            user.Yield(2);
+            IM_CHECK_EQ(ui.renamingItem, 0u);
+        }));
+    EXPECT_EQ(value("/a/name"), "\"new\"");
+    EXPECT_EQ(renamed, 1);
+    EXPECT_EQ(recorded(), 1);
+    EXPECT_EQ(presses, 1) << "the button keeps its click";
+    expectUndoAndRedo();
+}
+
 TEST_F(UiRenameable, TabKeepsTheKeyboardAndWhatWasTyped) {
     EXPECT_TRUE(run(
         [this] {
