@@ -1,3 +1,4 @@
+#include <cctype>
 #include <cstdint>
 #include <string>
 
@@ -8,12 +9,14 @@
 #include "BoundUi.h"
 #include "support/Abort.h"
 #include "support/Allocations.h"
+#include "support/ShownText.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using namespace Containers::Literals;
 using Test::Allocations;
+using Test::ShownText;
 
 constexpr char Wrong[] = R"({"null":null,"number":2.5,"text":"true","object":{},"list":[true,1],"first":false})";
 
@@ -127,10 +130,53 @@ TEST_F(UiBitInputs, BoxesStandInRowsOfFour) {
                 IM_CHECK_LT(ImAbs(box.x - start - float(bit % 4) * step), 1.0f);
                 if(bit < 4) IM_CHECK_EQ(box.y, top);
                 else IM_CHECK_GT(box.y, top);
+                if(bit > 4) IM_CHECK_EQ(box.y, place(user, "//Window/bits/4").y);
             }
             IM_CHECK(!user.ItemExists("//Window/bits/6"));
             for(int bit = 0; bit != 6; ++bit)
                 IM_CHECK_EQ(user.ItemIsChecked(("//Window/bits/" + std::to_string(bit)).c_str()), bit == 0 || bit == 2);
+        }));
+}
+
+TEST_F(UiBitInputs, WithoutALabelTheFirstBoxBeginsTheLine) {
+    ui.flags = Ui::Flag::NoLabel;
+    std::string shown;
+    EXPECT_TRUE(run(
+        [&] {
+            const ShownText text;
+            ui.checkboxBits("bits", 6, {});
+            shown = text.text();
+        },
+        [&](ImGuiTestContext& user) {
+            user.Yield(2);
+            IM_CHECK(shown.find("bits") == std::string::npos);
+            const ImRect contents = user.GetWindowByRef("//Window")->ContentRegionRect;
+            IM_CHECK_EQ(place(user, "//Window/bits/0").x, contents.Min.x);
+            // The others stay in their columns.
+            for(const char* const box: {"4", "5"}) {
+                const float column = box[0] == '4' ? 0.0f : 0.25f * 0.67f;
+                IM_CHECK_LT(ImAbs(place(user, std::string{"//Window/bits/"} + box).x - contents.Min.x -
+                                (0.33f + column) * contents.GetWidth()),
+                    1.0f);
+            }
+        }));
+}
+
+TEST_F(UiBitInputs, ThereIsNoMenu) {
+    EXPECT_TRUE(run(
+        [this] {
+            ui.checkboxBit("bits", 1, "");
+            ui.checkboxBits("negative", 2, {});
+        },
+        [](ImGuiTestContext& user) {
+            for(const char* const item: {"//Window/bits/$$1/1", "//Window/negative/0"}) {
+                ImGui::SetClipboardText("old");
+                user.ItemClick(item, ImGuiMouseButton_Right);
+                user.Yield(2);
+                IM_CHECK_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 0);
+                user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+                IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "old");
+            }
         }));
 }
 
@@ -196,17 +242,24 @@ TEST_F(UiBitInputs, TwoBoxesThatToggleInOneFrameAreOneChange) {
 }
 
 TEST_F(UiBitInputs, CtrlShowsThePathOverEachBox) {
-    EXPECT_TRUE(run([this] { ui.checkboxBits("bits", 6, {}); },
-        [](ImGuiTestContext& user) {
+    std::string shown;
+    EXPECT_TRUE(run(
+        [&] {
+            const ShownText text;
+            ui.checkboxBits("bits", 6, {});
+            shown = text.text();
+        },
+        [&](ImGuiTestContext& user) {
             for(const char* item: {"//Window/bits/0", "//Window/bits/5"}) {
                 user.MouseMove(item);
                 user.KeyDown(ImGuiMod_Ctrl);
                 user.Yield(3);
-                const ImGuiWindow* const tooltip = ImGui::FindWindowByName("##Tooltip_00");
-                IM_CHECK(tooltip && tooltip->Active);
+                const std::size_t path = shown.find("/bits");
+                IM_CHECK(path != std::string::npos);
+                IM_CHECK(path + 5 == shown.size() || std::isspace(shown[path + 5]));
                 user.KeyUp(ImGuiMod_Ctrl);
                 user.Yield(3);
-                IM_CHECK(!tooltip->Active);
+                IM_CHECK(shown.find("/bits") == std::string::npos);
             }
         }));
 }

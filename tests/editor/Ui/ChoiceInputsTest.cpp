@@ -154,6 +154,20 @@ TEST_F(UiEnumInput, AnEntryIsChosenFromTheDropDown) {
     expectUndoAndRedo();
 }
 
+TEST_F(UiEnumInput, NoEntryIsShownAsSelected) {
+    EXPECT_TRUE(use([](ImGuiTestContext& user) {
+        user.ItemClick("//Window/light/##val");
+        user.MouseMoveToVoid();
+        user.Yield(2);
+        const ImVector<ImGuiPopupData>& open = ImGui::GetCurrentContext()->OpenPopupStack;
+        IM_CHECK_EQ(open.Size, 1);
+        const ImU32 selected = ImGui::GetColorU32(ImGuiCol_Header);
+        IM_CHECK_GT(open[0].Window->DrawList->VtxBuffer.Size, 0);
+        for(const ImDrawVert& vertex: open[0].Window->DrawList->VtxBuffer) IM_CHECK(vertex.col != selected);
+        user.KeyPress(ImGuiKey_Escape);
+    }));
+}
+
 TEST_F(UiEnumInput, AnEmptyEntryCanBeChosen) {
     EXPECT_TRUE(use([](ImGuiTestContext& user) {
         user.ItemClick("//Window/light/##val");

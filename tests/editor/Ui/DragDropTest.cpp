@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "ImGuiGuards.h"
 #include "Ui/Ui.h"
@@ -216,7 +217,7 @@ protected:
         }
         ImGui::SetNextWindowPos({300.0f, 200.0f});
         ImGui::SetNextWindowSize(targetSize);
-        const WindowGuard window{ImGui::Begin("Target", nullptr, Flags)};
+        const WindowGuard window{ImGui::Begin("Target", nullptr, flags)};
         if(!Ui::beginDragDropTargetWindow()) return;
         if(const ImGuiPayload* const payload = ImGui::AcceptDragDropPayload("DND_TEXTURE")) {
             dropped = std::string{static_cast<const char*>(payload->Data), std::size_t(payload->DataSize)};
@@ -240,8 +241,7 @@ protected:
             });
     }
 
-    static constexpr ImGuiWindowFlags Flags =
-        ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize;
+    ImGuiWindowFlags flags = ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize;
     ImVec2 targetSize{200.0f, 100.0f};
 };
 
@@ -255,18 +255,40 @@ TEST_F(UiDragDropWindow, AMarginOfEightPixelsTakesNone) {
     for(const float scale: {1.0f, 2.0f}) {
         ImGui::GetStyle().FontScaleMain = scale;
         const float margin = 8.0f * scale;
-        for(const ImVec2 outside: {ImVec2{300.0f + margin - 2.0f, 250.0f}, ImVec2{500.0f - margin + 2.0f, 250.0f},
-                ImVec2{400.0f, 200.0f + margin - 2.0f}, ImVec2{400.0f, 300.0f - margin + 2.0f}}) {
+        for(const ImVec2 outside: {ImVec2{300.0f + margin - 1.0f, 250.0f}, ImVec2{500.0f - margin, 250.0f},
+                ImVec2{400.0f, 200.0f + margin - 1.0f}, ImVec2{400.0f, 300.0f - margin}}) {
             drops = 0;
             EXPECT_TRUE(dropAt(outside));
             EXPECT_EQ(drops, 0) << outside.x << " " << outside.y;
         }
-        for(const ImVec2 inside: {ImVec2{300.0f + margin + 2.0f, 250.0f}, ImVec2{500.0f - margin - 2.0f, 250.0f},
-                ImVec2{400.0f, 200.0f + margin + 2.0f}, ImVec2{400.0f, 300.0f - margin - 2.0f}}) {
+        for(const ImVec2 inside: {ImVec2{300.0f + margin, 250.0f}, ImVec2{500.0f - margin - 1.0f, 250.0f},
+                ImVec2{400.0f, 200.0f + margin}, ImVec2{400.0f, 300.0f - margin - 1.0f}}) {
             drops = 0;
             EXPECT_TRUE(dropAt(inside));
             EXPECT_EQ(drops, 1) << inside.x << " " << inside.y;
         }
+    }
+}
+
+TEST_F(UiDragDropWindow, TheMarginLiesInsideTitleAndScrollBar) {
+    flags = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_AlwaysVerticalScrollbar;
+    gui.frames([this] { drawWindows(); }, 3);
+    const ImRect inner = ImGui::FindWindowByName("Target")->InnerRect;
+    ASSERT_GE(inner.Min.y, 210.0f);
+    ASSERT_LE(inner.Max.x, 490.0f);
+    const struct {
+        ImVec2 position;
+        int drops;
+    } cases[]{
+        {{400.0f, inner.Min.y + 7.0f}, 0},
+        {{400.0f, inner.Min.y + 8.0f}, 1},
+        {{inner.Max.x - 8.0f, 250.0f}, 0},
+        {{inner.Max.x - 9.0f, 250.0f}, 1},
+    };
+    for(const auto& [position, expected]: cases) {
+        drops = 0;
+        EXPECT_TRUE(dropAt(position));
+        EXPECT_EQ(drops, expected) << position.x << " " << position.y;
     }
 }
 

@@ -30,6 +30,7 @@ protected:
         const WindowGuard window{ImGui::Begin("Window")};
         width = ImGui::GetContentRegionAvail().x;
         lineHeight = ImGui::GetTextLineHeight();
+        if(indent > 0.0f) ImGui::Indent(indent);
         const ShownText text;
         changes += ui.stringList("list", selected);
         list = ImGui::GetItemRectSize();
@@ -69,6 +70,7 @@ protected:
     int selected = -1;
     int changes = 0;
     float width = 0.0f;
+    float indent = 0.0f;
     float lineHeight = 0.0f;
     ImVec2 list;
     std::string shown;
@@ -142,6 +144,30 @@ TEST_F(UiStringList, AVeryLongTextCostsNoMoreThanWhatIsLookedAt) {
     show(R"({"list":[")" + std::string(1000000, 'x') + R"("]})");
     EXPECT_LT(shown.size(), 10000u);
     EXPECT_GT(shown.size(), 1000u);
+}
+
+TEST_F(UiStringList, AnIndentedListIsAsWideAsTheContents) {
+    indent = 50.0f;
+    show(R"({"list":["one"]})");
+    EXPECT_FLOAT_EQ(list.x, width);
+}
+
+TEST_F(UiStringList, CtrlShowsThePathOverTheList) {
+    load(project, R"({"list":["one"]})");
+    EXPECT_TRUE(run([this](ImGuiTestContext& user) {
+        user.Yield();
+        // Over a row, and below all of them.
+        for(const float y: {5.0f, 90.0f}) {
+            const ImVec2 corner = child().InnerRect.Min;
+            user.MouseMoveToPos({corner.x + 20.0f, corner.y + y});
+            user.KeyDown(ImGuiMod_Ctrl);
+            user.Yield(2);
+            IM_CHECK(shown.find("/list") != std::string::npos);
+            user.KeyUp(ImGuiMod_Ctrl);
+            user.Yield(2);
+            IM_CHECK(shown.find("/list") == std::string::npos);
+        }
+    }));
 }
 
 TEST_F(UiStringList, WhatIsNoArrayHasNoRows) {

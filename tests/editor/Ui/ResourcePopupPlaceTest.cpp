@@ -61,9 +61,18 @@ TEST_F(UiResourcePopup, TheKeyboardOpensItToo) {
         user.KeyChars("rock");
         user.Yield(2);
         IM_CHECK(listed() == (Ids{"t1"}));
-        user.KeyPress(ImGuiKey_Escape);
-        user.Yield(2);
+        choose(user, "t1");
         IM_CHECK(!popup());
+        // Nothing of the old search is left.
+        user.NavMoveTo(Field);
+        user.NavActivate();
+        user.Yield(3);
+        IM_CHECK_EQ(ui.resourceSearch[0], '\0');
+        IM_CHECK(listed() == (Ids{"t9", "t1", "t5"}));
+        user.KeyChars("ta");
+        user.Yield(2);
+        IM_CHECK(listed() == (Ids{"t5"}));
+        user.KeyPress(ImGuiKey_Escape);
     }));
 }
 

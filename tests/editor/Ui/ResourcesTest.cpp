@@ -180,6 +180,23 @@ TEST_F(UiResources, TheSignDoesNotMoveTheField) {
     EXPECT_FLOAT_EQ(item.Min.x, position.x + 0.33f * regionWidth);
 }
 
+TEST_F(UiResources, TheSignStandsInTheLineOfTheField) {
+    open(withValue(R"("t2")"));
+    float sign = 0.0f;
+    pick = [&] {
+        sign = ImGui::CalcTextSize(Sign).x + ImGui::GetStyle().ItemSpacing.x;
+        return ui.selectResource("value", type, byName);
+    };
+    for(const bool isLabelled: {true, false}) {
+        if(!isLabelled) ui.flags = Ui::Flag::NoLabel;
+        frames();
+        EXPECT_TRUE(shows(Sign));
+        EXPECT_FLOAT_EQ(item.Min.y, regionStart.y);
+        EXPECT_NEAR(item.Max.x, regionStart.x + regionWidth, 1.0f);
+    }
+    EXPECT_FLOAT_EQ(item.Min.x, regionStart.x + sign) << "without a label, the field follows the sign";
+}
+
 TEST_F(UiResources, WithoutALabelTheFieldFillsTheLine) {
     open(SomeTextures);
     ui.flags = Ui::Flag::NoLabel;

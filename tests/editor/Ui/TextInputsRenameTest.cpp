@@ -141,6 +141,19 @@ TEST_F(UiRenameable, AClickOnWhatIsDrawnBeforeAcceptsToo) {
     expectUndoAndRedo();
 }
 
+TEST_F(UiRenameable, ThereIsNoMenu) {
+    EXPECT_TRUE(use([this](ImGuiTestContext& user) {
+        ImGui::SetClipboardText("old");
+        user.Yield();
+        user.MouseMoveToPos({place.x + 5.0f, place.y + 5.0f});
+        user.MouseClick(ImGuiMouseButton_Right);
+        user.Yield(2);
+        IM_CHECK_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 0);
+        user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+        IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "old");
+    }));
+}
+
 TEST_F(UiRenameable, TabKeepsTheKeyboardAndWhatWasTyped) {
     EXPECT_TRUE(run(
         [this] {
