@@ -1,6 +1,5 @@
 #include "ImportFiles.h"
 
-#include <algorithm>
 #include <utility>
 
 #include <Corrade/Containers/GrowableArray.h>
@@ -14,18 +13,11 @@
 
 namespace QuorvaneEngine {
 
-namespace {
-
-bool contains(const Containers::ArrayView<const UnsignedInt> languages, const UnsignedInt language) {
-    return languages.isEmpty() || std::find(languages.begin(), languages.end(), language) != languages.end();
-}
-
-}
-
 bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, const ImportOptions& options,
     ImportedFiles& imported, Progress* const progress) {
     TermFiles found;
-    const bool isFound = readTermFiles(fileSystem, path, {options.map, options.known}, found, progress);
+    const bool isFound =
+        readTermFiles(fileSystem, path, {options.map, options.known, options.languages}, found, progress);
     imported.notices = std::move(found.notices);
     imported.refusals = std::move(found.refusals);
     imported.isInaccessible = found.isInaccessible;
@@ -33,30 +25,26 @@ bool readImportFiles(FileSystem& fileSystem, const Containers::StringView path, 
     imported.hasUnusedMappings = found.hasUnusedMappings;
     if(!isFound) return false;
 
-    std::vector<TermFile*> wanted;
-    for(TermFile& file: found.files)
-        if(contains(options.languages, file.language)) wanted.push_back(&file);
-        else file.bytes = {};
-
-    imported.files.resize(wanted.size());
-    std::vector<JsonError> errors(wanted.size());
+    const std::size_t count = found.files.size();
+    imported.files.resize(count);
+    std::vector<JsonError> errors(count);
     const bool isDone = forEachInParallel(
-        wanted.size(),
+        count,
         [&](const std::size_t i) {
             ImportedFile& file = imported.files[i];
-            file.language = wanted[i]->language;
-            file.nameSpace = std::move(wanted[i]->nameSpace);
-            file.path = std::move(wanted[i]->relativePath);
-            readI18Next(std::move(wanted[i]->bytes), file.catalogue, errors[i]);
+            file.language = found.files[i].language;
+            file.nameSpace = std::move(found.files[i].nameSpace);
+            file.path = std::move(found.files[i].relativePath);
+            readI18Next(std::move(found.files[i].bytes), file.catalogue, errors[i]);
             const Containers::StringView reason = ReservedNames::namespaceReason(file.nameSpace);
             if(!reason.isEmpty()) file.catalogue.addNotice({}, reason);
         },
         progress);
     if(!isDone) return false;
-    for(std::size_t i = 0; i != wanted.size(); ++i)
+    for(std::size_t i = 0; i != count; ++i)
         if(const JsonError& error = errors[i]; error.line)
             Containers::arrayAppend(imported.refusals,
-                Corrade::Utility::format("{}:{}:{}: {}", wanted[i]->name, error.line, error.column, error.reason));
+                Corrade::Utility::format("{}:{}:{}: {}", found.files[i].name, error.line, error.column, error.reason));
     return imported.refusals.isEmpty();
 }
 

@@ -14,10 +14,10 @@
 #include "../document/JsonReader.h"
 #include "../document/PrintableText.h"
 #include "ArchiveReader.h"
+#include "FoundLanguages.h"
 #include "LinkTarget.h"
 #include "Parallel.h"
 #include "Progress.h"
-#include "QuorvaneEditor/AllLanguages.h"
 #include "StagedFiles.h"
 #include "TermFilePath.h"
 #include "TermKey.h"
@@ -49,7 +49,6 @@ public:
         const Progress* const progress)
         : _fileSystem{fileSystem},
           _path{folderName(path)},
-          _map{options.map},
           _progress{progress},
           _files{found.files},
           _notices{found.notices},
@@ -57,7 +56,7 @@ public:
           _isInaccessible{found.isInaccessible},
           _lacksLanguages{found.lacksLanguages},
           _hasUnusedMappings{found.hasUnusedMappings},
-          _isMapped(options.map.size()),
+          _languages{options.map, options.languages},
           _unknownCodes{options.known} {}
 
     void run() {
@@ -78,13 +77,13 @@ public:
             _files = {};
             return;
         }
-        std::vector<UnsignedInt> taken;
+        std::vector<UnsignedInt> taken{_languages.others().begin(), _languages.others().end()};
         for(const TermFile& file: _files) taken.push_back(file.language);
         _unknownCodes.describe({taken.data(), taken.size()}, _notices);
         _lacksLanguages = _unknownCodes.hasLanguages();
         noticeDeepFiles();
-        noticeUnusedMappings();
-        if(_refusals.isEmpty() && _files.isEmpty()) refuseAll();
+        _hasUnusedMappings = _languages.noticeUnusedMappings(_notices);
+        if(_refusals.isEmpty() && !hasFiles()) refuseAll();
 
         std::stable_sort(_files.begin(), _files.end(), [](const TermFile& a, const TermFile& b) {
             return a.language != b.language ? a.language < b.language : a.nameSpace < b.nameSpace;
@@ -97,6 +96,9 @@ public:
     bool isCancelled() const { return _progress && _progress->isCancelled; }
 
 private:
+    /** Whether there are any, be it of languages that nobody asked for. */
+    bool hasFiles() const { return !_files.isEmpty() || !_languages.others().isEmpty(); }
+
     void refuse(const Containers::StringView name, const Containers::StringView reason) {
         Containers::arrayAppend(_refusals, format("{}: {}", printable(name), reason));
     }
@@ -123,17 +125,6 @@ private:
                 more ? format("{} ({} more lie too deep)", reason, more) : Containers::String{reason}});
     }
 
-    void noticeUnusedMappings() {
-        for(std::size_t i = 0; i != _map.size(); ++i) {
-            if(_isMapped[i]) continue;
-            _hasUnusedMappings = true;
-            Containers::arrayAppend(_notices,
-                FileNotice{{},
-                    format("--map {}={}: nothing is called {} here", printable(_map[i].code),
-                        AllLanguages[_map[i].language].code, printable(_map[i].code))});
-        }
-    }
-
     void refuseUnread(const Containers::StringView name, const int error) {
         refuse(name, systemReason("read"_s, error));
         _isInaccessible = true;
@@ -150,7 +141,7 @@ private:
 
     /** What lies in one more folder, as it may in an archive, where there is nothing else. */
     void findFilesBelow() {
-        if(!_files.isEmpty() || !_refusals.isEmpty() || !_deepFiles.empty()) return;
+        if(hasFiles() || !_refusals.isEmpty() || !_deepFiles.empty()) return;
         if(isProject(_path))
             _foldersAround.erase(
                 std::remove(_foldersAround.begin(), _foldersAround.end(), StorageFolder), _foldersAround.end());
@@ -183,12 +174,20 @@ private:
             }
             const Containers::String folder = Path::join(_path, name);
             // What lies elsewhere is refused where it would be read, and is nobody's business else.
-            const bool isMeant = isLanguage(inFolder);
-            if(!isMeant && _fileSystem.isLink(folder) && !isInside(_path, folder)) continue;
+            const Int language = _languages.find(inFolder);
+            const bool isMeant = language != -1;
+            const bool isAskedFor = isMeant && _languages.isAskedFor(UnsignedInt(language));
+            if(!isAskedFor && _fileSystem.isLink(folder) && !isInside(_path, folder)) {
+                if(isMeant) _languages.add(inFolder, UnsignedInt(language));
+                continue;
+            }
             Containers::Array<Containers::String> inner;
             const int result = _fileSystem.listFolder(folder, inner);
             // Only a folder of a language is missed where it cannot be read.
-            if(result != 0 && result != ENOTDIR && isMeant) refuseUnread(folder, result);
+            if(result != 0 && result != ENOTDIR && isMeant) {
+                if(isAskedFor) refuseUnread(folder, result);
+                _languages.add(inFolder, UnsignedInt(language));
+            }
             bool isAround = false;
             for(const Containers::String& file: inner) {
                 if(file.hasPrefix('.')) continue;
@@ -196,7 +195,11 @@ private:
                     (!isMeant &&
                         isLanguage(file.hasSuffix(".json"_s) ? file.exceptSuffix(5) : Containers::StringView{file}));
                 if(file.hasSuffix(".json"_s)) findFile(name + "/"_s + file);
-                else if(isMeant) findDeepFiles(name + "/"_s + file, 0);
+                else if(isMeant) {
+                    const std::size_t before = _deepFiles.size();
+                    findDeepFiles(name + "/"_s + file, 0);
+                    if(_deepFiles.size() != before) addDeepFiles(before, inFolder);
+                }
             }
             if(isAround && _around.isEmpty()) _foldersAround.push_back(name);
         }
@@ -218,22 +221,27 @@ private:
         }
     }
 
-    /** Whether an entry of an archive lies below a folder of a language, with another folder between. */
-    bool isDeep(const Containers::StringView entry) const {
-        if(!entry.hasSuffix(".json"_s)) return false;
-        const Containers::Array<Containers::StringView> parts = entry.split('/');
-        for(const Containers::StringView part: parts)
-            if(part.isEmpty() || part.hasPrefix('.')) return false;
-        // One folder, whatever its name, may lie around those of the languages.
-        if(parts.size() == 3) return isLanguage(parts[0]) && !isLanguage(parts[1]);
-        return parts.size() > 3 && (isLanguage(parts[0]) || isLanguage(parts[1]));
+    /** Keeps those from a place on, which lie below the folder of a language, where that one is asked for. */
+    void addDeepFiles(const std::size_t first, const Containers::StringView code) {
+        const UnsignedInt language = UnsignedInt(_languages.find(code));
+        if(_languages.isAskedFor(language)) return;
+        _deepFiles.resize(first);
+        _languages.add(code, language);
     }
 
-    bool isLanguage(const Containers::StringView folder) const {
-        TermFilePath parsed;
-        return TermFilePath::parse(TermFilePath::make(folder, DefaultNamespace), false, _map, parsed) &&
-            parsed.language != -1;
+    /** The folder of a language that an entry of an archive lies below, with another folder between; empty where it does not. */
+    Containers::StringView folderAboveDeep(const Containers::StringView entry) const {
+        if(!entry.hasSuffix(".json"_s)) return {};
+        const Containers::Array<Containers::StringView> parts = entry.split('/');
+        for(const Containers::StringView part: parts)
+            if(part.isEmpty() || part.hasPrefix('.')) return {};
+        if(parts.size() < 3) return {};
+        // One folder, whatever its name, may lie around those of the languages.
+        if(isLanguage(parts[0]) && (parts.size() != 3 || !isLanguage(parts[1]))) return parts[0];
+        return parts.size() != 3 && isLanguage(parts[1]) ? parts[1] : Containers::StringView{};
     }
+
+    bool isLanguage(const Containers::StringView folder) const { return _languages.find(folder) != -1; }
 
     void findFile(const Containers::String& relative) {
         TermFilePath parsed;
@@ -303,8 +311,9 @@ private:
         for(std::size_t i = 0; i != archive.entries().size(); ++i) {
             const Containers::String& name = archive.entries()[i].name;
             TermFilePath parsed;
-            if(isDeep(name)) {
+            if(const Containers::StringView folder = folderAboveDeep(name); !folder.isEmpty()) {
                 _deepFiles.push_back(name);
+                addDeepFiles(_deepFiles.size() - 1, folder);
                 continue;
             }
             if(!isTermFile(name, true, parsed)) continue;
@@ -336,27 +345,28 @@ private:
     /** Also of a name that is hostile, which joined as a path would be another place. */
     Containers::String pathOf(const Containers::StringView name) const { return format("{}/{}", _path, name); }
 
+    /** Whether a path is one of a file that is to be read. */
     bool isTermFile(const Containers::String& relative, const bool isEnclosed, TermFilePath& parsed) {
-        if(!TermFilePath::parse(relative.exceptPrefix(_around.size()), isEnclosed, _map, parsed)) return false;
+        if(!TermFilePath::parse(relative.exceptPrefix(_around.size()), isEnclosed, _languages.map(), parsed))
+            return false;
         if(parsed.language == -1) {
             // Of a folder and a file neither of which has a known code, it is the file's that is nearer to one.
             const bool isInFolder = isEnclosed && relative.count('/') == 1 &&
                 _unknownCodes.nearest(parsed.code) == -1 && _unknownCodes.nearest(parsed.nameSpace) != -1;
             _unknownCodes.add(isInFolder ? parsed.nameSpace : parsed.code, relative);
-        } else if(!JsonReader::isUtf8(relative)) refuse(pathOf(relative), "has a name that is not valid UTF-8"_s);
+            return false;
+        }
+        _languages.add(parsed.code, UnsignedInt(parsed.language));
+        if(!_languages.isAskedFor(UnsignedInt(parsed.language))) return false;
+        if(!JsonReader::isUtf8(relative)) refuse(pathOf(relative), "has a name that is not valid UTF-8"_s);
         else if(!TermKey::canTakeNamespace(parsed.nameSpace))
             refuse(pathOf(relative), "has a name that no namespace can have"_s);
-        else {
-            for(std::size_t i = 0; i != _map.size(); ++i)
-                if(_map[i].code == parsed.code) _isMapped[i] = true;
-            return true;
-        }
+        else return true;
         return false;
     }
 
     FileSystem& _fileSystem;
     Containers::String _path;
-    Containers::ArrayView<const LanguageMapping> _map;
     const Progress* _progress;
     Containers::Array<TermFile>& _files;
     Containers::Array<FileNotice>& _notices;
@@ -364,8 +374,7 @@ private:
     bool& _isInaccessible;
     bool& _lacksLanguages;
     bool& _hasUnusedMappings;
-    /** By mapping. */
-    std::vector<bool> _isMapped;
+    FoundLanguages _languages;
     UnknownCodes _unknownCodes;
     /** Folders that are of no language and hold some. */
     std::vector<Containers::String> _foldersAround;

@@ -37,11 +37,16 @@ struct TermFileOptions {
 
     /** Languages that the project has, indices into @ref AllLanguages : they are suggested rather than others. */
     Containers::ArrayView<const UnsignedInt> known;
+
+    /** Indices into @ref AllLanguages of those whose files are read; empty for all. Those of others are only known to be there,
+        whatever is wrong with them. */
+    Containers::ArrayView<const UnsignedInt> languages = {};
 };
 
 /** What a folder or an archive holds. */
 struct TermFiles {
-    /** By languages in the order of the table, then by namespaces in byte order. */
+    /** By languages in the order of the table, then by namespaces in byte order; none where all that is there is of languages that
+        nobody asked for. */
     Containers::Array<TermFile> files;
 
     /** One for every code that is not known, with the nearest one that is, and one for files that lie deeper than right in a folder

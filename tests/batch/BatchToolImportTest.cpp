@@ -128,6 +128,26 @@ TEST_F(LocalizeProgram, AnImportTakesOnlyTheLanguagesThatAreAskedFor) {
     EXPECT_EQ(desk.read("small/localization/de.json"), R"({"door": {"text": "T\u00fcr"}})");
 }
 
+TEST_F(LocalizeProgram, FilesOfLanguagesThatNobodyAskedForRefuseNothing) {
+    desk.write("i18n/de.json", R"({"door": "Pforte"})");
+    desk.write("i18n/fr.json", "{");
+    desk.write("i18n/ja.json", "{}");
+    desk.write("i18n/ja/translation.json", "{}");
+    fs::create_directories(desk / "i18n/ko/translation.json");
+    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped\n"
+                              "de            0        1          0             0        0\n";
+    EXPECT_EQ(run({"import", "small", "--from", "i18n"}).exitCode, 3);
+    fs::remove_all(desk / "i18n/ko");
+    EXPECT_EQ(run({"import", "small", "--from", "i18n"}).exitCode, 1);
+    fs::create_directories(desk / "i18n/ko/translation.json");
+    EXPECT_EQ(told({"import", "small", "--from", "i18n", "--languages", "de", "--dry-run"}),
+        "de.json: door: changed\n" + table + "--\n-- 0");
+    EXPECT_EQ(told({"import", "small", "--from", "i18n", "--languages", "de", "--check"}), table + "--\n-- 0");
+    EXPECT_EQ(told({"import", "small", "--from", "i18n", "--languages", "de,ja"}),
+        "--\ni18n/ja.json: holds the same as i18n/ja/translation.json: one language, one namespace\n-- 1");
+    EXPECT_EQ(told({"import", "small", "--from", "i18n", "--languages", "it"}), "--\ni18n: has no file of it\n-- 1");
+}
+
 TEST_F(LocalizeProgram, LanguagesThatAnImportLacksAreTold) {
     desk.write("i18n/de.json", R"({"door": "Pforte"})");
     EXPECT_EQ(told({"import", "small", "--from", "i18n", "--languages", "de,fr", "--dry-run"}),

@@ -20,10 +20,11 @@ inline constexpr const char* NoTerms =
 /** "code=bytes" or "code namespace=bytes" of every file, then "notice: ..." and "refused: ..." with "FOLDER" for the folder,
     lines between. */
 inline std::string found(const TestFolder& folder, const std::string& name = {},
-    const Containers::ArrayView<const LanguageMapping> map = {}) {
+    const Containers::ArrayView<const LanguageMapping> map = {},
+    const Containers::ArrayView<const UnsignedInt> languages = {}) {
     TermFiles found;
     const std::string path = name.empty() ? folder.path : folder / name;
-    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), {map, {}}, found);
+    const bool isRead = readTermFiles(FileSystem::disk(), viewed(path), {map, {}, languages}, found);
     EXPECT_EQ(isRead, found.refusals.isEmpty());
     std::string lines;
     for(const TermFile& file: found.files) {
