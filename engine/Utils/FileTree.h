@@ -17,9 +17,12 @@ namespace QuorvaneEngine {
     Links are followed: the copy has files and folders in their places. What cannot be copied, or not without end, is left out with a warning: a
     link that leads nowhere or back to a folder that it lies in, the destination itself, a folder of the destination that would be copied
     into itself, a file that is its own destination, what is neither file nor folder. A folder that cannot be listed is left out, too.
+    A link whose target exists, but cannot be looked at, is a file that cannot be copied.
+
+    @attention Only opening a file can fail. The path library does not look whether all bytes were read and written: on a disk that is full or
+    that breaks, a copy may be shorter than its file, and the result is still true. Before the original is deleted, compare.
     @param from     must be a folder
     @param to       made if necessary, with the folders above
-    A link whose target exists, but cannot be looked at, is a file that cannot be copied.
     @return whether every file was copied that was not left out; the first one that could not be ends it, and what is copied already stays */
 bool copyRecursive(Corrade::Containers::StringView from, Corrade::Containers::StringView to);
 
