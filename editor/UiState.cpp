@@ -12,6 +12,10 @@ namespace QuorvaneEngine {
 
 namespace {
 
+// The numbers are part of what modules and the editor's job system agree on.
+static_assert(int(JobFlag::MainThread) == 1);
+static_assert(int(JobResult::Done) == 1);
+
 Containers::String layoutFile(const QuorvaneEditor& editor) {
     return Corrade::Utility::Path::join(editor.projectPath(), ".editor/imgui.ini");
 }
