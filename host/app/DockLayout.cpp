@@ -41,6 +41,8 @@ const ImGuiDockNode* centreOf(const ImGuiDockNode* node) {
 
 UnsignedInt DockLayout::space() { return ImHashStr("Quorvane dock space"); }
 
+bool DockLayout::isArranged() { return ImGui::DockBuilderGetNode(space()); }
+
 void DockLayout::reset() {
     ImGui::DockBuilderRemoveNode(space());
     ImGui::MarkIniSettingsDirty();
@@ -48,7 +50,7 @@ void DockLayout::reset() {
 }
 
 void DockLayout::draw(const EditorState& state) {
-    if(!ImGui::DockBuilderGetNode(space())) {
+    if(!isArranged()) {
         build(space(), state);
         _arranged = state.viewCount();
     }

@@ -14,6 +14,9 @@ public:
     /** The GUI's id of the dock space. */
     static UnsignedInt space();
 
+    /** Whether there is a layout, drawn or loaded, which takes until the next frame after @ref reset(). */
+    static bool isArranged();
+
     /** Takes all windows out of the dock space, so that the next frame arranges them anew. Between two frames. */
     void reset();
 

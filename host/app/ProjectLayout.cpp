@@ -60,7 +60,8 @@ bool ProjectLayout::load() {
 
 void ProjectLayout::save() {
     ImGui::GetIO().WantSaveIniSettings = false;
-    scheduleUIStateSave(*_editor);
+    // Before the first frame there is nothing to keep, and the file would be one that nobody can load.
+    if(DockLayout::isArranged()) scheduleUIStateSave(*_editor);
     _editor->jobSystem()->runMainThreadJobs();
 }
 

@@ -18,7 +18,8 @@ public:
         @return whether there is one that was loaded */
     bool load();
 
-    /** Writes the layout now, where the project has a folder for it. Jobs of the GUI thread run. */
+    /** Writes the layout now, where the project has a folder for it and windows have been put into their places since it was opened.
+        Jobs of the GUI thread run. */
     void save();
 
     /** Schedules to write the layout where the GUI library says that it has changed for a while. */

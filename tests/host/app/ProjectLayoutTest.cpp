@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include "EditorFrameTest.h"
+#include "support/OrdinaryUser.h"
 
 namespace QuorvaneEngine::Test {
 namespace {
@@ -292,6 +293,82 @@ TEST_F(ProjectLayoutTest, AClosedViewComesBackToItsPlace) {
     isOpen("Messages") = true;
     draw(3);
     EXPECT_TRUE(messagesAreLeft());
+}
+
+TEST_F(ProjectLayoutTest, AFileWithoutRightsIsToldAndStays) {
+    writeLayout("first", "[Window][Counter]\nPos=1,2\n");
+    std::filesystem::permissions(file("first"), std::filesystem::perms::none);
+    const OrdinaryUser user{root.string()};
+    if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+    ASSERT_TRUE(open("first"));
+    EXPECT_EQ(messages(warning(": cannot be read").c_str()), 1);
+    EXPECT_FALSE(session.editor().layoutLoadScheduled);
+    draw(5);
+    EXPECT_TRUE(fillsTheSpace("Counter"));
+    const std::size_t count = log.count();
+    ASSERT_TRUE(open("second"));
+    EXPECT_EQ(log.problemsSince(count), "");
+    std::filesystem::permissions(file("first"), std::filesystem::perms::owner_all);
+    EXPECT_EQ(layout("first"), "[Window][Counter]\nPos=1,2\n");
+}
+
+TEST_F(ProjectLayoutTest, AFileThatMayOnlyBeReadIsLoadedAndStays) {
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    dockMessagesLeft();
+    ASSERT_TRUE(open("second"));
+    const std::string before = layout("first");
+    for(const std::filesystem::path& path: {file("first"), file("first").parent_path()})
+        std::filesystem::permissions(path, std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
+    const OrdinaryUser user{root.string()};
+    if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    EXPECT_TRUE(messagesAreLeft());
+    EXPECT_TRUE(play("reset", [](ImGuiTestContext& user) {
+        choose(user, "View/Reset layout");
+        user.Yield(4);
+    }));
+    const std::size_t count = log.count();
+    ASSERT_TRUE(open("second"));
+    EXPECT_EQ(log.problemsSince(count), "");
+    EXPECT_EQ(layout("first"), before);
+}
+
+TEST_F(ProjectLayoutTest, AnEditorThatEndsBeforeItsFirstFrameLeavesNoLayout) {
+    ASSERT_TRUE(open("first"));
+    frame.requestQuit();
+    frame.prepare();
+    EXPECT_TRUE(frame.isFinished());
+    EXPECT_FALSE(std::filesystem::exists(file("first")));
+    const std::size_t count = log.count();
+    ASSERT_TRUE(open("first"));
+    EXPECT_EQ(log.problemsSince(count), "");
+}
+
+TEST_F(ProjectLayoutTest, ALayoutThatWasLoadedAndNotDrawnStays) {
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    dockMessagesLeft();
+    ASSERT_TRUE(open("second"));
+    ASSERT_TRUE(open("first"));
+    ASSERT_TRUE(open("second"));
+    ASSERT_TRUE(open("first"));
+    EXPECT_TRUE(session.editor().layoutLoadScheduled);
+    draw(3);
+    EXPECT_TRUE(messagesAreLeft());
+}
+
+TEST_F(ProjectLayoutTest, ALayoutThatIsResetAndNotDrawnIsNoneThatCannotBeLoaded) {
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    dockMessagesLeft();
+    ProjectLayout layout{session.editor()};
+    layout.reset();
+    layout.save();
+    const std::size_t count = log.count();
+    ASSERT_TRUE(open("first"));
+    EXPECT_EQ(log.problemsSince(count), "");
 }
 
 TEST_F(ProjectLayoutTest, AProjectThatCannotBeWrittenIsOpenedWithoutAWord) {
