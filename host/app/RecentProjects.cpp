@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
@@ -21,6 +23,21 @@ namespace Path = Corrade::Utility::Path;
 /** Bytes; nobody has paths that need more. */
 constexpr std::size_t LargestFile = 1024 * 1024;
 
+std::vector<Containers::String> foldersIn(const rapidjson::Document& list) {
+    std::vector<Containers::String> folders;
+    for(const rapidjson::Value& folder: list.GetArray())
+        if(folder.IsString() && folder.GetStringLength() && folders.size() != RecentProjects::MaxCount)
+            folders.emplace_back(folder.GetString(), folder.GetStringLength());
+    return folders;
+}
+
+/** Lets the owner of a file read it, beside whoever may. */
+void makeReadable(const Containers::String& file) {
+    std::error_code error;
+    std::filesystem::permissions(
+        file.data(), std::filesystem::perms::owner_read, std::filesystem::perm_options::add, error);
+}
+
 }
 
 RecentProjects::RecentProjects(Containers::StringView folder): _folder{folder} {
@@ -35,17 +52,15 @@ void RecentProjects::read() {
     if(failure == ENOENT) return;
     rapidjson::Document document;
     JsonError error{1, 1, "the file cannot be read"};
-    if(failure || !JsonReader::read(text, document, error)) {
-        Warning{} << "RecentProjects::read():" << _file << Warning::nospace << ":" << Warning::nospace << error.line
-                  << Warning::nospace << ":" << Warning::nospace << error.column << Warning::nospace << ":"
-                  << error.reason;
-        return;
+    if(!failure && JsonReader::read(text, document, error)) {
+        if(document.IsArray()) {
+            _projects = foldersIn(document);
+            return;
+        }
+        error = {1, 1, "the list is no array"};
     }
-    _projects.clear();
-    if(!document.IsArray()) return;
-    for(const rapidjson::Value& project: document.GetArray())
-        if(project.IsString() && project.GetStringLength() && _projects.size() != MaxCount)
-            _projects.emplace_back(project.GetString(), project.GetStringLength());
+    Warning{} << "RecentProjects::read():" << _file << Warning::nospace << ":" << Warning::nospace << error.line
+              << Warning::nospace << ":" << Warning::nospace << error.column << Warning::nospace << ":" << error.reason;
 }
 
 void RecentProjects::add(Containers::StringView project) {
@@ -66,10 +81,12 @@ bool RecentProjects::write() const {
     Containers::String text;
     Containers::String error;
     FileSystem& disk = FileSystem::disk();
-    // Nobody ever finds half a file.
+    // Nobody ever finds half a file. One that was left behind may have rights that keep everybody from writing it.
     const Containers::String written = _file + ".new";
-    return JsonWriter::write(document, {1}, text, error) && !disk.writeFile(written, text, _file) &&
-        !disk.renameFile(written, _file);
+    disk.removeFile(written);
+    if(!JsonWriter::write(document, {1}, text, error) || disk.writeFile(written, text, _file)) return false;
+    makeReadable(written);
+    return !disk.renameFile(written, _file);
 }
 
 }

@@ -15,11 +15,12 @@ public:
     /** Older ones are forgotten. */
     static constexpr std::size_t MaxCount = 8;
 
-    /** Reads the file. One that is not there is none yet; what cannot be read is a warning, and none, too.
+    /** Reads the file. One that is not there is none yet; what cannot be read or is no array is a warning, and none, too.
         @param folder   made by the first @ref add() ; empty to keep nothing */
     explicit RecentProjects(Containers::StringView folder);
 
-    /** Puts a project first, and writes the file. What other editors have opened meanwhile is kept.
+    /** Puts a project first, and writes the file. What other editors have opened meanwhile is kept. So are the file's rights, but who
+        opens projects may read it from then on; what could not be read is replaced.
         @param project  its folder, absolute; a name that is not UTF-8 is left out, for JSON cannot hold it */
     void add(Containers::StringView project);
 

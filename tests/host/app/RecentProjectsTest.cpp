@@ -90,8 +90,59 @@ TEST_F(RecentProjectsTest, AFileThatIsGarbageIsAWarningAndNone) {
 TEST_F(RecentProjectsTest, EntriesThatAreNoTextsAreLeftOut) {
     folder.write(File, R"(["/a", 1, null, "", ["/b"], "/c"])");
     EXPECT_EQ(list(fresh()), (Names{"/a", "/c"}));
-    folder.write(File, R"({"a": 1})");
-    EXPECT_EQ(list(fresh()), Names{});
+}
+
+TEST_F(RecentProjectsTest, AListThatIsNoArrayIsAWarningAndNone) {
+    for(const char* const text: {R"({"a": 1})", "\"/a\"", "null", "7"}) {
+        folder.write(File, text);
+        const CapturedOutput output;
+        EXPECT_EQ(list(fresh()), Names{}) << text;
+        EXPECT_EQ(output.warning(), "RecentProjects::read(): " + (folder / File) + ":1:1: the list is no array\n");
+        EXPECT_EQ(folder.read(File), text);
+    }
+}
+
+TEST_F(RecentProjectsTest, TheRightsOfTheFileAreKept) {
+    fresh().add("/a");
+    using std::filesystem::perms;
+    for(const perms rights:
+        {perms::owner_read | perms::owner_write, perms::owner_read, perms::owner_read | perms::group_read}) {
+        std::filesystem::permissions(folder / File, rights);
+        fresh().add("/b");
+        EXPECT_EQ(std::filesystem::status(folder / File).permissions(), rights);
+    }
+}
+
+TEST_F(RecentProjectsTest, AListWithoutRightsIsToldAndReplacedByOneThatItsOwnerCanRead) {
+    folder.write(File, R"(["/a"])");
+    std::filesystem::permissions(folder / File, std::filesystem::perms::none);
+    const OrdinaryUser user{folder.path};
+    if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+    const std::string warning = "RecentProjects::read(): " + (folder / File) + ":1:1: the file cannot be read\n";
+    const CapturedOutput output;
+    RecentProjects recent = fresh();
+    EXPECT_EQ(list(recent), Names{});
+    EXPECT_EQ(output.warning(), warning);
+    recent.add("/b");
+    EXPECT_EQ(output.warning(), warning + warning);
+    EXPECT_EQ(std::filesystem::status(folder / File).permissions(), std::filesystem::perms::owner_read);
+    EXPECT_EQ(list(fresh()), Names{"/b"});
+    recent.add("/c");
+    EXPECT_EQ(list(fresh()), (Names{"/c", "/b"}));
+    EXPECT_EQ(output.warning(), warning + warning);
+}
+
+TEST_F(RecentProjectsTest, WhatAnEditorThatWasKilledLeftBehindIsNoHindrance) {
+    fresh().add("/a");
+    folder.write(std::string{File} + ".new", "[\"/h");
+    std::filesystem::permissions(folder / (std::string{File} + ".new"), std::filesystem::perms::none);
+    const OrdinaryUser user{folder.path};
+    if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+    const CapturedOutput output;
+    fresh().add("/b");
+    EXPECT_EQ(list(fresh()), (Names{"/b", "/a"}));
+    EXPECT_EQ(folder.files().size(), 2u);
+    EXPECT_EQ(output.warning(), "");
 }
 
 TEST_F(RecentProjectsTest, WithoutAFolderNothingIsKept) {
