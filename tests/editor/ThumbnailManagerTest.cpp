@@ -353,11 +353,16 @@ TEST_F(ThumbnailManagerTest, AnImageThatIsTooLargeForOpenGLLeavesTheCellAsItIs) 
 TEST_F(ThumbnailManagerTest, APictureTooNarrowForAPixelLeavesTheCellAsItIs) {
     ThumbnailManager manager;
     clear(manager, "a");
-    manager.setThumbnail("a", plain({16384, 1}, Red));
-    manager.setThumbnail("a", plain({1, 16384}, Red));
-    GL::Texture2D texture = textureOf(plain({129, 1}, Red));
-    manager.setThumbnail("a", texture);
-    expectRectangle(cell(manager, "a"), {}, Red, Blue);
+    ASSERT_GE(GL::Texture2D::maxSize().x(), 16384);
+    for(const Vector2i size: {Vector2i{16384, 1}, {1, 16384}, {129, 1}}) {
+        const Image2D picture = plain(size, Red);
+        manager.setThumbnail("a", picture);
+        expectRectangle(cell(manager, "a"), {}, Red, Blue);
+        GL::Texture2D texture = textureOf(picture);
+        ASSERT_EQ(texture.imageSize(0), size);
+        manager.setThumbnail("a", texture);
+        expectRectangle(cell(manager, "a"), {}, Red, Blue);
+    }
     EXPECT_EQ(function<unsigned (*)()>("glGetError")(), 0u);
 }
 

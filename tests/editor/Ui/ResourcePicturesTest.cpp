@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -114,11 +113,27 @@ TEST_F(UiResourcePictures, ATextureWithoutAnImageHasThePictureOfIndexZero) {
     EXPECT_TRUE(list(R"({"value":null,"textures":{"a":{"name":"A"},"b":{"name":"B","image":"b"},
             "c":{"name":"C","image":5},"d":7}})",
         "textures", [this](ImGuiTestContext&) {
-            // One without a name is listed first or last.
-            std::vector<int> found = columns();
-            std::sort(found.begin(), found.end());
-            IM_CHECK(found == (Columns{1, 6, 6, 6}));
+            IM_CHECK(columns() == (Columns{6, 1, 6, 6}));
         }));
+}
+
+TEST_F(UiResourcePictures, TexturesOfOneImageHaveOnePicture) {
+    picker.data.imageIndices.assign(Containers::arrayView<const StringView>({"i", "j"}));
+    EXPECT_TRUE(list(R"({"value":null,"textures":{"a":{"name":"A","image":"j"},"b":{"name":"B","image":"j"}}})",
+        "textures", [this](ImGuiTestContext&) {
+            IM_CHECK(columns() == (Columns{1, 1}));
+        }));
+}
+
+TEST_F(UiResourcePictures, ResourcesOfOneNameHaveEachItsOwnPicture) {
+    picker.data.meshIndices.assign(Containers::arrayView<const StringView>({"a", "b"}));
+    EXPECT_TRUE(list(R"({"value":null,"meshes":{"a":{"name":"Chair"},"b":{"name":"Chair"}}})", "meshes",
+        [this](ImGuiTestContext& user) {
+            IM_CHECK(columns() == (Columns{2, 3}));
+            user.ItemClick("**/##b");
+            user.Yield(3);
+        }));
+    EXPECT_EQ(picker.value(), R"("b")");
 }
 
 TEST_F(UiResourcePictures, OthersHaveNone) {
