@@ -50,7 +50,7 @@ TEST(UiDragDropType, AnyOtherCollectionIsABrokenPrecondition) {
 struct Scene {
     void source() {
         ImGui::Button("source");
-        if(Ui::resourceDragDropSource(sourceType, {id.data(), id.size()}, StringView{"the label and more"}.prefix(9))) {
+        if(Ui::resourceDragDropSource(sourceType, {id.data(), id.size()}, label)) {
             ++draggedFrames;
             const ImGuiPayload* const payload = ImGui::GetDragDropPayload();
             payloadSize = payload ? payload->DataSize : -1;
@@ -82,6 +82,7 @@ struct Scene {
     GuiTest gui;
     Ui ui;
     std::string id = "rock";
+    StringView label = StringView{"the label and more"}.prefix(9);
     StringView sourceType = "textures";
     StringView targetType = "textures";
     int draggedFrames = 0;
@@ -141,26 +142,36 @@ TEST_F(UiDragDrop, AnEmptyIdIsAPayloadWithoutBytes) {
     EXPECT_EQ(dropped, "");
 }
 
-TEST_F(UiDragDrop, TheLabelIsShownBesideTheMouse) {
-    std::string shown;
-    EXPECT_TRUE(gui.run(
-        "drag",
-        [&] {
-            const ShownText text;
-            draw();
-            shown = text.text();
-        },
-        [&](ImGuiTestContext& user) {
-            user.MouseMove("//Window/source");
-            user.MouseDown();
-            user.MouseMove("//Window/target");
-            user.Yield(2);
-            IM_CHECK(shown.find("the label") != std::string::npos);
-            IM_CHECK(shown.find("and more") == std::string::npos);
-            user.MouseUp();
-            user.Yield(2);
-            IM_CHECK(shown.find("the label") == std::string::npos);
-        }));
+TEST_F(UiDragDrop, TheLabelIsShownBesideTheMouseAsItStands) {
+    const struct {
+        StringView label;
+        const char* shown;
+    } cases[]{
+        {StringView{"the label and more"}.prefix(9), "the label"},
+        {"100%s %n##hidden", "100%s %n##hidden"},
+    };
+    for(const auto& each: cases) {
+        label = each.label;
+        std::string shown;
+        EXPECT_TRUE(gui.run(
+            "drag",
+            [&] {
+                const ShownText text;
+                draw();
+                shown = text.text();
+            },
+            [&](ImGuiTestContext& user) {
+                user.MouseMove("//Window/source");
+                user.MouseDown();
+                user.MouseMove("//Window/target");
+                user.Yield(2);
+                IM_CHECK(shown.find(each.shown) != std::string::npos);
+                IM_CHECK(shown.find("and more") == std::string::npos);
+                user.MouseUp();
+                user.Yield(2);
+                IM_CHECK(shown.find(each.shown) == std::string::npos);
+            }));
+    }
 }
 
 TEST_F(UiDragDrop, NothingIsInProgressUntilTheMouseMoves) {

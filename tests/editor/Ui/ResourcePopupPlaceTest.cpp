@@ -100,32 +100,39 @@ TEST_F(UiResourcePopup, TwoPickersHaveListsOfTheirOwn) {
 
 TEST_F(UiResourcePopup, ItLiesUnderTheFieldDownToTheEndOfTheMainWindow) {
     open(SomeTextures);
-    EXPECT_TRUE(run([](ImGuiTestContext& user) {
-        openList(user);
-        const ImRect field = user.ItemInfo(Field).RectFull;
-        IM_CHECK_LE(ImAbs(popup()->Pos.x - field.Min.x), 1.0f);
-        IM_CHECK_LE(ImAbs(popup()->Pos.y - field.Max.y), 1.0f);
-        IM_CHECK_LE(ImAbs(popup()->Size.x - field.GetWidth()), 1.0f);
-        const float end = ImGui::GetMainViewport()->Size.y - 2.0f * ImGui::GetTextLineHeight();
-        IM_CHECK_LE(ImAbs(popup()->Pos.y + popup()->Size.y - end), 1.0f);
-        // The bar's right end is not cut off.
-        const ImRect bar = user.ItemInfo(Search).RectFull;
-        IM_CHECK_LE(bar.Max.x, popup()->InnerClipRect.Max.x);
-    }));
+    for(const float scale: {0.8f, 1.0f, 1.25f, 2.0f}) {
+        ImGui::GetStyle().FontScaleMain = scale;
+        EXPECT_TRUE(run([](ImGuiTestContext& user) {
+            openList(user);
+            const ImRect field = user.ItemInfo(Field).RectFull;
+            IM_CHECK_LE(ImAbs(popup()->Pos.x - field.Min.x), 1.0f);
+            IM_CHECK_LE(ImAbs(popup()->Pos.y - field.Max.y), 1.0f);
+            IM_CHECK_LE(ImAbs(popup()->Size.x - field.GetWidth()), 1.0f);
+            const float end = ImGui::GetMainViewport()->Size.y - 2.0f * ImGui::GetTextLineHeight();
+            IM_CHECK_LE(ImAbs(popup()->Pos.y + popup()->Size.y - end), 1.0f);
+            // The bar's right end is not cut off.
+            const ImRect bar = user.ItemInfo(Search).RectFull;
+            IM_CHECK_LE(bar.Max.x, popup()->InnerClipRect.Max.x);
+            user.KeyPress(ImGuiKey_Escape);
+        })) << scale;
+    }
 }
 
 TEST_F(UiResourcePopup, AtTheEndOfTheMainWindowItLiesAboveTheField) {
-    open(SomeTextures);
     position.y = 620.0f;
-    EXPECT_TRUE(run([](ImGuiTestContext& user) {
-        openList(user);
-        const ImRect field = user.ItemInfo(Field).RectFull;
-        IM_CHECK_LE(ImAbs(popup()->Pos.x - field.Min.x), 1.0f);
-        IM_CHECK_LE(ImAbs(popup()->Pos.y + popup()->Size.y - field.Min.y), 1.0f);
-        IM_CHECK_LE(ImAbs(popup()->Pos.y - 2.0f * ImGui::GetTextLineHeight()), 1.0f);
-        choose(user, "t5");
-    }));
-    EXPECT_EQ(value(), R"("t5")");
+    for(const float scale: {0.8f, 1.0f, 1.25f, 2.0f}) {
+        ImGui::GetStyle().FontScaleMain = scale;
+        open(SomeTextures);
+        EXPECT_TRUE(run([](ImGuiTestContext& user) {
+            openList(user);
+            const ImRect field = user.ItemInfo(Field).RectFull;
+            IM_CHECK_LE(ImAbs(popup()->Pos.x - field.Min.x), 1.0f);
+            IM_CHECK_LE(ImAbs(popup()->Pos.y + popup()->Size.y - field.Min.y), 1.0f);
+            IM_CHECK_LE(ImAbs(popup()->Pos.y - 2.0f * ImGui::GetTextLineHeight()), 1.0f);
+            choose(user, "t5");
+        })) << scale;
+        EXPECT_EQ(value(), R"("t5")") << scale;
+    }
 }
 
 TEST_F(UiResourcePopup, RowsWithPicturesAreHigherThanThoseOfText) {

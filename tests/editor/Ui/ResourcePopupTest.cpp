@@ -66,9 +66,10 @@ TEST_F(UiResourcePopup, OpeningClearsTheSearch) {
         user.KeyChars("rock");
         user.Yield(2);
         IM_CHECK(listed() == (Ids{"t1"}));
-        user.KeyPress(ImGuiKey_Escape);
-        user.Yield(2);
+        // Escape would empty it before.
+        choose(user, "t1");
         IM_CHECK(!popup());
+        IM_CHECK_EQ(ui.resourceSearch[0], 'r');
         openList(user);
         IM_CHECK_EQ(ui.resourceSearch[0], '\0');
         IM_CHECK(listed() == (Ids{"t9", "t1", "t5"}));
@@ -80,7 +81,7 @@ TEST_F(UiResourcePopup, OpeningClearsTheSearch) {
 
 TEST_F(UiResourcePopup, FromItsFirstFrameOnNothingOfTheLastSearchShows) {
     open(SomeTextures);
-    ui.resourceSearch[0] = 'R';
+    ui.resourceSearch[0] = 'k';
     int framesWithList = 0;
     EXPECT_TRUE(gui.run(
         "open",
@@ -227,6 +228,18 @@ TEST_F(UiResourcePopup, ARowSetsTheIdAsOneChangeAndCloses) {
     EXPECT_EQ(toText(project), before);
     changes.redoLastUndo();
     EXPECT_EQ(toText(project), after);
+}
+
+TEST_F(UiResourcePopup, ResourcesOfOneNameAreRowsOfTheirOwn) {
+    open(R"({"value":null,"textures":{"a":{"name":"Rock"},"b":{"name":"Rock"},"c":{"name":"Rock"}}})");
+    EXPECT_TRUE(run([this](ImGuiTestContext& user) {
+        openList(user);
+        user.KeyChars("rock");
+        user.Yield(2);
+        IM_CHECK(listed() == (Ids{"a", "b", "c"}));
+        choose(user, "b");
+    }));
+    EXPECT_EQ(value(), R"("b")");
 }
 
 TEST_F(UiResourcePopup, ARowSetsTheNameWhereTheValueIsOne) {

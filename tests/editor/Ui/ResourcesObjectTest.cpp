@@ -39,6 +39,19 @@ TEST_F(UiObjectResources, AButtonFollowsTheField) {
     }
 }
 
+TEST_F(UiObjectResources, WithoutALabelFieldAndButtonFillTheLine) {
+    data.pickObject = [](StringView, bool) {};
+    ui.flags = Ui::Flag::NoLabel;
+    EXPECT_TRUE(run([this](ImGuiTestContext& user) {
+        const ImRect field = user.ItemInfo(Field).RectFull;
+        const ImRect button = user.ItemInfo(PickButton).RectFull;
+        IM_CHECK(!shows("value"));
+        IM_CHECK_EQ(field.Min.x, regionStart.x);
+        IM_CHECK_EQ(button.Min.x, field.Max.x + ImGui::GetStyle().ItemSpacing.x);
+        IM_CHECK_EQ(button.Max.x, regionStart.x + regionWidth - 1.0f);
+    }));
+}
+
 TEST_F(UiObjectResources, TheHostIsAskedForAnObjectWithThePathOfTheValue) {
     data.pickObject = [this](StringView path, bool named) {
         picked.push_back(std::string{path.data(), path.size()} + (named ? " by name" : " by ID"));
