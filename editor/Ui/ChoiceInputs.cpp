@@ -67,6 +67,12 @@ bool editBool(Ui& ui, const Containers::StringView name, const Containers::Strin
     return true;
 }
 
+/** Lowers the next box to the middle of the label before it, which is higher. */
+void levelWithLabel() {
+    const float gap = ImGui::GetFrameHeight() - Ui::checkboxHeight();
+    ImGui::GetCurrentWindow()->DC.CursorPos.y += ImTrunc(ImMax(0.5f * gap, 0.0f));
+}
+
 /** Continues with the box behind that of a bit: beside it, or in the next row. */
 void goToNextBox(const int bit, const float start, const float step) {
     const int column = (bit + 1) % Columns;
@@ -83,7 +89,10 @@ bool Ui::checkboxUnlabled(const Containers::StringView name) { return editBool(*
 bool Ui::checkboxBit(const Containers::StringView name, const int bit, const Containers::StringView label) {
     const Scope scope{this, name};
     const rapidjson::Value* const value = project->getValue(scopePath(), false);
-    if(!(flags & Flag::NoLabel)) Ui::label(name);
+    if(!(flags & Flag::NoLabel)) {
+        Ui::label(name);
+        levelWithLabel();
+    }
     const IdGuard id{bit};
     const UnsignedInt toggled = bitCheckbox(label, bit, jsonBits(value));
     if(toggled) changes->pushChange(scopePath(), toggledBits(value, toggled), false);
@@ -109,6 +118,7 @@ bool Ui::checkboxBits(const Containers::StringView name, const int count,
     UnsignedInt toggled = 0;
     for(int bit = 0; bit < count; ++bit) {
         const bool isNamed = std::size_t(bit) < names.size();
+        if(bit < Columns && !(flags & Flag::NoLabel)) levelWithLabel();
         toggled ^= bitCheckbox(isNamed ? names[std::size_t(bit)] : Containers::StringView{}, bit, bits);
         goToNextBox(bit, start, step);
     }

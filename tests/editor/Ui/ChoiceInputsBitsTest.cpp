@@ -138,6 +138,30 @@ TEST_F(UiBitInputs, BoxesStandInRowsOfFour) {
         }));
 }
 
+TEST_F(UiBitInputs, BoxesAreLevelWithTheirLabel) {
+    for(const float scale: {1.0f, 2.0f}) {
+        ImGui::GetStyle().FontScaleMain = scale;
+        ImVec2 one, several;
+        EXPECT_TRUE(run(
+            [&] {
+                one = ImGui::GetCursorScreenPos();
+                ui.checkboxBit("bits", 1, "one");
+                several = ImGui::GetCursorScreenPos();
+                ui.checkboxBits("negative", 6, {});
+            },
+            [&](ImGuiTestContext& user) {
+                const auto middle = [&user](const char* item) { return user.ItemInfo(item).RectFull.GetCenter().y; };
+                const float half = 0.5f * ImGui::GetFrameHeight();
+                IM_CHECK_LE(ImAbs(middle("//Window/bits/$$1/one") - one.y - half), 1.0f);
+                for(const char* box: {"//Window/negative/0", "//Window/negative/3"})
+                    IM_CHECK_LE(ImAbs(middle(box) - several.y - half), 1.0f);
+                // The next row is as far from the first one as rows are that have no label.
+                const float step = Ui::checkboxHeight() + ImGui::GetStyle().ItemSpacing.y;
+                IM_CHECK_GE(middle("//Window/negative/4") - middle("//Window/negative/0"), step - 0.5f);
+            }));
+    }
+}
+
 TEST_F(UiBitInputs, WithoutALabelTheFirstBoxBeginsTheLine) {
     ui.flags = Ui::Flag::NoLabel;
     std::string shown;
