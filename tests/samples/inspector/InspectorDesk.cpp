@@ -34,7 +34,8 @@ ImGuiID rowOf(const std::string& path) {
 
 }
 
-SampleCopy::SampleCopy(): folder{fs::temp_directory_path() / ("lighthouse-" + std::to_string(getpid()))} {
+SampleCopy::SampleCopy(const std::string& name)
+    : folder{fs::temp_directory_path() / (name.empty() ? "lighthouse-" + std::to_string(getpid()) : name)} {
     fs::remove_all(folder);
     fs::copy(QUORVANE_SOURCE_DIR "/samples/lighthouse", folder, fs::copy_options::recursive);
     fs::remove_all(folder / ".editor");
@@ -45,7 +46,8 @@ SampleCopy::~SampleCopy() {
     fs::remove_all(folder, error);
 }
 
-InspectorDesk::InspectorDesk(): frame{session, jobs, modules, log, viewConditions(), noDialog, noDialog} {
+InspectorDesk::InspectorDesk(const std::string& project)
+    : game{project}, frame{session, jobs, modules, log, viewConditions(), noDialog, noDialog} {
     ImGuiContextHook hook;
     hook.Type = ImGuiContextHookType_NewFramePre;
     hook.UserData = &frame;

@@ -13,10 +13,11 @@ struct ImGuiWindow;
 
 namespace QuorvaneEngine::Test {
 
-/** A folder with a copy of the sample project, gone with the object. */
+/** A copy of the sample project in a folder for temporary files, gone with the object. */
 class SampleCopy {
 public:
-    SampleCopy();
+    /** @param name     of the copy's own folder; empty for one that no other process has */
+    explicit SampleCopy(const std::string& name);
     ~SampleCopy();
     SampleCopy(const SampleCopy&) = delete;
     SampleCopy& operator=(const SampleCopy&) = delete;
@@ -28,7 +29,8 @@ public:
     frames it does what the editor does there. */
 class InspectorDesk {
 public:
-    InspectorDesk();
+    /** @param project  as for @ref SampleCopy() */
+    explicit InspectorDesk(const std::string& project = {});
 
     /** The whole document as JSON text. */
     std::string document();

@@ -22,7 +22,8 @@ constexpr Int Width = 1280;
 constexpr Int Height = 860;
 
 /** The example view in a window as the editor has it, with fonts, colours and pictures; a mouse moves and clicks. With a
-    folder in the environment's QUORVANE_PICTURES the pictures are written there: docs/pictures gets its own so. */
+    folder in the environment's QUORVANE_PICTURES the pictures are written there, and show a project folder without a number: with
+    TMPDIR=/games, docs/pictures gets its own so. */
 class InspectorPicture: public testing::Test {
 protected:
     InspectorPicture() {
@@ -37,7 +38,7 @@ protected:
         renderer.emplace(window);
         Theme::apply(1.0f);
         Fonts::load(QUORVANE_ICONS);
-        desk.emplace();
+        desk.emplace(std::getenv("QUORVANE_PICTURES") ? "lighthouse" : "");
         thumbnails.emplace(desk->session);
     }
 
