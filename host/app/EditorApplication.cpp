@@ -130,7 +130,9 @@ public:
     ExitCode run() {
         if(!_renderer.isReady()) return ExitCode::NoDisplay;
         const bool takesPicture = !_line.screenshot.isEmpty();
-        if(!_line.project.isEmpty() && !_frame.open(_line.project) && takesPicture) return ExitCode::Failure;
+        // A picture changes nothing, whoever has the project.
+        const EditorFrame::Access access = takesPicture ? EditorFrame::Access::Read : EditorFrame::Access::Write;
+        if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && takesPicture) return ExitCode::Failure;
         if(takesPicture) return takePicture();
         while(!_frame.isFinished()) {
             waitForInput();

@@ -48,7 +48,13 @@ EditorFrame::~EditorFrame() {
     _session->forgetHandlers();
 }
 
-bool EditorFrame::open(Containers::StringView folder) {
+bool EditorFrame::open(Containers::StringView folder, Access access) {
+    FileError refusal;
+    if(access == Access::Write && !_session->tryLock(folder, refusal)) {
+        _usedProject = Containers::String{folder};
+        _questions.ask(Question::InUse, refusal.path + ": " + refusal.reason + ".");
+        return false;
+    }
     saveLayout();
     const std::size_t first = _log->count();
     if(!_session->open(folder)) {
@@ -62,7 +68,8 @@ bool EditorFrame::open(Containers::StringView folder) {
     restartViews();
     _layout.load();
     if(_desktop.recent) _desktop.recent->add(_session->folder());
-    _log->note("Opened " + Containers::String{_session->folder()});
+    _log->note(
+        (access == Access::Read ? "Opened to be looked at: " : "Opened ") + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
 }
@@ -132,12 +139,16 @@ void EditorFrame::chooseProject() {
 }
 
 void EditorFrame::proceed() {
-    if(_session->hasUnsavedChanges()) _questions.askForUnsaved();
+    if(_session->hasUnsavedChanges()) _questions.ask(Question::Unsaved);
     else executeAnswer(Answer::Discard);
 }
 
 void EditorFrame::executeAnswer(Answer answer) {
     if(answer == Answer::None || answer == Answer::Cancel) return;
+    if(answer == Answer::OpenReadOnly) {
+        open(std::exchange(_usedProject, {}), Access::Read);
+        return;
+    }
     if(answer == Answer::Save && !save()) return;
     if(!_nextProject.isEmpty()) {
         open(std::exchange(_nextProject, {}));

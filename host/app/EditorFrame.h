@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <utility>
 
 #include <Corrade/Containers/Array.h>
@@ -65,10 +66,17 @@ public:
 
     void setDesktop(Desktop desktop) { _desktop = std::move(desktop); }
 
+    /** What a project is opened for. */
+    enum class Access : std::uint8_t {
+        Write, /**< other programs are kept from saving it */
+        Read /**< it can be saved where no other program is writing it */
+    };
+
     /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
-        before, and the reason is shown. What is wrong with a project that can be worked with all the same is printed as
+        before, and the reason is shown; where another program is writing the project, the user is asked whether to look at it only.
+        What is wrong with a project that can be worked with all the same is printed as
         warnings. The windows' layout is kept in the one project, and taken from the other. Between two frames. */
-    bool open(Containers::StringView folder);
+    bool open(Containers::StringView folder, Access access = Access::Write);
 
     /** What happens between two frames, in this order: jobs of the GUI thread, also those that keep the windows' layout, what the
         user asked for in the last frame, the publication of the revision, the views' conditions. */
@@ -124,6 +132,9 @@ private:
 
     /** The folder to open when unsaved changes are dealt with; empty to end the editor. */
     Containers::String _nextProject;
+
+    /** The folder that the user is asked about, which another program is writing. */
+    Containers::String _usedProject;
     bool _finished = false;
 };
 

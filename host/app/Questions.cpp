@@ -25,36 +25,83 @@ ImVec2 padding() { return {Widgets::scaled(20.0f), Widgets::scaled(16.0f)}; }
 
 constexpr ImGuiWindowFlags Flags = ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoSavedSettings;
 
+struct Button {
+    const char* label;
+    Answer answer;
+};
+
+struct Form {
+    /** Of the dialog. */
+    const char* name;
+    const char* icon;
+    const char* heading;
+    /** Below what the question is about. */
+    const char* text;
+    /** The first one stands out. */
+    Button buttons[3];
+    /** To the key Escape; None where the user has to decide. */
+    Answer escape;
+};
+
+/** One for each question, in their order. */
+constexpr Form Forms[]{
+    {"Unsaved changes", ICON_FA_FLOPPY_DISK, "Save the changes of this project?", "What is not saved is lost.",
+        {{"Save", Answer::Save}, {"Don't save", Answer::Discard}, {"Cancel", Answer::Cancel}}, Answer::Cancel},
+    {"Project in use", ICON_FA_LOCK, "This project is open elsewhere",
+        "It can be looked at here. It cannot be saved as long as the other program has it open.",
+        {{"Open read-only", Answer::OpenReadOnly}, {"Cancel", Answer::Cancel}, {}}, Answer::Cancel},
+};
+
+/** @return the answer that was given */
+Answer drawButtons(const Form& form) {
+    Answer answer = Answer::None;
+    for(const Button& button: form.buttons) {
+        if(!button.label) continue;
+        const bool isFirst = &button == form.buttons;
+        if(!isFirst) ImGui::SameLine();
+        if(isFirst ? Widgets::primaryButton(button.label) : ImGui::Button(button.label)) answer = button.answer;
+    }
+    if(form.escape != Answer::None && ImGui::Shortcut(ImGuiKey_Escape)) answer = form.escape;
+    return answer;
+}
+
+}
+
+void Questions::ask(const Question question, const Containers::StringView text) {
+    _isAsked[std::size_t(question)] = true;
+    _texts[std::size_t(question)] = Containers::String{text};
 }
 
 Answer Questions::draw() {
     Answer answer = Answer::None;
-    if(_asksForUnsaved) answer = drawUnsaved();
+    for(std::size_t question = 0; question != Count && answer == Answer::None; ++question)
+        if(_isAsked[question]) answer = drawQuestion(question);
     if(!_failure.isEmpty()) drawFailure();
     if(_showsAbout) drawAbout();
     return answer;
 }
 
-Answer Questions::drawUnsaved() {
-    prepare("Unsaved changes");
+Answer Questions::drawQuestion(const std::size_t question) {
+    static_assert(sizeof(Forms) / sizeof(*Forms) == Count);
+    const Form& form = Forms[question];
+    prepare(form.name);
     StyleGuard style;
     style.variable(ImGuiStyleVar_WindowPadding, padding());
-    const PopupGuard modal{ImGui::BeginPopupModal("Unsaved changes", nullptr, Flags)};
+    const PopupGuard modal{ImGui::BeginPopupModal(form.name, nullptr, Flags)};
     if(!modal) return Answer::None;
     {
         const Widgets::BlockScope block{Widgets::scaled(TextWidth)};
-        Widgets::heading(ICON_FA_FLOPPY_DISK, "Save the changes of this project?");
-        Widgets::text("What is not saved is lost.");
+        Widgets::heading(form.icon, form.heading);
+        if(!_texts[question].isEmpty()) {
+            Widgets::text(_texts[question]);
+            ImGui::Spacing();
+        }
+        Widgets::text(form.text);
         ImGui::Spacing();
     }
-    Answer answer = Answer::None;
-    if(Widgets::primaryButton("Save")) answer = Answer::Save;
-    ImGui::SameLine();
-    if(ImGui::Button("Don't save")) answer = Answer::Discard;
-    ImGui::SameLine();
-    if(ImGui::Button("Cancel") || ImGui::Shortcut(ImGuiKey_Escape)) answer = Answer::Cancel;
+    const Answer answer = drawButtons(form);
     if(answer == Answer::None) return answer;
-    _asksForUnsaved = false;
+    _isAsked[question] = false;
     ImGui::CloseCurrentPopup();
     return answer;
 }

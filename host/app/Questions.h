@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include <Corrade/Containers/String.h>
@@ -8,15 +9,27 @@
 
 namespace QuorvaneEngine {
 
-/** What the user wants done with unsaved changes. */
-enum class Answer : std::uint8_t { None, Save, Discard, Cancel };
+/** What the user is asked. */
+enum class Question : std::uint8_t {
+    Unsaved, /**< what to do with unsaved changes: Save, Discard, Cancel */
+    InUse /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
+};
+
+/** What the user wants done. */
+enum class Answer : std::uint8_t { None, Save, Discard, Cancel, OpenReadOnly };
 
 /** The host's own dialogs, which stand before everything else until they are answered. A dialog waits for
     the end of any other popup. */
 class QUORVANE_API Questions {
 public:
-    /** Asks what to do with unsaved changes. */
-    void askForUnsaved() { _asksForUnsaved = true; }
+    /** Asks, until there is an answer.
+        @param text     what the question is about; empty for what it says of itself */
+    void ask(Question question, Containers::StringView text = {});
+
+    bool isAsking(Question question) const { return _isAsked[std::size_t(question)]; }
+
+    /** Takes a question back. */
+    void forget(Question question) { _isAsked[std::size_t(question)] = false; }
 
     /** Says why a project could not be opened. */
     void showFailure(Containers::StringView text) { _failure = text; }
@@ -24,15 +37,18 @@ public:
 
     void showAbout() { _showsAbout = true; }
 
-    /** @return the answer to the question for unsaved changes, in the frame in which it is given */
+    /** @return the answer to a question, in the frame in which it is given */
     Answer draw();
 
 private:
-    Answer drawUnsaved();
+    static constexpr std::size_t Count = std::size_t(Question::InUse) + 1;
+
+    Answer drawQuestion(std::size_t question);
     void drawFailure();
     void drawAbout();
 
-    bool _asksForUnsaved = false;
+    bool _isAsked[Count]{};
+    Containers::String _texts[Count];
     bool _showsAbout = false;
     Containers::String _failure;
 };

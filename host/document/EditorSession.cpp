@@ -55,6 +55,12 @@ EditorSession::~EditorSession() = default;
 
 bool EditorSession::lock(const Containers::StringView folder) { return _storage->lock(folder); }
 
+bool EditorSession::tryLock(const Containers::StringView folder, FileError& refusal) {
+    return _storage->tryLock(folder, refusal);
+}
+
+bool EditorSession::isLocked() const { return _storage->isLocked(); }
+
 bool EditorSession::open(const Containers::StringView folder) {
     rapidjson::Document document;
     if(!_storage->open(folder, document)) return false;

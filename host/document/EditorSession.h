@@ -18,6 +18,7 @@ namespace QuorvaneEngine {
 
 class FileSystem;
 class ProjectStorage;
+struct FileError;
 
 /** One editor at work on one project after another: the document in memory, its change log, what views are told about it, and the
     folder that it is loaded from and saved to. The desktop editor, the batch tool and tests are built on it.
@@ -43,9 +44,17 @@ public:
         nothing changes but what was left behind. */
     bool open(Containers::StringView folder);
 
-    /** Keeps other programs from saving the project in a folder, as long as the session lasts: to be called before @ref open() by who is
+    /** Keeps other programs from saving the project in a folder, until another one is open or the session ends: to be called before @ref open() by who is
         about to change the project and to save it. Prints a warning and fails where another program does so. */
     bool lock(Containers::StringView folder);
+
+    /** As @ref lock() , for as long as the user likes: makes the project's folder `.editor`, where it can be made, and prints no warning.
+        @param refusal  set on failure; its reason says in words who has the project
+        @return false only where another program has it */
+    bool tryLock(Containers::StringView folder, FileError& refusal);
+
+    /** Whether the open project is locked for this session. */
+    bool isLocked() const;
 
     /** Makes the open project's folder `.editor` for layouts and the like, which version control is told to ignore, where it can
         be made. */

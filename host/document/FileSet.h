@@ -40,6 +40,9 @@ public:
     /** Adds a file to remove. */
     void remove(Containers::StringView path);
 
+    /** Whether nothing was added. */
+    bool isEmpty() const { return _contents.isEmpty(); }
+
     /** Does it. What an earlier set left behind is recovered first.
         @param error    set on failure, when all files are as they were; where even the way back failed, its reason says so, and
             the journal stays for the next recovery */

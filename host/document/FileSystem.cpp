@@ -172,6 +172,15 @@ public:
         return ::lstat(Name{path}, &status) == 0 && S_ISLNK(status.st_mode);
     }
 
+    int stampOf(Containers::StringView path, FileStamp& stamp) override {
+        struct stat status {};
+        const bool isTerminated = path.flags() >= Containers::StringViewFlag::NullTerminated;
+        if(isTerminated ? ::stat(path.data(), &status) : ::stat(Name{path}, &status)) return errno;
+        stamp = {std::uint64_t(status.st_dev), std::uint64_t(status.st_ino), std::uint64_t(status.st_size),
+            std::int64_t(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec};
+        return 0;
+    }
+
     int lockFolder(Containers::StringView path, int& lock) override {
         Descriptor folder{Name{path}, O_RDONLY | O_DIRECTORY};
         if(folder == -1) return errno;
@@ -193,6 +202,7 @@ FileSystem& FileSystem::disk() {
 
 FileSystem::~FileSystem() = default;
 
+int FileSystem::stampOf(Containers::StringView, FileStamp&) { return ENOSYS; }
 int FileSystem::lockFolder(Containers::StringView, int&) { return 0; }
 void FileSystem::unlockFolder(int) {}
 

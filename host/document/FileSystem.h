@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
@@ -8,6 +11,23 @@
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
+
+/** Tells one state of a file from another without reading it. Equal ones are as good as sure to be of one content. */
+struct FileStamp {
+    /** Which file it is, of all that the program can see. */
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+
+    /** In bytes. */
+    std::uint64_t size = 0;
+
+    /** When the contents were changed last, in nanoseconds since 1970. */
+    std::int64_t changed = 0;
+
+    bool operator==(const FileStamp&) const = default;
+
+    bool isSameFile(const FileStamp& other) const { return device == other.device && file == other.file; }
+};
 
 /** The steps that saving and opening a project take on the disk, each of which may fail, and before each of which the power may
     go. Tests put their own in place.
@@ -62,6 +82,11 @@ public:
 
     /** Whether a name stands for another place; the other functions follow it there. */
     virtual bool isLink(Containers::StringView path) = 0;
+
+    /** Looks at a file or folder without opening it. Allocates nothing where the path ends with a NUL.
+        @param stamp    left as it is on failure
+        @return `ENOSYS` where the file system cannot tell */
+    virtual int stampOf(Containers::StringView path, FileStamp& stamp);
 
     /** Locks a folder for this program and, within it, for who called; see @ref FolderLock . Locks nothing where the file system knows no
         such locks.

@@ -185,23 +185,48 @@ bool ProjectStorage::isLanguageCode(const Containers::StringView text) {
     return subtagSize >= (isFirst ? 2 : 1);
 }
 
-bool ProjectStorage::lock(const Containers::StringView folder, FolderLock& taken, FileError& error) const {
-    return _lock.isTaken(folder) ||
-        taken.take(*_files, folder, "another program has the project open for writing", error);
+bool ProjectStorage::hasLock(const Containers::StringView folder) const {
+    return (_lock && _lock->isTaken(folder)) || (_nextLock && _nextLock->isTaken(folder));
 }
 
 bool ProjectStorage::lock(const Containers::StringView folder) {
     Containers::String path;
     FileError error;
-    return absoluteFolder(folder, path, error) && lock(path, _lock, error) ? true : warn(Open, error);
+    return absoluteFolder(folder, path, error) && take(path, ProjectLock::Making::No, error) ? true : warn(Open, error);
+}
+
+bool ProjectStorage::tryLock(const Containers::StringView folder, FileError& refusal) {
+    Containers::String path;
+    FileError ignored;
+    if(!absoluteFolder(folder, path, ignored)) return true;
+    FileStamp stamp;
+    const bool isProject = _files->stampOf(joined(view(path), "/", ProjectName), stamp) == 0;
+    return take(path, isProject ? ProjectLock::Making::Yes : ProjectLock::Making::No, refusal);
+}
+
+bool ProjectStorage::take(const Containers::String& path, const ProjectLock::Making making, FileError& error) {
+    if(hasLock(path)) return true;
+    Containers::Pointer<ProjectLock> lock{Corrade::InPlaceInit, *_files};
+    if(!lock->take(path, making, error)) return false;
+    lock->announce();
+    (path == _folder ? _lock : _nextLock) = std::move(lock);
+    return true;
+}
+
+/** The lock follows the project that is open. */
+void ProjectStorage::keepLock() {
+    if(_nextLock && _nextLock->isTaken(_folder)) _lock = std::move(_nextLock);
+    else if(!isLocked()) _lock = nullptr;
+    _nextLock = nullptr;
 }
 
 /** Who only reads waits for nobody, but does not meddle with what another program is about to save. */
 bool ProjectStorage::recover(const Containers::StringView folder, FileError& error) const {
     Containers::Array<Containers::String> names;
     const Containers::String stage = joined(view(folder), "/", FileSet::ProjectStage.folder);
-    FolderLock taken;
-    return (_files->listFolder(stage, names) == ENOENT || lock(folder, taken, error)) &&
+    ProjectLock taken{*_files};
+    return (_files->listFolder(stage, names) == ENOENT || hasLock(folder) ||
+               taken.take(folder, ProjectLock::Making::No, error)) &&
         FileSet::recover(*_files, folder, error);
 }
 
@@ -214,12 +239,15 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
     std::size_t translationCount = 0;
     std::vector<File> files;
     if(!recover(newFolder, error) || !readObject(*_files, joined(view(newFolder), "/", ProjectName), read, error) ||
-        !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error))
+        !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error)) {
+        _nextLock = nullptr;
         return warn(Open, error);
+    }
 
     warnOfDefaultLanguage(newFolder, read);
     static_cast<rapidjson::Value&>(document).Swap(read);
     _folder = newFolder;
+    keepLock();
     _saved = fingerprints(files);
     // Translations in the project's own file will get files of theirs by the next save, which has to write all of them then.
     if(files.size() != translationCount + 1) _saved.clear();
@@ -240,8 +268,6 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
     }
 
     std::vector<Fingerprint> current = fingerprints(files);
-    FolderLock taken;
-    if(!lock(_folder, taken, error)) return warn(Save, error);
     FileSet set{*_files, _folder};
     for(std::size_t i = 0; i != files.size(); ++i)
         if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end())
@@ -250,7 +276,10 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
         const auto isSame = [&old](const Fingerprint& file) { return file.path == old.path; };
         if(std::none_of(current.begin(), current.end(), isSame)) set.remove(old.path);
     }
-    if(!set.commit(error)) return warn(Save, error);
+    if(set.isEmpty()) return true;
+    ProjectLock taken{*_files};
+    ProjectLock& lock = _lock ? *_lock : taken;
+    if(!lock.takeForSaving(_folder, error) || !set.commit(error)) return warn(Save, error);
     _saved = std::move(current);
     return true;
 }
@@ -272,7 +301,9 @@ void ProjectStorage::setSaved(const rapidjson::Document& document) {
 
 void ProjectStorage::makeEditorFolder() {
     FileError error;
-    FileSet::makeEditorFolder(*_files, _folder, error);
+    ProjectLock taken{*_files};
+    if(isLocked() || taken.take(_folder, ProjectLock::Making::No, error))
+        FileSet::makeEditorFolder(*_files, _folder, error);
 }
 
 bool ProjectStorage::write(const rapidjson::Document& document, std::vector<File>& files, FileError& error) {

@@ -3,11 +3,12 @@
 #include <cstdint>
 #include <vector>
 
+#include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "FileSystem.h"
-#include "FolderLock.h"
+#include "ProjectLock.h"
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
@@ -27,11 +28,21 @@ public:
     ProjectStorage& operator=(const ProjectStorage&) = delete;
 
     /** Keeps other programs from saving the project in a folder, and from opening it where something of a save is left to be done, until
-        the storage goes: for who is about to open the project, change it and save it, so that no change of another program in
-        between is lost. Warns as @ref open() does.
+        another one is opened or the storage goes: for who is about to open the project, change it and save it, so that no change of
+        another program in between is lost. The lock of the open project stays until another one is open. Warns as @ref open()
+        does.
         @param folder   as for @ref open()
         @return false where another program does so, or saves at this moment */
     bool lock(Containers::StringView folder);
+
+    /** As @ref lock() , for as long as the user likes: makes the folder `.editor` of a project, where it can be made, and prints no
+        warning.
+        @param refusal  set on failure; its reason says in words who has the project
+        @return false only where another program has it; what else is wrong with the folder is told by @ref open() */
+    bool tryLock(Containers::StringView folder, FileError& refusal);
+
+    /** Whether the open project is locked for this storage. */
+    bool isLocked() const { return _lock && _lock->isTaken(_folder); }
 
     /** Reads the project in a folder, after completing or rolling back a save that was cut short, and remembers what its files
         hold.
@@ -73,13 +84,16 @@ private:
     static bool write(const rapidjson::Document& document, std::vector<File>& files, FileError& error);
     static std::vector<Fingerprint> fingerprints(const std::vector<File>& files);
 
-    /** @param taken    receives the lock, unless the storage has it already */
-    bool lock(Containers::StringView folder, FolderLock& taken, FileError& error) const;
-
+    bool hasLock(Containers::StringView folder) const;
+    bool take(const Containers::String& path, ProjectLock::Making making, FileError& error);
+    void keepLock();
     bool recover(Containers::StringView folder, FileError& error) const;
 
     FileSystem* _files;
-    FolderLock _lock;
+
+    /** Of the open project, and of the one that is about to be opened; null where there is none. */
+    Containers::Pointer<ProjectLock> _lock, _nextLock;
+
     Containers::String _folder;
     std::vector<Fingerprint> _saved;
 };

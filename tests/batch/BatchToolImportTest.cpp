@@ -82,8 +82,9 @@ TEST_F(LocalizeProgram, MachinesGetTheTextsBeforeAndAfterAChange) {
 
 TEST_F(LocalizeProgram, AProjectThatAnotherProgramWritesIsReadAndNotWritten) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
+    std::filesystem::create_directory(desk / "small/.editor");
     const auto before = desk.files();
-    const int other = open((desk / "small").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int other = open((desk / "small/.editor").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     ASSERT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
     const char* const refusal = "--\nsmall: another program has the project open for writing\n-- 3";
     EXPECT_EQ(told({"import", "small", "--from", "i18n"}), refusal);

@@ -1,6 +1,7 @@
 #include "FileSystem.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -166,6 +167,29 @@ TEST_F(FileSystemTest, FoldersAreMadeListedInByteOrderAndRemovedWhenEmpty) {
 
 TEST(SystemReason, SaysWhatCannotBeDoneAndWhy) {
     EXPECT_EQ(systemReason("written", ENOSPC), "cannot be written: No space left on device");
+}
+
+TEST_F(FileSystemTest, AStampTellsThatAFileWasWrittenOrReplaced) {
+    FileStamp first, second;
+    EXPECT_EQ(disk.stampOf(at("f"), first), ENOENT);
+    EXPECT_EQ(first, FileStamp{});
+    ASSERT_EQ(disk.writeFile(at("f"), "abc", {}), 0);
+    ASSERT_EQ(disk.stampOf(at("f"), first), 0);
+    EXPECT_EQ(first.size, 3u);
+    ASSERT_EQ(disk.stampOf(at("f"), second), 0);
+    EXPECT_EQ(first, second);
+    std::filesystem::last_write_time(
+        folder + "/f", std::filesystem::last_write_time(folder + "/f") + std::chrono::nanoseconds{100});
+    ASSERT_EQ(disk.stampOf(at("f"), second), 0);
+    EXPECT_EQ(second.changed, first.changed + 100);
+    EXPECT_TRUE(second.isSameFile(first));
+    ASSERT_EQ(disk.writeFile(at("g"), "abc", {}), 0);
+    ASSERT_EQ(disk.renameFile(at("g"), at("f")), 0);
+    // A view of a path may end before its text does.
+    ASSERT_EQ(disk.stampOf(at("f.json").exceptSuffix(5), second), 0);
+    EXPECT_FALSE(second.isSameFile(first));
+    EXPECT_EQ(disk.stampOf(at(""), second), 0);
+    EXPECT_EQ(disk.stampOf(at("f/g"), second), ENOTDIR);
 }
 
 }

@@ -121,7 +121,7 @@ int MemoryFileSystem::writeFile(Containers::StringView path, Containers::StringV
     if(const int parent = parentError(name)) return parent;
     if(find(name) && find(name)->isFolder) return EISDIR;
     if(!find(name)) change({{}, name, std::make_shared<Node>(Node{false, {}, {}}), false});
-    ++changes;
+    find(name)->changed = ++changes;
     find(name)->bytes = text(bytes).substr(0, isLoss || error ? bytes.size() / 2 : bytes.size());
     if(isLoss) throw PowerLoss{};
     return error;
@@ -214,5 +214,13 @@ int MemoryFileSystem::listFolder(Containers::StringView path, Containers::Array<
 }
 
 bool MemoryFileSystem::isLink(Containers::StringView path) { return links.contains(text(path)); }
+
+int MemoryFileSystem::stampOf(Containers::StringView path, FileStamp& stamp) {
+    if(const int error = parentError(text(path))) return error;
+    const Node* const node = find(text(path));
+    if(!node) return ENOENT;
+    stamp = {0, std::uint64_t(reinterpret_cast<std::uintptr_t>(node)), node->bytes.size(), std::int64_t(node->changed)};
+    return 0;
+}
 
 }

@@ -68,10 +68,14 @@ public:
     int listFolder(Containers::StringView path, Containers::Array<Containers::String>& names) override;
     bool isLink(Containers::StringView path) override;
 
+    /** No step, as @ref isLink() is none. */
+    int stampOf(Containers::StringView path, FileStamp& stamp) override;
+
 private:
     struct Node {
         bool isFolder;
         std::string bytes, syncedBytes;
+        std::size_t changed = 0;
     };
     using Names = std::map<std::string, std::shared_ptr<Node>>;
 

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include "LockNote.h"
 #include "ProjectStorageTest.h"
 #include "support/OrdinaryUser.h"
 
@@ -33,6 +34,14 @@ protected:
     std::string read(const std::string& name) {
         std::ifstream file{folder + "/" + name, std::ios::binary};
         return {std::istreambuf_iterator<char>{file}, std::istreambuf_iterator<char>{}};
+    }
+
+    /** What is said while this program has the project locked, which can be told where there is a folder for it. */
+    std::string refusal() {
+        if(!std::filesystem::exists(folder + "/.editor")) return ": another program has the project open for writing\n";
+        const std::string holder = text(LockNote::read(FileSystem::disk(), {folder.data(), folder.size()}));
+        EXPECT_NE(holder, "");
+        return ": another program has the project open for writing: " + holder + '\n';
     }
 
     bool saveAfterEdit() {
@@ -64,8 +73,7 @@ TEST_F(ProjectStorageDiskTest, AProjectThatAnotherProgramHasLockedIsReadAndNotSa
         ASSERT_TRUE(open(disk, folder)) << warning;
         const std::string before = read("project.json");
         EXPECT_FALSE(saveAfterEdit());
-        EXPECT_EQ(
-            warning, "ProjectStorage::save(): " + folder + ": another program has the project open for writing\n");
+        EXPECT_EQ(warning, "ProjectStorage::save(): " + folder + refusal());
         EXPECT_EQ(read("project.json"), before);
         EXPECT_FALSE(disk.isSaved(document));
     }
@@ -82,9 +90,41 @@ TEST_F(ProjectStorageDiskTest, WhoHasTheLockOpensAndSavesAndSharesItWithNobody) 
         Corrade::Utility::Warning redirect{&out};
         EXPECT_FALSE(other.lock(path));
     }
-    EXPECT_EQ(text(out), "ProjectStorage::open(): " + folder + ": another program has the project open for writing\n");
+    EXPECT_EQ(text(out), "ProjectStorage::open(): " + folder + refusal());
     ASSERT_TRUE(open(disk, folder)) << warning;
     EXPECT_TRUE(saveAfterEdit()) << warning;
+}
+
+TEST_F(ProjectStorageDiskTest, TheLockGoesOnlyWhenAnotherProjectIsOpen) {
+    std::filesystem::create_directory(folder + "/other");
+    std::ofstream{folder + "/other/project.json"} << Project;
+    const std::string second = folder + "/other", none = folder + "/none";
+    const auto lock = [](auto&& storage, const std::string& path) {
+        FileError error;
+        return storage.tryLock({path.data(), path.size()}, error);
+    };
+    ProjectStorage other{FileSystem::disk()};
+    ASSERT_TRUE(lock(disk, folder) && open(disk, folder));
+    EXPECT_TRUE(disk.isLocked());
+    // What is no project is told of when it is opened, and nothing is made there.
+    EXPECT_TRUE(lock(disk, none));
+    EXPECT_FALSE(open(disk, none));
+    EXPECT_FALSE(std::filesystem::exists(none));
+    std::ofstream{second + "/project.json"} << "{";
+    EXPECT_TRUE(lock(disk, second));
+    EXPECT_FALSE(open(disk, second));
+    EXPECT_TRUE(lock(ProjectStorage{FileSystem::disk()}, second)) << "of what could not be opened nothing is kept";
+    EXPECT_FALSE(lock(other, folder));
+    std::ofstream{second + "/project.json"} << Project;
+    EXPECT_TRUE(lock(disk, second) && open(disk, second));
+    EXPECT_TRUE(disk.isLocked());
+    EXPECT_TRUE(lock(other, folder));
+    EXPECT_FALSE(lock(other, second));
+    // Only to be read.
+    EXPECT_FALSE(lock(disk, folder));
+    EXPECT_TRUE(open(disk, folder));
+    EXPECT_FALSE(disk.isLocked());
+    EXPECT_TRUE(lock(other, second));
 }
 
 TEST_F(ProjectStorageDiskTest, ASaveOfAnotherProgramIsNotRecoveredWhileItIsRunning) {
@@ -97,8 +137,7 @@ TEST_F(ProjectStorageDiskTest, ASaveOfAnotherProgramIsNotRecoveredWhileItIsRunni
         ProjectStorage other{FileSystem::disk()};
         ASSERT_TRUE(other.lock({folder.data(), folder.size()}));
         EXPECT_FALSE(open(disk, folder));
-        EXPECT_EQ(
-            warning, "ProjectStorage::open(): " + folder + ": another program has the project open for writing\n");
+        EXPECT_EQ(warning, "ProjectStorage::open(): " + folder + refusal());
         EXPECT_EQ(read("project.json"), before);
         EXPECT_EQ(read(".editor/save/journal"), journal);
     }

@@ -1,0 +1,82 @@
+#include "ProjectLock.h"
+
+#include <string>
+#include <utility>
+
+#include "FileSet.h"
+#include "LockNote.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr const char* EditorFolder = "/.editor";
+constexpr const char* Reason = "another program has the project open for writing";
+
+Containers::String joined(const Containers::StringView folder, const char* const name) {
+    const std::string path = std::string{folder.data(), folder.size()} + name;
+    return {path.data(), path.size()};
+}
+
+}
+
+bool ProjectLock::hasEditorFolder(const Containers::StringView folder) const {
+    FileStamp stamp;
+    return _files->stampOf(joined(folder, EditorFolder), stamp) == 0;
+}
+
+bool ProjectLock::takeFolder(
+    const Containers::StringView folder, const Containers::StringView locked, FileError& error) {
+    if(!_lock.take(*_files, locked, Reason, error)) {
+        const Containers::String holder = LockNote::read(*_files, folder);
+        error.path = Containers::String{folder};
+        if(!holder.isEmpty()) error.reason = error.reason + ": " + holder;
+        return false;
+    }
+    _stamp = {};
+    _files->stampOf(locked, _stamp);
+    return true;
+}
+
+bool ProjectLock::take(const Containers::StringView folder, const Making making, FileError& error) {
+    release();
+    if(!hasEditorFolder(folder)) {
+        if(!takeFolder(folder, folder, error)) return false;
+        FileError ignored;
+        if(making == Making::Yes) FileSet::makeEditorFolder(*_files, folder, ignored);
+    }
+    // Also where somebody has just made it.
+    if(hasEditorFolder(folder) && !takeFolder(folder, joined(folder, EditorFolder), error)) return false;
+    _folder = Containers::String{folder};
+    return true;
+}
+
+bool ProjectLock::takeForSaving(const Containers::StringView folder, FileError& error) {
+    if(isTaken(folder) && hasEditorFolder(folder)) return true;
+    const bool isAnnounced = _isAnnounced;
+    if(!take(folder, Making::Yes, error)) return false;
+    if(isAnnounced) announce();
+    return true;
+}
+
+void ProjectLock::announce() {
+    if(_folder.isEmpty()) return;
+    LockNote::write(*_files, _folder);
+    _isAnnounced = true;
+}
+
+bool ProjectLock::isTaken(const Containers::StringView folder) const {
+    if(_folder.isEmpty()) return false;
+    FileStamp stamp;
+    const Containers::String locked =
+        hasEditorFolder(folder) ? joined(folder, EditorFolder) : Containers::String{folder};
+    return _files->stampOf(locked, stamp) ? _folder == folder : stamp.isSameFile(_stamp);
+}
+
+void ProjectLock::release() {
+    if(std::exchange(_isAnnounced, false)) LockNote::remove(*_files, _folder);
+    _lock.release();
+    _folder = {};
+}
+
+}
