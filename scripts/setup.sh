@@ -74,6 +74,7 @@ test_packages=(
     "test programs:libgtest-dev git"
     "second compiler and checks:clang clang-tidy clang-format libclang-rt-14-dev"
     "counting instructions:valgrind"
+    "using a window as its user does:xdotool"
 )
 
 # python3 and not whatever else carries the name: any pip will do, and Debian's is installed where there is none.
