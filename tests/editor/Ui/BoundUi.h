@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 
@@ -11,6 +12,7 @@
 #include "ImGuiGuards.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "Ui/Ui.h"
+#include "support/Allocations.h"
 #include "support/GuiTest.h"
 #include "support/Json.h"
 
@@ -41,6 +43,20 @@ protected:
     /** Draws frames with nobody at mouse and keyboard. */
     template <class F> void frames(F&& what, int count = 2) {
         gui.frames([&] { draw(what); }, count);
+    }
+
+    /** How often something asks for memory when it is drawn in a frame in which nothing happens, behind some like it. */
+    template <class F> std::uint64_t idleAllocations(F&& what) {
+        frames(what, 5);
+        std::uint64_t count = 1;
+        frames(
+            [&] {
+                const Allocations allocations;
+                what();
+                count = allocations.count();
+            },
+            1);
+        return count;
     }
 
     /** Lets a user loose on what is drawn. */

@@ -1,5 +1,4 @@
 #include <cctype>
-#include <cstdint>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -8,14 +7,12 @@
 
 #include "BoundUi.h"
 #include "support/Abort.h"
-#include "support/Allocations.h"
 #include "support/ShownText.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using namespace Containers::Literals;
-using Test::Allocations;
 using Test::ShownText;
 
 constexpr char Wrong[] = R"({"null":null,"number":2.5,"text":"true","object":{},"list":[true,1],"first":false})";
@@ -308,16 +305,7 @@ TEST_F(UiBitInputs, AnIdleFrameAllocatesNothing) {
         ui.checkboxBits("bits", 8, Names);
         ui.checkboxBits("negative", 32, {});
     };
-    frames(widgets, 5);
-    std::uint64_t count = 1;
-    frames(
-        [&] {
-            const Allocations allocations;
-            widgets();
-            count = allocations.count();
-        },
-        1);
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(idleAllocations(widgets), 0u);
 }
 
 using UiBitInputsDeathTest = UiBitInputs;

@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <string>
 
 #include <Corrade/Containers/StringIterable.h>
@@ -8,13 +7,11 @@
 
 #include "BoundUi.h"
 #include "Ui/Scope.h"
-#include "support/Allocations.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using namespace Containers::Literals;
-using Test::Allocations;
 using Test::GuiTest;
 using Test::toText;
 
@@ -112,16 +109,7 @@ TEST_F(UiBoolInputs, ThereIsNoMenu) {
 
 TEST_F(UiBoolInputs, AnIdleFrameAllocatesNothing) {
     const auto widgets = [this] { ui.checkbox("a/yes"); };
-    frames(widgets, 5);
-    std::uint64_t count = 1;
-    frames(
-        [&] {
-            const Allocations allocations;
-            widgets();
-            count = allocations.count();
-        },
-        1);
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(idleAllocations(widgets), 0u);
 }
 
 // Enumerations
@@ -262,16 +250,7 @@ TEST_F(UiEnumInput, AnIdleFrameAllocatesNothing) {
         ui.inputEnum("light", Containers::arrayView(Lights));
         ui.inputEnum("other", Containers::arrayView(Lights));
     };
-    frames(widgets, 5);
-    std::uint64_t count = 1;
-    frames(
-        [&] {
-            const Allocations allocations;
-            widgets();
-            count = allocations.count();
-        },
-        1);
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(idleAllocations(widgets), 0u);
 }
 
 }

@@ -1,64 +1,29 @@
-#include <string>
-
 #include <gtest/gtest.h>
 #include <imgui.h>
 
-#include "QuorvaneEditor/EditorData.h"
-#include "editor/Ui/BoundUi.h"
+#include "FileUi.h"
 #include "support/CapturedOutput.h"
-#include "support/DialogProgram.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using Test::CapturedOutput;
-using Test::DialogProgram;
-using Test::GuiTest;
 using Test::toText;
 
-constexpr const char* Field = "//Window/a/file/##value";
-constexpr const char* Button = "//Window/a/file/...";
-
-class UiFilePaths: public Test::BoundUi {
+class UiFilePaths: public Test::FileUi {
 protected:
-    UiFilePaths() {
-        ui.editorData = &data;
-        data.projectFolder = "/projects/game";
-        loadProject(R"({"a":{"file":"pictures/old.png"},"first":false})");
-    }
-
-    bool use(const GuiTest::Script& script) {
-        return run(
-            [this] {
-                pushes += ui.fileSelect("a/file", "Choose a picture", {});
-                ImGui::InputText("elsewhere", other, sizeof(other));
-            },
-            script);
-    }
-
-    bool choose(const std::string& path) {
+    bool choose(const char* path) {
         dialog.choose(path);
-        return use([](ImGuiTestContext& user) {
-            user.ItemClick(Button);
-            user.Yield(2);
-        });
+        return FileUi::choose();
     }
 
     bool type(const char* path) {
         return use([path](ImGuiTestContext& user) {
-            user.ItemClick(Field);
-            user.KeyCharsReplace(path);
+            FileUi::type(user, path);
             user.KeyPress(ImGuiKey_Tab);
-            user.Yield(3);
+            user.Yield(2);
         });
     }
-
-    std::string file() { return value("/a/file"); }
-
-    DialogProgram dialog;
-    EditorData data{project};
-    int pushes = 0;
-    char other[8] = "";
 };
 
 TEST_F(UiFilePaths, TheSamePathInAnotherFormIsNoChange) {

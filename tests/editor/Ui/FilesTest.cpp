@@ -6,80 +6,19 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
-#include "QuorvaneEditor/EditorData.h"
-#include "editor/Ui/BoundUi.h"
-#include "support/Allocations.h"
+#include "FileUi.h"
 #include "support/CapturedOutput.h"
-#include "support/DialogProgram.h"
 #include "support/ShownText.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using Containers::StringView;
-using Test::Allocations;
 using Test::CapturedOutput;
-using Test::DialogProgram;
-using Test::GuiTest;
 using Test::ShownText;
 using Test::toText;
 
-constexpr const char* Field = "//Window/a/file/##value";
-constexpr const char* Button = "//Window/a/file/...";
-
-class UiFileSelect: public Test::BoundUi {
-protected:
-    UiFileSelect() {
-        ui.editorData = &data;
-        data.projectFolder = "/projects/game";
-        loadProject(R"({"a":{"file":"pictures/old.png"},"first":false})");
-    }
-
-    void use() {
-        ui.fileSelect("a/file", StringView{"Choose a picture!"}.prefix(16),
-            Containers::ArrayView<const StringView>{filters.data(), filters.size()});
-    }
-
-    bool use(const GuiTest::Script& script) {
-        return run(
-            [this] {
-                start = ImGui::GetCursorScreenPos();
-                width = ImGui::GetContentRegionAvail().x;
-                const Int before = project.revision();
-                const bool isPushed = ui.fileSelect("a/file", StringView{"Choose a picture!"}.prefix(16),
-                    Containers::ArrayView<const StringView>{filters.data(), filters.size()});
-                EXPECT_EQ(isPushed, project.revision() != before);
-                pushes += isPushed;
-                // The tab key leaves an input for another one.
-                ImGui::InputText("elsewhere", other, sizeof(other));
-            },
-            script);
-    }
-
-    bool choose() {
-        return use([](ImGuiTestContext& user) {
-            user.ItemClick(Button);
-            user.Yield(2);
-        });
-    }
-
-    static void type(ImGuiTestContext& user, const char* text) {
-        user.ItemClick(Field);
-        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_A);
-        user.KeyChars(text);
-        user.Yield(2);
-    }
-
-    std::string file() { return value("/a/file"); }
-
-    DialogProgram dialog;
-    EditorData data{project};
-    std::vector<StringView> filters{"Pictures", "*.png *.jpg"};
-    ImVec2 start;
-    float width = 0.0f;
-    int pushes = 0;
-    char other[8] = "";
-};
+using UiFileSelect = Test::FileUi;
 
 // The dialog
 
@@ -290,7 +229,7 @@ TEST_F(UiFileSelect, ThePathIsShownAsItStands) {
     std::string shown;
     frames([&] {
         const ShownText text;
-        use();
+        draw();
         shown = text.text();
     });
     EXPECT_NE(shown.find("a##b%s.png"), std::string::npos);
@@ -324,7 +263,7 @@ TEST_F(UiFileSelect, CtrlShowsThePathOfTheValue) {
     EXPECT_TRUE(run(
         [&] {
             const ShownText text;
-            use();
+            draw();
             shown = text.text();
         },
         [&](ImGuiTestContext& user) {
@@ -351,14 +290,7 @@ TEST_F(UiFileSelect, ThePathIsCopiedAndPastedByTheFieldsMenu) {
 }
 
 TEST_F(UiFileSelect, AnIdleFrameAllocatesNothing) {
-    frames([this] { use(); }, 5);
-    std::uint64_t count = 1;
-    frames([&] {
-        const Allocations allocations;
-        use();
-        count = allocations.count();
-    });
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(idleAllocations([this] { draw(); }), 0u);
 }
 
 }

@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -7,12 +6,10 @@
 
 #include "TextUi.h"
 #include "Ui/Scope.h"
-#include "support/Allocations.h"
 
 namespace QuorvaneEngine {
 namespace {
 
-using Test::Allocations;
 using Test::GuiTest;
 using Test::toText;
 using Test::UiTextInput;
@@ -150,16 +147,7 @@ TEST_F(UiTextMultiline, WhatIsNoTextIsEmpty) {
 
 TEST_F(UiTextMultiline, AnIdleFrameAllocatesNothing) {
     const auto widgets = [this] { ui.inputTextMultiline("a/name", false, false); };
-    frames(widgets, 5);
-    std::uint64_t count = 1;
-    frames(
-        [&] {
-            const Allocations allocations;
-            widgets();
-            count = allocations.count();
-        },
-        1);
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(idleAllocations(widgets), 0u);
 }
 
 }
