@@ -178,7 +178,7 @@ void ImportSources::noticeSentences(const File& file) {
         if(readsLikeSentence(entry.key) && ++count == 1) first = &entry;
     if(count == 0) return;
     const Containers::StringView reason =
-        "reads like a sentence: only an application that switches both separators off finds it"_s;
+        "reads like a sentence: only an application that switches both separators off is sure to find it"_s;
     file.add(_language, TermOutcome::Notice, _terms.key(file.nameSpace, first->key),
         count == 1 ? Containers::String{reason} : format("{}, and {} more like it", reason, count - 1));
 }

@@ -95,7 +95,7 @@ private:
         noticeKept(file, kept);
         if(!sentences.empty())
             add(file, "notice", in.key(sentences[0]),
-                "reads like a sentence: only an application that switches both separators off finds it" +
+                "reads like a sentence: only an application that switches both separators off is sure to find it" +
                     (sentences.size() == 1 ? "" : ", and " + std::to_string(sentences.size() - 1) + " more like it"));
     }
 

@@ -38,7 +38,7 @@ TEST(ImportSources, FileOfSentencesMakesItsNamespaceFlat) {
         EXPECT_EQ(importFile(project, "en/ui.json", file),
             ImportPrefix +
                 "en/ui.json: ui:Status%3A Loading...: reads like a sentence: only an application that switches both "
-                "separators off finds it\n");
+                "separators off is sure to find it\n");
     });
     EXPECT_EQ(project.at("/localization/namespaces"), R"({"ui":{"flat":true}})");
     EXPECT_EQ(project.at("/localization/strings"),

@@ -281,7 +281,7 @@ TEST(Import, KeysOfTheProjectThatFilesWriteOtherwiseAreFound) {
     EXPECT_EQ(output.warning(),
         ImportPrefix +
             "en/translation.json: a%3A b: reads like a sentence: only an application that switches both separators "
-            "off finds it, and 1 more like it\n");
+            "off is sure to find it, and 1 more like it\n");
     EXPECT_EQ(project.project().getValue("/localization/terms", false)->MemberCount(), 10u);
     EXPECT_EQ(project.project().getValue("/localization/translations/de", false)->MemberCount(), 10u);
     EXPECT_EQ(project.at("/localization/translations/de/50%/text"), R"("X")");
