@@ -21,8 +21,16 @@ using Counts = LocalizationReport::Counts;
 
 constexpr float NameWidth = 140.0f;
 
+/** Counted beside the outcomes. */
+const OutcomeLook& staleLook() {
+    static const OutcomeLook look{
+        TermOutcome::Unchanged, "", outcomeLook(TermOutcome::Skipped).color, "Stale", &Counts::stale};
+    return look;
+}
+
 Counts sum(Counts a, const Counts& b) {
     for(const OutcomeLook& look: outcomeLooks()) a.*look.count += b.*look.count;
+    a.stale += b.stale;
     return a;
 }
 
@@ -59,6 +67,7 @@ void ReportCounts::assign(const LocalizationReport& report) {
     _columns = {};
     for(const OutcomeLook& look: outcomeLooks())
         if(all.*look.count) Containers::arrayAppend(_columns, &look);
+    if(all.stale) Containers::arrayAppend(_columns, &staleLook());
     if(report.languages().size() > 1) Containers::arrayAppend(_rows, Row{"All"_s, all});
     for(const UnsignedInt language: report.languages())
         Containers::arrayAppend(_rows, Row{AllLanguages[language].name, report.counts(language)});

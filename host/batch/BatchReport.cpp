@@ -2,6 +2,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "batch/BatchOutput.h"
 #include "batch/TextTable.h"
@@ -42,12 +43,22 @@ void printReport(const LocalizationReport& report, const bool isDetailed, BatchO
     }
 
     using Side = TextTable::Side;
-    TextTable table{{Side::Left, Side::Right, Side::Right, Side::Right, Side::Right, Side::Right}};
-    table.add({"Language", "Added", "Changed", "Unchanged", "Without text", "Skipped"});
+    std::vector<Side> sides{Side::Left, Side::Right, Side::Right, Side::Right, Side::Right, Side::Right};
+    std::vector<std::string> headings{"Language", "Added", "Changed", "Unchanged", "Without text", "Skipped"};
+    const bool hasStale = report.hasStale();
+    if(hasStale) {
+        sides.push_back(Side::Right);
+        headings.emplace_back("Stale");
+    }
+    TextTable table{std::move(sides)};
+    table.add(std::move(headings));
     for(const UnsignedInt language: report.languages()) {
         const LocalizationReport::Counts counts = report.counts(language);
-        table.add({string(AllLanguages[language].code), std::to_string(counts.added), std::to_string(counts.changed),
-            std::to_string(counts.unchanged), std::to_string(counts.empty), std::to_string(counts.skipped)});
+        std::vector<std::string> cells{string(AllLanguages[language].code), std::to_string(counts.added),
+            std::to_string(counts.changed), std::to_string(counts.unchanged), std::to_string(counts.empty),
+            std::to_string(counts.skipped)};
+        if(hasStale) cells.push_back(std::to_string(counts.stale));
+        table.add(std::move(cells));
     }
     output.printText(table.text());
 }

@@ -39,7 +39,10 @@ public:
     void make() {
         _report.addLanguage(_language);
         const std::vector<ExportTexts::File> texts = _texts.files(_language);
-        for(std::size_t i = 0; i != texts.size(); ++i) make(texts[i], _files[i]);
+        for(std::size_t i = 0; i != texts.size(); ++i) {
+            make(texts[i], _files[i]);
+            _report.addStale(_language, texts[i].staleCount);
+        }
         if(_language == _defaultLanguage) reportSources();
         for(const Containers::StringView key: _texts.keysWithoutPlace(_language))
             _report.add(

@@ -2,8 +2,8 @@
 
 #include <iterator>
 
+#include "Fingerprint.h"
 #include "Parallel.h"
-#include "PluralSets.h"
 #include "QuorvaneEditor/AllLanguages.h"
 
 namespace QuorvaneEngine {
@@ -15,7 +15,8 @@ ExportTexts::ExportTexts(const rapidjson::Value& root, const UnsignedInt default
     _languages.push_back({defaultLanguage, {}, {}, {}});
     for(const UnsignedInt language: languages)
         if(!find(language)) _languages.push_back({language, {}, {}, {}});
-    forEachInParallel(_languages.size(), [&](const std::size_t i) {
+    forEachInParallel(_languages.size() + 1, [&](const std::size_t i) {
+        if(i == _languages.size()) return readFingerprints();
         Language& one = _languages[i];
         const Containers::StringView code = AllLanguages[one.language].code;
         if(i != 0) one.translations = std::make_unique<ProjectTranslations>(root, _terms, code);
@@ -39,11 +40,12 @@ ExportTexts::ExportTexts(const rapidjson::Value& root, const UnsignedInt default
             else one.withoutPlace.push_back(value.key);
         }
     }
+    _plurals.resize(count);
     _layouts.resize(count);
     std::vector<std::vector<LayoutConflict>> conflicts(count);
     forEachInParallel(count, [&](const std::size_t i) {
-        const PluralSets plurals{_terms.fileKeys(UnsignedInt(i)), AllLanguages[defaultLanguage].code};
-        _layouts[i] = std::make_unique<TermLayout>(_terms, UnsignedInt(i), plurals,
+        _plurals[i] = std::make_unique<PluralSets>(_terms.fileKeys(UnsignedInt(i)), AllLanguages[defaultLanguage].code);
+        _layouts[i] = std::make_unique<TermLayout>(_terms, UnsignedInt(i), *_plurals[i],
             Containers::ArrayView<const TermLayout::Key>{others[i].data(), others[i].size()},
             Containers::ArrayView<const TermLayout::Key>{values[i].data(), values[i].size()}, conflicts[i]);
     });
@@ -62,6 +64,13 @@ ExportTexts::ExportTexts(const rapidjson::Value& root, const UnsignedInt default
 
 ExportTexts::~ExportTexts() = default;
 
+void ExportTexts::readFingerprints() {
+    if(_languages.size() == 1) return;
+    _fingerprints.reserve(_terms.terms().size());
+    for(const ProjectTerm& term: _terms.terms())
+        _fingerprints.push_back(term.source.isEmpty() ? Containers::String{} : fingerprint(term.source));
+}
+
 const ExportTexts::Language* ExportTexts::find(const UnsignedInt language) const {
     for(const Language& one: _languages)
         if(one.language == language) return &one;
@@ -71,6 +80,22 @@ const ExportTexts::Language* ExportTexts::find(const UnsignedInt language) const
 Containers::ArrayView<const Containers::StringView> ExportTexts::keysWithoutPlace(const UnsignedInt language) const {
     const std::vector<Containers::StringView>& keys = find(language)->withoutPlace;
     return {keys.data(), keys.size()};
+}
+
+bool ExportTexts::isStale(const ProjectTranslation::Parts& translation, const std::size_t source) const {
+    return !translation.text.isEmpty() && !_fingerprints[source].isEmpty() &&
+        translation.source != _fingerprints[source];
+}
+
+/** A plural form that only the target language has is a translation of the form that every language has. */
+bool ExportTexts::isStale(const ProjectTranslations::Other& form) const {
+    const UnsignedInt nameSpace = UnsignedInt(form.place.nameSpace);
+    PluralForm parsed;
+    if(!parsePluralForm(form.place.fileKey, parsed)) return false;
+    const Int set = _plurals[nameSpace]->find(parsed);
+    if(set == -1) return false;
+    const Int other = _plurals[nameSpace]->sets()[std::size_t(set)].form(PluralCategory::Other);
+    return isStale(form.translation.parts(), _terms.termAt(nameSpace, std::size_t(other)));
 }
 
 std::vector<ExportTexts::File> ExportTexts::files(const UnsignedInt language) const {
@@ -87,16 +112,25 @@ std::vector<ExportTexts::File> ExportTexts::files(const UnsignedInt language) co
         const ProjectTerm& term = _terms.terms()[i];
         const Int number = _layouts[term.nameSpace]->term(i);
         if(number == -1) continue;
-        byNamespace[term.nameSpace]->texts[std::size_t(number)] =
-            language == _defaultLanguage ? term.source : (*one.translations)[i].text();
+        File& file = *byNamespace[term.nameSpace];
+        if(language == _defaultLanguage) {
+            file.texts[std::size_t(number)] = term.source;
+            continue;
+        }
+        const ProjectTranslation::Parts translation = (*one.translations)[i].parts();
+        file.texts[std::size_t(number)] = translation.text;
+        file.staleCount += isStale(translation, i);
     }
     Int last = -1;
     if(one.translations)
         for(const ProjectTranslations::Other& other: one.translations->others()) {
             const Int number = _layouts[std::size_t(other.place.nameSpace)]->find(other.place.fileKey, last);
             if(number == -1) continue;
-            Containers::StringView& text = byNamespace[std::size_t(other.place.nameSpace)]->texts[std::size_t(number)];
-            if(text.isEmpty()) text = other.translation.text();
+            File& file = *byNamespace[std::size_t(other.place.nameSpace)];
+            Containers::StringView& text = file.texts[std::size_t(number)];
+            if(!text.isEmpty()) continue;
+            text = other.translation.text();
+            file.staleCount += isStale(other);
         }
     for(const KeptValues::Entry& value: one.values->entries()) {
         const Int number = _layouts[std::size_t(value.place.nameSpace)]->find(value.place.fileKey, last);

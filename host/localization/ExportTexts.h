@@ -7,6 +7,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "KeptValues.h"
+#include "PluralSets.h"
 #include "ProjectTerms.h"
 #include "ProjectTranslations.h"
 #include "QuorvaneEditor/Host.h"
@@ -23,6 +24,9 @@ public:
         UnsignedInt nameSpace;
         std::vector<Containers::StringView> texts;
         std::vector<const rapidjson::Value*> values;
+
+        /** How many of the texts are not translations of today's source texts. */
+        UnsignedInt staleCount = 0;
     };
 
     /** @param root     the project's document
@@ -63,11 +67,17 @@ private:
     };
 
     const Language* find(UnsignedInt language) const;
+    void readFingerprints();
+    bool isStale(const ProjectTranslation::Parts& translation, std::size_t source) const;
+    bool isStale(const ProjectTranslations::Other& form) const;
 
     UnsignedInt _defaultLanguage;
     ProjectTerms _terms;
+    /** Of the terms' source texts, empty where there is none; none at all where the default language alone is asked for. */
+    std::vector<Containers::String> _fingerprints;
     std::vector<Language> _languages;
     /** By namespace. */
+    std::vector<std::unique_ptr<PluralSets>> _plurals;
     std::vector<std::unique_ptr<TermLayout>> _layouts;
     std::vector<UnsignedInt> _exported;
     /** By namespace. */

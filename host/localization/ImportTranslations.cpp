@@ -233,7 +233,9 @@ void ImportTranslations::translate(const File& file, const CatalogueEntry& entry
     const TermOutcome outcome = before == entry.text ? TermOutcome::Unchanged
         : before.isEmpty()                           ? TermOutcome::Added
                                                      : TermOutcome::Changed;
-    const bool isConfirmed = _isConfirming && outcome == TermOutcome::Unchanged && isStale(target);
+    const bool isStale = outcome == TermOutcome::Unchanged && this->isStale(target);
+    const bool isConfirmed = _isConfirming && isStale;
+    if(isStale && !isConfirmed) file.report.addStale(_language);
     if(outcome != TermOutcome::Unchanged || isConfirmed) {
         _changes.push_back({&entry, UnsignedInt(target)});
         _replaced.add(before);
@@ -274,9 +276,9 @@ std::size_t ImportTranslations::sourceOf(const std::size_t target) const {
 
 /** Whether what the project has is not a translation of what the source is going to be. */
 bool ImportTranslations::isStale(const std::size_t target) const {
-    const rapidjson::Value* const source = memberOf(known(target).value, "source"_s);
-    return !source || !source->IsString() ||
-        _terms.fingerprint(sourceOf(target)) != Containers::StringView{source->GetString(), source->GetStringLength()};
+    const std::size_t source = sourceOf(target);
+    return !_terms.terms().terms()[source].source.isEmpty() &&
+        known(target).parts().source != _terms.fingerprint(source);
 }
 
 void ImportTranslations::collect(ProjectEdit& edit, ImportTerms& terms, std::function<void()>&& release) {

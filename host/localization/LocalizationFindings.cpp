@@ -1,5 +1,6 @@
 #include "LocalizationFindings.h"
 
+#include <map>
 #include <string>
 #include <utility>
 
@@ -77,6 +78,7 @@ void LocalizationFindings::leaveOutBelow(const FindingSeverity least) {
 }
 
 void LocalizationFindings::addTo(LocalizationReport& report) const {
+    std::map<UnsignedInt, UnsignedInt> staleCounts;
     // Findings of one language come together.
     Containers::StringView code;
     UnsignedInt language = LocalizationReport::NoLanguage;
@@ -91,7 +93,11 @@ void LocalizationFindings::addTo(LocalizationReport& report) const {
             Corrade::Utility::format(
                 "{}: {} [{}]", findingSeverityName(finding.severity), finding.message, finding.check),
             finding.file);
+        if(finding.check == "stale"_s) ++staleCounts[language];
     }
+    // A report of an import has counted those in its files already.
+    for(const auto& [one, count]: staleCounts)
+        if(const UnsignedInt counted = report.counts(one).stale; counted < count) report.addStale(one, count - counted);
 }
 
 Containers::String LocalizationFindings::toJson() const {

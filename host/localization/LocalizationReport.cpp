@@ -82,8 +82,11 @@ void LocalizationReport::append(LocalizationReport&& other) {
     if(_lines.empty()) _lines = std::move(other._lines);
     else _lines.insert(_lines.end(), other._lines.begin(), other._lines.end());
     for(const UnsignedInt language: other._languages) addLanguage(language);
-    for(std::size_t i = 0; i != other._counts.size(); ++i)
-        for(const Outcome& outcome: Outcomes) slot(UnsignedInt(i)).*outcome.count += other._counts[i].*outcome.count;
+    for(std::size_t i = 0; i != other._counts.size(); ++i) {
+        Counts& counts = slot(UnsignedInt(i));
+        for(const Outcome& outcome: Outcomes) counts.*outcome.count += other._counts[i].*outcome.count;
+        counts.stale += other._counts[i].stale;
+    }
     _hasConflicts = _hasConflicts || other._hasConflicts;
     const bool keepsTexts = other._keepsTexts;
     other = LocalizationReport{};
@@ -92,6 +95,10 @@ void LocalizationReport::append(LocalizationReport&& other) {
 
 LocalizationReport::Counts LocalizationReport::counts(const UnsignedInt language) const {
     return _counts.empty() ? Counts{} : _counts[slotOf(language)];
+}
+
+bool LocalizationReport::hasStale() const {
+    return std::any_of(_counts.begin(), _counts.end(), [](const Counts& counts) { return counts.stale != 0; });
 }
 
 bool LocalizationReport::hasSkippedAll() const {
@@ -122,9 +129,11 @@ void LocalizationReport::print(const Containers::StringView function, const std:
 
     for(const UnsignedInt language: _languages) {
         const Counts counts = this->counts(language);
-        Debug{} << function << Debug::nospace << ":" << AllLanguages[language].code << Debug::nospace << ":"
-                << counts.added << "added," << counts.changed << "changed," << counts.unchanged << "unchanged,"
-                << counts.empty << "without text," << counts.skipped << "skipped";
+        Debug line;
+        line << function << Debug::nospace << ":" << AllLanguages[language].code << Debug::nospace << ":"
+             << counts.added << "added," << counts.changed << "changed," << counts.unchanged << "unchanged,"
+             << counts.empty << "without text," << counts.skipped << "skipped";
+        if(counts.stale) line << Debug::nospace << "," << counts.stale << "stale";
     }
 }
 
@@ -143,6 +152,8 @@ Containers::String LocalizationReport::json() const {
             writer.Key(outcome.countName);
             writer.Uint(counts.*outcome.count);
         }
+        writer.Key("stale");
+        writer.Uint(counts.stale);
         writer.EndObject();
     }
     writer.EndArray();

@@ -34,6 +34,8 @@ public:
         UnsignedInt empty = 0;
         UnsignedInt skipped = 0;
         UnsignedInt notices = 0;
+        /** Of the translations that were looked at, those that are not of today's source text, whatever became of them. */
+        UnsignedInt stale = 0;
     };
 
     /** Views live as long as the report, also where it is moved. */
@@ -109,6 +111,12 @@ public:
 
     Counts counts(UnsignedInt language) const;
 
+    /** Counts translations as stale, beside their outcomes. */
+    void addStale(const UnsignedInt language, const UnsignedInt count = 1) { slot(language).stale += count; }
+
+    /** Whether any language has stale translations. */
+    bool hasStale() const;
+
     /** Whether texts were skipped, and none was taken over or as it was. */
     bool hasSkippedAll() const;
 
@@ -118,7 +126,7 @@ public:
     void print(Containers::StringView function, std::size_t maxLines = 100) const;
 
     /** As one line of JSON: an object with "languages", an array of objects with "language" (BCP 47), "name", "added",
-        "changed", "unchanged", "empty", "skipped" and "notices"; and "lines", an array of objects with "outcome" (one of the
+        "changed", "unchanged", "empty", "skipped", "notices" and "stale"; and "lines", an array of objects with "outcome" (one of the
         names of the counts, "notice" for the last) and, where the line has it, "language", "term", "reason", "file", "before" and
         "after". */
     Containers::String json() const;

@@ -1,5 +1,7 @@
 #include "ProjectTranslations.h"
 
+#include <cstring>
+
 #include <rapidjson/document.h>
 
 #include "DocumentLookup.h"
@@ -8,10 +10,23 @@ namespace QuorvaneEngine {
 
 using namespace Containers::Literals;
 
-Containers::StringView ProjectTranslation::text() const {
-    const rapidjson::Value* const text = memberOf(value, "text"_s);
-    return text && text->IsString() ? Containers::StringView{text->GetString(), text->GetStringLength()}
-                                    : Containers::StringView{};
+ProjectTranslation::Parts ProjectTranslation::parts() const {
+    if(!value || !value->IsObject()) return {};
+    // Every export and import asks for every text, so the members are looked at once.
+    const rapidjson::Value* text = nullptr;
+    const rapidjson::Value* source = nullptr;
+    for(auto member = value->MemberBegin(), end = value->MemberEnd(); member != end; ++member) {
+        const char* const name = member->name.GetString();
+        const rapidjson::SizeType size = member->name.GetStringLength();
+        if(!text && size == 4 && std::memcmp(name, "text", 4) == 0) text = &member->value;
+        else if(!source && size == 6 && std::memcmp(name, "source", 6) == 0) source = &member->value;
+        if(text && source) break;
+    }
+    const auto viewed = [](const rapidjson::Value* const one) {
+        return one && one->IsString() ? Containers::StringView{one->GetString(), one->GetStringLength()}
+                                      : Containers::StringView{};
+    };
+    return {viewed(text), viewed(source)};
 }
 
 ProjectTranslations::ProjectTranslations(

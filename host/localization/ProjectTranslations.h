@@ -20,7 +20,18 @@ struct QUORVANE_API ProjectTranslation {
     Int position = -1;
 
     /** Empty where the term is not translated. */
-    Containers::StringView text() const;
+    Containers::StringView text() const { return parts().text; }
+
+    struct Parts {
+        /** Empty where the term is not translated. */
+        Containers::StringView text;
+
+        /** The fingerprint of the source text that it is a translation of; empty where nobody has said that. */
+        Containers::StringView source;
+    };
+
+    /** Both, in one pass. */
+    Parts parts() const;
 };
 
 /** What a project has in one language beside the default one, found by the numbers of its terms, in time that is proportional to

@@ -46,6 +46,17 @@ TEST(BatchReport, CountsGoToTheOutputAndWarningsToTheErrors) {
     EXPECT_TRUE(kept.output.failures().empty());
 }
 
+TEST(BatchReport, StaleTranslationsHaveAColumnWhereThereAreAny) {
+    LocalizationReport some = report();
+    some.addStale(UnsignedInt(findLanguage("pt-BR")), 3);
+    KeptOutput kept;
+    printReport(some, false, kept.output);
+    EXPECT_EQ(kept.out(),
+        "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+        "en            1        0          1             0        0      0\n"
+        "pt-BR         0        1          0             1        2      3\n");
+}
+
 TEST(BatchReport, WithDetailsEveryNewAndChangedTextHasALine) {
     KeptOutput kept;
     printReport(report(), true, kept.output);

@@ -11,9 +11,9 @@ namespace fs = std::filesystem;
 
 TEST_F(LocalizeProgram, ExportWritesAFileForEachLanguage) {
     EXPECT_EQ(told({"export", "small", "--to", "out/i18n"}),
-        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
-        "en            2        0          0             0        0\n"
-        "de            1        0          0             0        0\n--\n-- 0");
+        "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+        "en            2        0          0             0        0      0\n"
+        "de            1        0          0             0        0      1\n--\n-- 0");
     EXPECT_EQ(desk.read("out/i18n/en/translation.json"), "{\n  \"door\": \"Door\",\n  \"key\": \"Key\"\n}\n");
     EXPECT_EQ(desk.read("out/i18n/de/translation.json"), "{\n  \"door\": \"T\u00fcr\"\n}\n");
 }
@@ -42,16 +42,16 @@ TEST_F(LocalizeProgram, ADryExportTellsWhatWouldBeWritten) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
     EXPECT_EQ(told({"export", "small", "--to", "i18n", "--dry-run"}),
         "de/translation.json: door: changed\n"
-        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
-        "en            0        0          2             0        0\n"
-        "de            0        1          0             0        0\n--\n-- 0");
+        "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+        "en            0        0          2             0        0      0\n"
+        "de            0        1          0             0        0      1\n--\n-- 0");
 }
 
 TEST_F(LocalizeProgram, AMadeUpLanguageIsWrittenBesideTheOthers) {
     EXPECT_EQ(told({"export", "small", "--to", "i18n", "--pseudo"}),
-        "Language  Added  Changed  Unchanged  Without text  Skipped\n"
-        "en            2        0          0             0        0\n"
-        "de            1        0          0             0        0\n--\n"
+        "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+        "en            2        0          0             0        0      0\n"
+        "de            1        0          0             0        0      1\n--\n"
         "en-XA/translation.json: has 2 texts in a made-up language\n-- 0");
     EXPECT_EQ(desk.read("i18n/en-XA/translation.json"),
         "{\n  \"door\": \"[\u010e\u00f6\u00f6\u0155 ~]\",\n  \"key\": \"[\u0136\u00e9\u00fd ~]\"\n}\n");
@@ -92,9 +92,9 @@ TEST_F(LocalizeProgram, AnExportThatCannotBeWrittenEndsWithThreeAndLeavesAllAsIt
 TEST_F(LocalizeProgram, FilesThatAnExportLeavesAsTheyAreAreTold) {
     desk.write("i18n/it/translation.json", "{}");
     desk.write("i18n/de/old.json", "{}");
-    const char* const table = "Language  Added  Changed  Unchanged  Without text  Skipped\n"
-                              "en            2        0          0             0        0\n"
-                              "de            1        0          0             0        0\n--\n";
+    const char* const table = "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+                              "en            2        0          0             0        0      0\n"
+                              "de            1        0          0             0        0      1\n--\n";
     const char* const notices =
         "de/old.json: the project has no texts for the namespace old; this file stays as it is\n"
         "it/translation.json: the project does not have the language it; this file stays as it is\n-- 0";

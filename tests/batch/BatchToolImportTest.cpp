@@ -287,8 +287,8 @@ TEST_F(LocalizeProgram, AnImportChecksWhatItHasBrought) {
     const std::string finding =
         "localization/de.json: door: hint: is not marked as a translation of today's source text [stale]\n"
         "localization/de.json: key: warning: begins with \" \" where the source has no blank [outer-blanks]\n";
-    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped\n"
-                              "de            1        0          0             0        0\n";
+    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
+                              "de            1        0          0             0        0      1\n";
     EXPECT_EQ(told({"import", "small", "--from", "theirs", "--dry-run", "--check"}),
         "de.json: key: added\n" + table + "--\n" + finding + "-- 1");
     EXPECT_EQ(desk.read("small/localization/de.json"), before);

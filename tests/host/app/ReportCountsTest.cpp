@@ -58,6 +58,18 @@ TEST_F(ReportCountsTest, SeveralLanguagesHaveASumWithWhatBelongsToNone) {
         EXPECT_NE(text.find(row), std::string::npos) << row << "\n" << text;
 }
 
+TEST_F(ReportCountsTest, StaleTranslationsHaveAColumnWhereThereAreAny) {
+    for(const char* code: {"fr", "de"}) report.addLanguage(language(code));
+    report.add(language("fr"), TermOutcome::Unchanged, "a");
+    report.addStale(language("fr"), 2);
+    report.addStale(language("de"));
+    counts.assign(report);
+    const std::string text = shown();
+    for(const char* row:
+        {"| Language | Unchanged | Stale |", "| All | 1 | 3 |", "| French | 1 | 2 |", "| German | 0 | 1 |"})
+        EXPECT_NE(text.find(row), std::string::npos) << row << "\n" << text;
+}
+
 TEST_F(ReportCountsTest, WithoutLanguagesThereIsTheSumAlone) {
     report.add(LocalizationReport::NoLanguage, TermOutcome::Added, "door");
     counts.assign(report);

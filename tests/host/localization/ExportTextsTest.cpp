@@ -1,6 +1,7 @@
 #include "ExportTexts.h"
 
 #include "Exchange.h"
+#include "Fingerprint.h"
 
 namespace QuorvaneEngine {
 
@@ -40,6 +41,25 @@ TEST(ExportTexts, DefaultLanguageHasTheSources) {
 TEST(ExportTexts, OthersHaveTranslationsFormsAndValuesWhereTheyHaveNoText) {
     EXPECT_EQ(files("pl"), "translation: a=A\nmenu: menu:b_few=few menu:b_other=2 menu:n=\"jeden\"\nhidden:\nempty:\n");
     EXPECT_EQ(files("de"), "translation:\nmenu:\nhidden:\nempty:\n");
+}
+
+TEST(ExportTexts, ThoseOfOtherSourceTextsAreCounted) {
+    const std::string today = copied(fingerprint("X"));
+    TestProject project{R"({"x":"X","empty":"","localization":{"terms":{"a":{"sourceText":"x","translatable":true},
+        "b_one":{"sourceText":"x","translatable":true},"b_other":{"sourceText":"x","translatable":true},
+        "c":{"sourceText":"x","translatable":true},"d":{"sourceText":"empty","translatable":true},
+        "e":{"sourceText":"x","translatable":false}},"translations":{
+        "pl":{"a":{"text":"A"},"b_few":{"text":"few","source":"0"},"b_many":{"text":"many","source":")" +
+        today + R"("},"b_one":{"text":"one","source":")" + today + R"("},"c":{"text":"","source":"0"},"d":{"text":"D"},
+        "e":{"text":"E"},"gone_few":{"text":"x"}},"de":{"a":{"source":")" +
+        today + R"(","text":"A"}}}}})"};
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en", "pl", "de"});
+    const ExportTexts texts{project.project().document(), FallbackLanguage, languages};
+    EXPECT_EQ(texts.files(languages[0])[0].staleCount, 0u);
+    EXPECT_EQ(texts.files(languages[1])[0].staleCount, 2u);
+    EXPECT_EQ(texts.files(languages[2])[0].staleCount, 0u);
+    const ExportTexts alone{project.project().document(), FallbackLanguage, languages.prefix(1)};
+    EXPECT_EQ(alone.files(languages[0])[0].staleCount, 0u);
 }
 
 TEST(ExportTexts, NamespaceWithoutTranslatableTermsIsHidden) {

@@ -47,6 +47,34 @@ TEST(ImportTranslations, FormsThatTheTargetDoesNotHaveAreSkipped) {
     EXPECT_EQ(project.at("/localization/translations/de"), R"({"apples_zero":)" + entry("keine", "apples") + '}');
 }
 
+TEST(ImportTranslations, ThoseThatStayStaleAreCounted) {
+    TestProject project{Apples};
+    const auto stale = [&project](const std::string& json, const bool isConfirming = false) {
+        const TestFolder folder;
+        folder.write("pl.json", json);
+        ImportOptions options;
+        options.isConfirming = isConfirming;
+        Import import{project.editor(), FallbackLanguage, options};
+        LocalizationReport report;
+        EXPECT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)) && import.compare(report));
+        Containers::Array<UnsignedInt> languages;
+        import.apply(languages);
+        return report.counts(UnsignedInt(findLanguage("pl"))).stale;
+    };
+    const std::string file = R"({"apples_one":"jabłko","apples_few":"jabłka","apples_other":"jabłka"})";
+    EXPECT_EQ(stale(file), 0u);
+    EXPECT_EQ(stale(file), 0u);
+    project.session.changes().pushChange("/many", Containers::StringView{"fruit"}, false);
+    EXPECT_EQ(stale(file), 2u);
+    EXPECT_EQ(stale(R"({"apples_one":"jabłko","apples_few":"owoce"})"), 0u);
+    EXPECT_EQ(stale(file.substr(0, file.find(R"("apples_few")")) + R"("apples_other":"jabłka"})"), 1u);
+    EXPECT_EQ(stale(R"({"apples_other":"jabłka"})", true), 0u);
+    EXPECT_EQ(stale(R"({"apples_other":"jabłka"})"), 0u);
+    // What has no source can be no translation of another one.
+    project.session.changes().pushChange("/one", Containers::StringView{""}, false);
+    EXPECT_EQ(stale(R"({"apples_one":"jabłko"})"), 0u);
+}
+
 TEST(ImportTranslations, SuffixesProveNothingByThemselves) {
     TestProject project{Apples};
     const std::string before = project.text();

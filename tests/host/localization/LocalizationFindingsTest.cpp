@@ -123,6 +123,20 @@ TEST(LocalizationFindings, AreLeftOutBelowASeverity) {
     EXPECT_FALSE(findings.hasProblems(FindingSeverity::Hint));
 }
 
+TEST(LocalizationFindings, AReportCountsStaleOnesOnceEach) {
+    LocalizationFindings findings;
+    for(const char* const code: {"de", "de", "fr"})
+        findings.add({"stale", FindingSeverity::Hint, "localization/x.json", "/a", "a", code, "is stale", {}});
+    findings.add({"stale", FindingSeverity::Hint, "localization/x.json", "/b", "b", "de", "is stale", "why"});
+    const UnsignedInt german = UnsignedInt(findLanguage("de")), french = UnsignedInt(findLanguage("fr"));
+    LocalizationReport report;
+    report.addStale(german);
+    report.addStale(french, 3);
+    findings.addTo(report);
+    EXPECT_EQ(report.counts(german).stale, 2u);
+    EXPECT_EQ(report.counts(french).stale, 3u);
+}
+
 TEST(LocalizationFindings, NamesOfSeverities) {
     EXPECT_EQ(findingSeverityName(FindingSeverity::Error), "error");
     EXPECT_EQ(findingSeverityName(FindingSeverity::Warning), "warning");

@@ -37,6 +37,29 @@ TEST(LocalizationReport, CountsPerLanguageAndKeepsLinesOfWhatIsWorthOne) {
     EXPECT_EQ(report.counts(LocalizationReport::NoLanguage).skipped, 0u);
 }
 
+TEST(LocalizationReport, CountsStaleTranslationsBesideTheirOutcomes) {
+    const UnsignedInt german = UnsignedInt(findLanguage("de"));
+    LocalizationReport report;
+    report.addLanguage(german);
+    report.add(german, TermOutcome::Unchanged, "a");
+    EXPECT_FALSE(report.hasStale());
+    LocalizationReport other;
+    other.addStale(german);
+    other.addStale(german, 2);
+    EXPECT_TRUE(other.hasStale());
+    report.addStale(german);
+    report.append(std::move(other));
+    EXPECT_TRUE(report.hasStale());
+    EXPECT_EQ(report.counts(german).stale, 4u);
+    EXPECT_EQ(report.counts(german).unchanged, 1u);
+    EXPECT_EQ(report.lines().size(), 0u);
+    EXPECT_NE(copied(report.json()).find(R"("notices":0,"stale":4})"), std::string::npos);
+    const CapturedOutput output;
+    report.print("Tools::run()");
+    EXPECT_EQ(
+        output.debug(), "Tools::run(): de: 0 added, 0 changed, 1 unchanged, 0 without text, 0 skipped, 4 stale\n");
+}
+
 TEST(LocalizationReport, RemembersWhetherThereWereConflicts) {
     LocalizationReport report;
     report.add(0, TermOutcome::Skipped, "a", "why", "de.json");
@@ -120,7 +143,7 @@ TEST(LocalizationReport, JsonHasCountsAndLines) {
     report.add(LocalizationReport::NoLanguage, TermOutcome::Notice, {}, "is passed over", "xx.json");
     EXPECT_EQ(report.json(),
         R"({"languages":[{"language":"de","name":"German","added":1,"changed":0,"unchanged":1,"empty":0,"skipped":1,)"
-        R"("notices":0}],"lines":[{"outcome":"added","language":"de","term":"a \"b\""},)"
+        R"("notices":0,"stale":0}],"lines":[{"outcome":"added","language":"de","term":"a \"b\""},)"
         R"({"outcome":"skipped","language":"de","term":"d","reason":"no term has this key","file":"de.json"},)"
         R"({"outcome":"notice","reason":"is passed over","file":"xx.json"}]})");
 }

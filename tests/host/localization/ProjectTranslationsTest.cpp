@@ -40,6 +40,22 @@ TEST(ProjectTranslations, OnesWithoutATermAreBeside) {
     EXPECT_EQ(polish.findOther("gone:x"), -1);
 }
 
+TEST(ProjectTranslations, PartsAreFoundInAnyOrder) {
+    TestProject project{R"({"localization": {"terms": {"a": {}, "b": {}, "c": {}, "d": {}}, "translations": {"de": {
+        "a": {"text": "A", "source": "1"}, "b": {"texts": "x", "source": "2", "sources": "y", "tex": "z", "text": "B"},
+        "c": {"text": "C", "source": 3}, "d": "D"}}}})"};
+    const ProjectTerms terms{project.project()};
+    const ProjectTranslations german{project.project().document(), terms, "de"};
+    const auto parts = [&german](const std::size_t term) {
+        const ProjectTranslation::Parts parts = german[term].parts();
+        return copied(parts.text) + '|' + copied(parts.source);
+    };
+    EXPECT_EQ(parts(0), "A|1");
+    EXPECT_EQ(parts(1), "B|2");
+    EXPECT_EQ(parts(2), "C|");
+    EXPECT_EQ(parts(3), "|");
+}
+
 TEST(ProjectTranslations, TextIsEmptyWhateverStandsThere) {
     TestProject project{R"({"localization": {"terms": {"a": {}, "b": {}, "c": {}, "d": {}, "e": {}}, "translations": {
         "de": {"a": {"text": "A"}, "b": {"text": 1}, "c": "C", "d": {}, "e": null}, "fr": []}}})"};
