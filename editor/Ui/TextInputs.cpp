@@ -22,13 +22,11 @@ bool isClickedElsewhere(const ImGuiMouseButton button) {
     return ImGui::IsMouseClicked(button) && !ImGui::IsItemHovered();
 }
 
-/** Takes back that an input asked for the keyboard, where a click gave it to something that is drawn before. That would lose its click,
-    and the input its text. */
+/** Takes back that an input asked for the keyboard, where something that is drawn before has it since. That would lose its click, and
+    the input its text. */
 void takeBackRequest(const ImGuiID input) {
     ImGuiContext& context = *ImGui::GetCurrentContext();
-    const bool isAnotherActive = context.ActiveId && context.ActiveId != input;
-    if(ImGui::IsMouseClicked(ImGuiMouseButton_Left) && isAnotherActive && context.NavActivateId == input)
-        context.NavActivateId = 0;
+    if(context.ActiveId && context.ActiveId != input && context.NavActivateId == input) context.NavActivateId = 0;
 }
 
 /** Whether the text of an input that has or just had the keyboard is the one that it began with. The value may be another one by
