@@ -271,6 +271,36 @@ TEST_F(UiClipboardItem, AWindowWithoutFocusHasNoKeys) {
         }));
 }
 
+TEST_F(UiClipboardItem, AWindowInFrontOfTheValueDoesNotTakeTheKeys) {
+    bool isCovered = false;
+    EXPECT_TRUE(gui.run(
+        "covered",
+        [&] {
+            draw([this] {
+                const Scope scope{&ui, "three"};
+                ImGui::Button("value");
+                ui.valueContextMenu();
+            });
+            if(!isCovered) return;
+            ImGui::SetNextWindowPos({0.0f, 0.0f});
+            ImGui::SetNextWindowSize({300.0f, 300.0f});
+            const WindowGuard front{ImGui::Begin("Front", nullptr, ImGuiWindowFlags_NoFocusOnAppearing)};
+        },
+        [&](ImGuiTestContext& user) {
+            ImGui::SetClipboardText("old");
+            user.WindowFocus("//Window");
+            user.MouseMove("//Window/three/value");
+            isCovered = true;
+            user.Yield(2);
+            ImGui::BringWindowToDisplayFront(ImGui::FindWindowByName("Front"));
+            user.Yield(2);
+            IM_CHECK_STR_EQ(ImGui::GetCurrentContext()->HoveredWindow->Name, "Front");
+            IM_CHECK_STR_EQ(ImGui::GetCurrentContext()->NavWindow->Name, "Window");
+            user.KeyPress(ImGuiMod_Super | ImGuiKey_C);
+            IM_CHECK_STR_EQ(ImGui::GetClipboardText(), "[1,2,3]");
+        }));
+}
+
 TEST_F(UiClipboardItem, AFieldThatIsTypedInKeepsTheKeysForItsText) {
     // On macOS the command modifier is that of the library's own shortcuts, which calls it Ctrl.
     ImGui::GetIO().ConfigMacOSXBehaviors = true;

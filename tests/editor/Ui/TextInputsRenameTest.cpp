@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -268,6 +269,30 @@ TEST_F(UiRenameable, TheInputStandsWhereTheTextWas) {
         IM_CHECK_EQ(input.GetHeight(), ImGui::GetFontSize());
         IM_CHECK_EQ(otherPlace.y, before.y);
     }));
+}
+
+TEST_F(UiRenameable, TheInputHasNoBorder) {
+    ImGuiStyle& style = ImGui::GetStyle();
+    style.FrameBorderSize = 1.0f;
+    style.Colors[ImGuiCol_Border] = {1.0f, 0.0f, 1.0f, 1.0f};
+    style.WindowBorderSize = 0.0f;
+    int borders = -1;
+    EXPECT_TRUE(run(
+        [&] {
+            place = ImGui::GetCursorScreenPos();
+            ImVector<ImDrawVert>& vertices = ImGui::GetWindowDrawList()->VtxBuffer;
+            const int before = vertices.Size;
+            ui.renameable("a/name", false);
+            borders = int(std::count_if(vertices.begin() + before, vertices.end(),
+                [](const ImDrawVert& vertex) { return vertex.col == IM_COL32(255, 0, 255, 255); }));
+        },
+        [&](ImGuiTestContext& user) {
+            user.Yield();
+            doubleClick(user, place);
+            IM_CHECK_NE(ui.renamingItem, 0u);
+            IM_CHECK_EQ(borders, 0);
+        }));
+    EXPECT_EQ(style.FrameBorderSize, 1.0f);
 }
 
 TEST_F(UiRenameable, AnAbsoluteNameIsThePathOfTheValue) {
