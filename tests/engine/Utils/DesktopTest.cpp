@@ -15,6 +15,7 @@
 
 #include "host/localization/TestFolder.h"
 #include "support/CapturedOutput.h"
+#include "support/ChildProcesses.h"
 
 /* A program named like the desktop's opener stands before it on PATH, and writes its arguments into a pipe with a name: each with a
    zero byte behind it, and "end" when it has written all. */
@@ -23,6 +24,8 @@ namespace QuorvaneEngine {
 namespace {
 
 using QuorvaneEngine::Test::CapturedOutput;
+using QuorvaneEngine::Test::isChildless;
+using QuorvaneEngine::Test::openDescriptors;
 
 using Corrade::Containers::String;
 using Corrade::Containers::StringView;
@@ -155,6 +158,16 @@ TEST(EscapedForDoubleQuotes, PutsABackslashBeforeWhatTheShellWouldRead) {
     EXPECT_EQ(escapedForDoubleQuotes("a\"b$c`d\\e"), "a\\\"b\\$c\\`d\\\\e");
     EXPECT_EQ(escapedForDoubleQuotes("a b 'c' & d"), "a b 'c' & d");
     EXPECT_EQ(escapedForDoubleQuotes(""), "");
+}
+
+TEST_F(Desktop, AThousandCallsLeaveNoDescriptorAndNoZombie) {
+    fs::remove(_folder / Opener);
+    fs::create_symlink("/bin/true", _folder / Opener);
+    const std::size_t before = openDescriptors();
+    constexpr void (*Calls[])(StringView){openBrowser, openWithSystemDefault, openWithSystemFilebrowser};
+    for(int i = 0; i != 1000; ++i) Calls[i % 3]("/a");
+    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_TRUE(isChildless());
 }
 
 TEST_F(Desktop, ADesktopWithoutAnOpenerIsNoError) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -20,26 +19,21 @@
 
 #include "Utils/Shell.h"
 #include "host/localization/TestFolder.h"
+#include "support/ChildProcesses.h"
 
 /* What goes on between two processes: pipes, signals, descriptors and memory. */
 
 namespace QuorvaneEngine {
 namespace {
 
+using Test::isChildless;
+using Test::openDescriptors;
+
 using Corrade::Containers::Optional;
 using Corrade::Containers::String;
 using Corrade::Containers::StringView;
-namespace fs = std::filesystem;
 
 constexpr std::size_t Megabyte = 1024 * 1024;
-
-std::size_t openDescriptors() {
-    const fs::directory_iterator all{"/proc/self/fd"};
-    return std::size_t(std::distance(begin(all), end(all)));
-}
-
-/** Whether this process has no child, not even one that has ended. */
-bool isChildless() { return waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
 /** Whether something holds in a process of its own, to which it may do anything. */
 bool holdsInAChild(const std::function<bool()>& something) {
@@ -220,6 +214,20 @@ TEST(ShellProcess, AThousandCallsLeaveNoDescriptorAndNoZombie) {
     for(int i = 0; i != 1000; ++i) {
         ASSERT_EQ(runCommandCapture("echo a", output), 0);
         ASSERT_EQ(runShellCommandCapture("echo a", "", output), 0);
+    }
+    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_TRUE(isChildless());
+}
+
+TEST(ShellProcess, AThousandCallsWithAnEnvironmentLeaveNoDescriptorAndNoZombie) {
+    String output;
+    // A login shell that exports nothing.
+    setenv("SHELL", ":", 1);
+    const std::size_t before = openDescriptors();
+    for(int i = 0; i != 1000; ++i) {
+        ASSERT_EQ(getShellEnvironment(output), 0);
+        ASSERT_EQ(runShellCommandCapture("echo $A", "A=1", "/usr/tools/bin", output), 0);
+        ASSERT_EQ(output, "1\n");
     }
     EXPECT_EQ(openDescriptors(), before);
     EXPECT_TRUE(isChildless());

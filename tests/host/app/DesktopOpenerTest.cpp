@@ -1,9 +1,11 @@
 #include "app/DesktopOpener.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -14,11 +16,15 @@
 #include <gtest/gtest.h>
 
 #include "host/localization/TestFolder.h"
+#include "support/ChildProcesses.h"
 
 /* A program named like the desktop's opener waits for leave, and then writes its argument into a pipe with a name. */
 
 namespace QuorvaneEngine {
 namespace {
+
+using Test::isChildless;
+using Test::openDescriptors;
 
 namespace fs = std::filesystem;
 
@@ -72,6 +78,27 @@ TEST_F(DesktopOpenerTest, ShowsAFolderAndDoesNotWait) {
 TEST_F(DesktopOpenerTest, OpensAFileAndDoesNotWait) {
     DesktopOpener::open("/a folder/file.md");
     EXPECT_EQ(opened(), "/a folder/file.md");
+}
+
+TEST_F(DesktopOpenerTest, AThousandCallsLeaveNoThreadNoDescriptorAndNoZombie) {
+    const auto threads = [] {
+        const fs::directory_iterator all{"/proc/self/task"};
+        return std::distance(begin(all), end(all));
+    };
+    const auto threadsBefore = threads();
+    const std::size_t before = openDescriptors();
+    for(int i = 0; i != 500; ++i) {
+        DesktopOpener::showFolder("/a folder");
+        ASSERT_EQ(opened(), "/a folder");
+        DesktopOpener::open("/a file");
+        ASSERT_EQ(opened(), "/a file");
+    }
+    // The last opener has written, but may not have ended.
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{20};
+    while(threads() != threadsBefore && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+    EXPECT_EQ(threads(), threadsBefore);
+    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_TRUE(isChildless());
 }
 
 TEST_F(DesktopOpenerTest, NothingInAPathIsTheShellsToRead) {

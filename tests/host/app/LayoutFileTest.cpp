@@ -136,6 +136,13 @@ TEST(LayoutProblem, APanelIsSplitInTwoOrNotAtAll) {
     EXPECT_EQ(problem(with("SizeRef=640,446\n", "SizeRef=640,446 Split=X\n")), "has a panel that is not split in two");
 }
 
+TEST(LayoutProblem, TheCentreIsNotSplit) {
+    std::string text = with(" CentralNode=1", "");
+    const std::string panel = "SizeRef=1280,446 Split=X";
+    text.insert(text.find(panel) + panel.size(), " CentralNode=1");
+    EXPECT_EQ(problem(text), "has a centre that is split");
+}
+
 TEST(LayoutProblem, WindowsLieInPanelsThatCanHoldThem) {
     for(const char* const panel: {"0x00000007", "0x00000001", "0x0000ABCD"})
         EXPECT_EQ(problem(with("DockId=0x00000003", std::string{"DockId="} + panel)),
