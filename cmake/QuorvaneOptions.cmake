@@ -48,5 +48,6 @@ find_program(QUORVANE_CCACHE ccache)
 mark_as_advanced(QUORVANE_CCACHE)
 if(QUORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${QUORVANE_CCACHE})
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${QUORVANE_CCACHE})
+    # Without this it caches nothing that a precompiled header goes into.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUORVANE_CCACHE})
 endif()
