@@ -66,16 +66,21 @@ protected:
             GTEST_SKIP() << "there is no xdotool, which would use the mouse and the keys";
     }
 
-    /** Uses the editor until it ends. Drivers and fonts may keep what they like in a folder for that.
+    /** Uses the editor until it ends.
         @param environment  beside that of the user */
-    ProgramResult use(const std::string& actions, std::vector<std::string> environment) const {
+    ProgramResult use(const std::string& actions, const std::vector<std::string>& environment) const {
+        return run(Before + actions + After, environment);
+    }
+
+    /** Runs a script of the shell where the user works. Drivers and fonts may keep what they like in a folder for that. */
+    ProgramResult run(const std::string& script, std::vector<std::string> environment) const {
         for(const std::string& variable: {"HOME=" + (root / "home").string(),
                 "XDG_CACHE_HOME=" + (root / "cache").string(), std::string{"XDG_CONFIG_HOME"},
                 std::string{"XDG_STATE_HOME"}, "PATH=" + (root / "programs").string() + ":" + std::getenv("PATH"),
                 std::string{"EDITOR=" QUORVANE_EDITOR}, "PROJECT=" + project.string(),
                 "OPENED=" + (root / "opened").string()})
             environment.push_back(variable);
-        return runProgram({"/bin/sh", "-c", Before + actions + After}, (root / "desk").string(), environment);
+        return runProgram({"/bin/sh", "-c", script}, (root / "desk").string(), environment);
     }
 
     std::string inDataFolder() const { return "XDG_DATA_HOME=" + (root / "data").string(); }
@@ -120,6 +125,14 @@ TEST_F(EditorDesktop, WithoutAFolderForDataRecentProjectsLieInTheHome) {
             ".local/share/QuorvaneEngine/recent-projects.json"}));
     EXPECT_EQ(in("data"), Names{});
     EXPECT_EQ(in("desk"), Names{});
+}
+
+TEST_F(EditorDesktop, WhoTakesAPictureIsNotNoted) {
+    const ProgramResult result =
+        run("\"$EDITOR\" --project \"$PROJECT\" --screenshot ../picture.png", {inDataFolder()});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(fs::exists(root / "picture.png"));
+    for(const char* const folder: {"home", "data", "desk"}) EXPECT_EQ(in(folder), Names{}) << folder;
 }
 
 TEST_F(EditorDesktop, TheMenusHandTheProjectAndTheDocumentationToTheDesktop) {
