@@ -141,25 +141,11 @@ private:
         @param exists   whether it sets what was there before
         @param value    moved into the document; null removes */
     void apply(const Containers::String& path, bool exists, rapidjson::Value* value);
-    void applyRemoval(Containers::StringView path);
-    void applyCreation(const Containers::String& path, rapidjson::Value& value);
-    void insert(const Containers::String& path, rapidjson::Value& value);
 
     void notify(const Change& change);
 
     /** Whether a handler listens to a component of a path. */
     bool isHeard(Containers::StringView path);
-
-    /** The value at a pointer, the root for the empty one, or null. */
-    rapidjson::Value* find(Containers::StringView path);
-
-    /** The value at a pointer, created with all that leads to it where it is missing. */
-    rapidjson::Value& create(Containers::StringView path, bool* existed);
-
-    /** The value that a token of a pointer stands for in a value, or null. */
-    rapidjson::Value* child(rapidjson::Value& container, Containers::StringView token);
-
-    void assertPadding(Containers::StringView path);
 
     Int _lastChange = -1;
     Int _savedChange = -1;
