@@ -130,6 +130,24 @@ TEST_F(UiSearchBar, WithFocusTheTextIsEmptiedInEveryFrameWithoutAnActiveItem) {
     }
 }
 
+TEST_F(UiSearchBar, WithFocusTheTextAndTheKeyboardAreLeftAloneWhileAnotherItemIsActive) {
+    EXPECT_TRUE(gui.run(
+        "hold a button", [this] { drawBar(true); },
+        [this](ImGuiTestContext& user) {
+            user.Yield(3);
+            user.KeyChars("abc");
+            user.MouseMove("//Window/Elsewhere");
+            user.MouseDown();
+            user.Yield(5);
+            IM_CHECK_EQ(ImGui::GetActiveID(), user.ItemInfo("//Window/Elsewhere").ID);
+            IM_CHECK_STR_EQ(buffer.data(), "abc");
+            user.MouseUp();
+            user.Yield(3);
+            IM_CHECK_EQ(ImGui::GetActiveID(), user.ItemInfo("//Window/##search").ID);
+            IM_CHECK_STR_EQ(buffer.data(), "");
+        }));
+}
+
 /** Where in the font's texture the last glyphs stand that were drawn. */
 std::vector<std::pair<float, float>> lastGlyphs(std::size_t count) {
     const ImDrawList& list = *ImGui::FindWindowByName("Window")->DrawList;

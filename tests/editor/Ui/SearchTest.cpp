@@ -194,6 +194,13 @@ TEST_F(UiEntrySearch, AReferenceStandsForTheStringThere) {
     EXPECT_EQ(entries("terms", "hell", Values), Found{});
 }
 
+TEST_F(UiEntrySearch, WhatDoesNotBeginWithASlashIsNoReference) {
+    load(project, R"({"terms":{"a":"x","b":"","c":" /x","d":"x/y"},"x":"Hello"})");
+    const Ui::SearchFlags followed = Ui::SearchFlags{Values} | FollowReferences;
+    EXPECT_EQ(entries("terms", "hello", followed), Found{});
+    EXPECT_EQ(entries("terms", "x", followed), (Found{"a", "c", "d"}));
+}
+
 TEST_F(UiEntrySearch, AReferenceIsFollowedOneLevel) {
     load(project, R"({"terms":{"a":"/r"},"r":"/s","s":"Hello"})");
     const Ui::SearchFlags followed = Ui::SearchFlags{Values} | FollowReferences;
