@@ -17,11 +17,19 @@
 #include "app/StatusBar.h"
 #include "document/EditorSession.h"
 #include "document/FileSystem.h"
+#include "document/KnownFiles.h"
 #include "localization/LanguageLookup.h"
 #include "localization/ProjectReview.h"
 #include "modules/ModuleLoader.h"
 
 namespace QuorvaneEngine {
+
+namespace {
+
+/** Seconds between two looks at the disk. */
+constexpr double LookPeriod = 1.0;
+
+}
 
 EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& modules, MessageLog& log,
     Containers::ArrayView<const ViewCondition> conditions, PathDialog folderDialog, PathDialog archiveDialog,
@@ -63,6 +71,8 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
         return false;
     }
     _session->makeEditorFolder();
+    _access = access;
+    _questions.forget(Question::Changed);
     _exchange.reset();
     learnLanguages();
     restartViews();
@@ -88,6 +98,7 @@ void EditorFrame::prepare() {
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     executeAnswer(std::exchange(_answer, Answer::None));
+    lookAtDisk();
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
     _exchange.prepare();
     if(_areLanguagesTouched) tellNewLanguages();
@@ -144,12 +155,26 @@ void EditorFrame::proceed() {
 }
 
 void EditorFrame::executeAnswer(Answer answer) {
-    if(answer == Answer::None || answer == Answer::Cancel) return;
-    if(answer == Answer::OpenReadOnly) {
-        open(std::exchange(_usedProject, {}), Access::Read);
-        return;
+    if(answer == Answer::None) return;
+    const bool isProceeding = std::exchange(_isProceeding, false);
+    switch(answer) {
+    case Answer::None:
+    case Answer::Cancel: return;
+    case Answer::OpenReadOnly: open(std::exchange(_usedProject, {}), Access::Read); return;
+    case Answer::Reload: open(Containers::String{_session->folder()}, _access); return;
+    case Answer::KeepMine: return _session->keepDocument();
+    case Answer::SaveOver:
+        _session->keepDocument();
+        if(!save() || !isProceeding) return;
+        break;
+    case Answer::Save:
+        if(!save()) {
+            _isProceeding = _questions.isAsking(Question::SaveOver);
+            return;
+        }
+        break;
+    case Answer::Discard: break;
     }
-    if(answer == Answer::Save && !save()) return;
     if(!_nextProject.isEmpty()) {
         open(std::exchange(_nextProject, {}));
         return;
@@ -158,8 +183,25 @@ void EditorFrame::executeAnswer(Answer answer) {
     _finished = true;
 }
 
+void EditorFrame::lookAtDisk() {
+    const double now = ImGui::GetTime();
+    if(now < _nextLook || !hasProject() || _questions.isAsking(Question::Changed) ||
+        _questions.isAsking(Question::SaveOver))
+        return;
+    _nextLook = now + LookPeriod;
+    askForChanges(Question::Changed);
+}
+
+bool EditorFrame::askForChanges(const Question question) {
+    Containers::String changed;
+    if(_session->lookAtDisk(&changed) != DiskState::Changed) return false;
+    _questions.ask(question, changed);
+    return true;
+}
+
 bool EditorFrame::save() {
-    if(!_session->save()) return false;
+    _questions.forget(Question::Changed);
+    if(askForChanges(Question::SaveOver) || !_session->save()) return false;
     _log->note("Saved " + Containers::String{_session->folder()});
     return true;
 }

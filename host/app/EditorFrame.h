@@ -106,6 +106,8 @@ private:
     void proceed();
     void restartViews();
     bool save();
+    void lookAtDisk();
+    bool askForChanges(Question question);
     void saveLayout();
     bool hasProject() const;
     MainMenu::Available available() const;
@@ -135,6 +137,16 @@ private:
 
     /** The folder that the user is asked about, which another program is writing. */
     Containers::String _usedProject;
+
+    /** What the open project was opened for. */
+    Access _access = Access::Write;
+
+    /** When to look next whether somebody else has changed the project, in seconds. */
+    double _nextLook = 0.0;
+
+    /** What the user wants to do after saving has been asked for. */
+    bool _isProceeding = false;
+
     bool _finished = false;
 };
 

@@ -50,6 +50,14 @@ constexpr Form Forms[]{
     {"Project in use", ICON_FA_LOCK, "This project is open elsewhere",
         "It can be looked at here. It cannot be saved as long as the other program has it open.",
         {{"Open read-only", Answer::OpenReadOnly}, {"Cancel", Answer::Cancel}, {}}, Answer::Cancel},
+    {"Changed on disk", ICON_FA_ROTATE, "Another program has changed this project",
+        "Reload takes what is on the disk; what is not saved here is lost, and nothing can be undone. Keep mine goes "
+        "on with what is "
+        "here; when it is saved, what the other program wrote is lost.",
+        {{"Reload", Answer::Reload}, {"Keep mine", Answer::KeepMine}, {}}, Answer::None},
+    {"Save over changes", ICON_FA_TRIANGLE_EXCLAMATION, "Save over what another program wrote?",
+        "Save over it, and what the other program wrote is lost. Reload, and what is not saved here is lost.",
+        {{"Save over it", Answer::SaveOver}, {"Reload", Answer::Reload}, {"Cancel", Answer::Cancel}}, Answer::Cancel},
 };
 
 /** @return the answer that was given */
@@ -75,7 +83,7 @@ void Questions::ask(const Question question, const Containers::StringView text) 
 Answer Questions::draw() {
     Answer answer = Answer::None;
     for(std::size_t question = 0; question != Count && answer == Answer::None; ++question)
-        if(_isAsked[question]) answer = drawQuestion(question);
+        if(_isAsked[question] || _isShown[question]) answer = drawQuestion(question);
     if(!_failure.isEmpty()) drawFailure();
     if(_showsAbout) drawAbout();
     return answer;
@@ -84,11 +92,16 @@ Answer Questions::draw() {
 Answer Questions::drawQuestion(const std::size_t question) {
     static_assert(sizeof(Forms) / sizeof(*Forms) == Count);
     const Form& form = Forms[question];
-    prepare(form.name);
+    if(_isAsked[question]) prepare(form.name);
     StyleGuard style;
     style.variable(ImGuiStyleVar_WindowPadding, padding());
     const PopupGuard modal{ImGui::BeginPopupModal(form.name, nullptr, Flags)};
+    _isShown[question] = bool(modal);
     if(!modal) return Answer::None;
+    if(!_isAsked[question]) {
+        ImGui::CloseCurrentPopup();
+        return Answer::None;
+    }
     {
         const Widgets::BlockScope block{Widgets::scaled(TextWidth)};
         Widgets::heading(form.icon, form.heading);

@@ -12,11 +12,13 @@ namespace QuorvaneEngine {
 /** What the user is asked. */
 enum class Question : std::uint8_t {
     Unsaved, /**< what to do with unsaved changes: Save, Discard, Cancel */
-    InUse /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
+    InUse, /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
+    Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine */
+    SaveOver /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
 };
 
 /** What the user wants done. */
-enum class Answer : std::uint8_t { None, Save, Discard, Cancel, OpenReadOnly };
+enum class Answer : std::uint8_t { None, Save, Discard, Cancel, OpenReadOnly, Reload, KeepMine, SaveOver };
 
 /** The host's own dialogs, which stand before everything else until they are answered. A dialog waits for
     the end of any other popup. */
@@ -41,13 +43,14 @@ public:
     Answer draw();
 
 private:
-    static constexpr std::size_t Count = std::size_t(Question::InUse) + 1;
+    static constexpr std::size_t Count = std::size_t(Question::SaveOver) + 1;
 
     Answer drawQuestion(std::size_t question);
     void drawFailure();
     void drawAbout();
 
     bool _isAsked[Count]{};
+    bool _isShown[Count]{};
     Containers::String _texts[Count];
     bool _showsAbout = false;
     Containers::String _failure;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Utility/Debug.h>
 
 #include <rapidjson/document.h>
 
@@ -65,6 +66,7 @@ bool EditorSession::open(const Containers::StringView folder) {
     rapidjson::Document document;
     if(!_storage->open(folder, document)) return false;
     _folder = Containers::String{_storage->folder()};
+    _isGone = false;
     _data.projectFolder = _folder;
     takeOver(std::move(document));
     _editor.layoutLoadScheduled = false;
@@ -76,10 +78,27 @@ void EditorSession::makeEditorFolder() { _storage->makeEditorFolder(); }
 bool EditorSession::save() {
     if(!_storage->save(_project.document())) return false;
     markSaved();
+    _isGone = false;
     return true;
 }
 
+DiskState EditorSession::lookAtDisk(Containers::String* const changed) {
+    if(_folder.isEmpty()) return DiskState::Same;
+    const DiskState state = _storage->look(changed);
+    const bool wasGone = std::exchange(_isGone, state == DiskState::Gone);
+    if(_isGone && !wasGone)
+        Corrade::Utility::Warning{} << "EditorSession::lookAtDisk():" << _folder
+                                    << "has no project.json any more; what is open here stays, and is saved anew";
+    return state;
+}
+
+void EditorSession::keepDocument() {
+    _storage->keepDocument();
+    _savedRevision = _changedRevision = -1;
+}
+
 bool EditorSession::hasUnsavedChanges() {
+    if(_isGone) return true;
     const Int revision = _project.revision();
     if(revision == _savedRevision) return false;
     if(revision == _changedRevision) return true;

@@ -18,6 +18,7 @@ namespace QuorvaneEngine {
 
 class FileSystem;
 class ProjectStorage;
+enum class DiskState : std::uint8_t;
 struct FileError;
 
 /** One editor at work on one project after another: the document in memory, its change log, what views are told about it, and the
@@ -61,8 +62,17 @@ public:
     void makeEditorFolder();
 
     /** Writes the files of the project whose content changed, all or none. On failure prints a warning with file and reason; then
-        the files on disk and the document are as before, and changes are still unsaved. An open group stays open. */
+        the files on disk and the document are as before, and changes are still unsaved. An open group stays open. Fails where somebody
+        else has changed a file that would be written or removed; a project that is gone is written anew. */
     bool save();
+
+    /** Looks whether somebody else has changed the files of the project. Cheap enough for once a second. That the project is gone is a
+        warning when it is first seen, and all of it is unsaved as long as it is.
+        @param changed  receives the path of the first file that was changed, if any was */
+    DiskState lookAtDisk(Containers::String* changed = nullptr);
+
+    /** Lets the next @ref save() write over what somebody else has done to the files until now; so the project is unsaved. */
+    void keepDocument();
 
     /** Whether the document differs from what was last loaded or saved. A document changed back by hand may count as changed; one
         that differs never counts as saved, and an undo back to the saved state counts as saved. Costs nothing while the revision
@@ -115,6 +125,9 @@ private:
     /** Revisions at which the document was known to be as saved, and known to differ. */
     Int _savedRevision = 0;
     Int _changedRevision = -1;
+
+    /** The project's files are not there. */
+    bool _isGone = false;
 
     /** @ref lastValue() when the document was saved; compared, never read. A merged edit replaces it. */
     const rapidjson::Value* _savedValue = nullptr;

@@ -64,12 +64,18 @@ bool absoluteFolder(const Containers::StringView folder, Containers::String& pat
     return true;
 }
 
-bool readObject(FileSystem& files, const Containers::String& path, rapidjson::Document& document, FileError& error) {
+/** @param name     of the file in its folder
+    @param known    learns of it */
+bool readObject(FileSystem& files, KnownFiles& known, const Containers::StringView folder,
+    const Containers::StringView name, rapidjson::Document& document, FileError& error) {
+    const Containers::String path = joined(view(folder), "/", view(name));
+    const FileStamp stamp = known.stampOf(name);
     Containers::String bytes;
     if(const int failure = files.readFile(path, bytes)) {
         error = {path, systemReason("read", failure)};
         return false;
     }
+    known.noteRead(name, stamp, bytes);
     JsonError jsonError;
     if(JsonReader::readObject(bytes, document, jsonError)) return true;
     error.path = joined(view(path), ":", std::to_string(jsonError.line), ":", std::to_string(jsonError.column));
@@ -122,8 +128,8 @@ void warnOfDefaultLanguage(const Containers::StringView folder, const rapidjson:
 }
 
 /** @param count    number of files that were read */
-bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjson::Document& document,
-    std::size_t& count, FileError& error) {
+bool readTranslations(FileSystem& files, KnownFiles& known, Containers::StringView folder,
+    rapidjson::Document& document, std::size_t& count, FileError& error) {
     const Containers::String parent = joined(view(folder), "/", TranslationsFolder);
     Containers::Array<Containers::String> names;
     const int failure = files.listFolder(parent, names);
@@ -142,7 +148,7 @@ bool readTranslations(FileSystem& files, Containers::StringView folder, rapidjso
             return false;
         }
         rapidjson::Document translations{&document.GetAllocator()};
-        if(!readObject(files, path, translations, error)) return false;
+        if(!readObject(files, known, folder, joined(TranslationsFolder, "/", name), translations, error)) return false;
         if(const char* const reason = insert(document, code, translations)) {
             error = {path, reason};
             return false;
@@ -163,7 +169,7 @@ bool ProjectStorage::Fingerprint::operator==(const Fingerprint& other) const {
     return path == other.path && size == other.size && hash == other.hash;
 }
 
-ProjectStorage::ProjectStorage(FileSystem& files): _files{&files} {}
+ProjectStorage::ProjectStorage(FileSystem& files): _files{&files}, _known{files, {}} {}
 
 ProjectStorage::~ProjectStorage() = default;
 
@@ -238,8 +244,9 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
     rapidjson::Document read{&document.GetAllocator()};
     std::size_t translationCount = 0;
     std::vector<File> files;
-    if(!recover(newFolder, error) || !readObject(*_files, joined(view(newFolder), "/", ProjectName), read, error) ||
-        !readTranslations(*_files, newFolder, read, translationCount, error) || !write(read, files, error)) {
+    KnownFiles known{*_files, newFolder};
+    if(!recover(newFolder, error) || !readObject(*_files, known, newFolder, string(ProjectName), read, error) ||
+        !readTranslations(*_files, known, newFolder, read, translationCount, error) || !write(read, files, error)) {
         _nextLock = nullptr;
         return warn(Open, error);
     }
@@ -247,6 +254,7 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
     warnOfDefaultLanguage(newFolder, read);
     static_cast<rapidjson::Value&>(document).Swap(read);
     _folder = newFolder;
+    _known = std::move(known);
     keepLock();
     _saved = fingerprints(files);
     // Translations in the project's own file will get files of theirs by the next save, which has to write all of them then.
@@ -267,28 +275,82 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
         return warn(Save, error);
     }
 
-    std::vector<Fingerprint> current = fingerprints(files);
-    FileSet set{*_files, _folder};
-    for(std::size_t i = 0; i != files.size(); ++i)
-        if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end())
-            set.write(files[i].path, files[i].bytes);
-    for(const Fingerprint& old: _saved) {
-        const auto isSame = [&old](const Fingerprint& file) { return file.path == old.path; };
-        if(std::none_of(current.begin(), current.end(), isSame)) set.remove(old.path);
+    const bool isGone = _known.look() == DiskState::Gone;
+    if(isGone) {
+        _saved.clear();
+        // Where it cannot be made, the files cannot, and that is told.
+        _files->makeFolder(_folder);
     }
-    if(set.isEmpty()) return true;
+    std::vector<Fingerprint> current = fingerprints(files);
+    if(isSaved(current)) return true;
     ProjectLock taken{*_files};
     ProjectLock& lock = _lock ? *_lock : taken;
-    if(!lock.takeForSaving(_folder, error) || !set.commit(error)) return warn(Save, error);
+    if(!lock.takeForSaving(_folder, error) || !finishEarlier(error) || !put(files, current, error))
+        return warn(Save, error);
+    // Files that are gone with it are missed no longer.
+    if(isGone) _known.learn();
     _saved = std::move(current);
     return true;
+}
+
+bool ProjectStorage::put(const std::vector<File>& files, const std::vector<Fingerprint>& current, FileError& error) {
+    FileSet set{*_files, _folder};
+    std::vector<const File*> written;
+    std::vector<Containers::StringView> removed;
+    for(std::size_t i = 0; i != files.size(); ++i)
+        if(std::find(_saved.begin(), _saved.end(), current[i]) == _saved.end()) written.push_back(&files[i]);
+    for(const Fingerprint& old: _saved) {
+        const auto isSame = [&old](const Fingerprint& file) { return file.path == old.path; };
+        if(std::none_of(current.begin(), current.end(), isSame)) removed.emplace_back(old.path);
+    }
+    for(const File* const file: written) {
+        if(!mayReplace(file->path, error)) return false;
+        set.write(file->path, file->bytes);
+    }
+    for(const Containers::StringView path: removed) {
+        if(!mayReplace(path, error)) return false;
+        set.remove(path);
+    }
+    if(!set.commit(error)) return false;
+    for(const File* const file: written) _known.noteWritten(file->path, file->bytes);
+    for(const Containers::StringView path: removed) _known.noteRemoved(path);
+    return true;
+}
+
+bool ProjectStorage::finishEarlier(FileError& error) {
+    bool isFound = false;
+    Journal journal;
+    if(!FileSet::findJournal(*_files, _folder, FileSet::ProjectStage, isFound, journal, error)) return false;
+    if(!isFound) return true;
+    if(!FileSet::recover(*_files, _folder, error)) return false;
+    // The files hold what this storage has put there, before or after that save.
+    keepDocument();
+    return true;
+}
+
+bool ProjectStorage::mayReplace(const Containers::StringView path, FileError& error) {
+    if(!_known.isForeign(path)) return true;
+    error = {joined(view(_folder), "/", view(path)),
+        "was changed by another program since it was read, and is not written over"};
+    return false;
+}
+
+void ProjectStorage::keepDocument() {
+    for(const KnownFiles::Difference& difference: _known.learn()) {
+        std::erase_if(_saved, [&](const Fingerprint& saved) { return saved.path == difference.path; });
+        // No content has this, so the file will be written, or removed.
+        if(difference.isThere) _saved.push_back({difference.path, 0, 0});
+    }
 }
 
 bool ProjectStorage::isSaved(const rapidjson::Document& document) const {
     FileError error;
     std::vector<File> files;
     if(!write(document, files, error)) return false;
-    const std::vector<Fingerprint> current = fingerprints(files);
+    return isSaved(fingerprints(files));
+}
+
+bool ProjectStorage::isSaved(const std::vector<Fingerprint>& current) const {
     return std::is_permutation(current.begin(), current.end(), _saved.begin(), _saved.end());
 }
 

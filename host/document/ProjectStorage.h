@@ -8,6 +8,7 @@
 #include <Corrade/Containers/StringView.h>
 
 #include "FileSystem.h"
+#include "KnownFiles.h"
 #include "ProjectLock.h"
 #include "QuorvaneEditor/Host.h"
 
@@ -52,11 +53,18 @@ public:
     bool open(Containers::StringView folder, rapidjson::Document& document);
 
     /** Writes those files whose content is not as it was when they were last read or written, and removes those whose translations
-        are gone; all or none. Formatting alone is no reason to write a file. Fails where another program has the project locked. */
+        are gone; all or none. Formatting alone is no reason to write a file. Fails where another program has the project locked, and
+        where somebody else has changed a file that would be written or removed. A project that is gone is written anew. */
     bool save(const rapidjson::Document& document);
 
     /** Whether @ref save() would have nothing to do. Writes out the whole document in memory. */
     bool isSaved(const rapidjson::Document& document) const;
+
+    /** Looks whether somebody else has changed the files; see @ref KnownFiles::look() . */
+    DiskState look(Containers::String* changed = nullptr) { return _known.look(changed); }
+
+    /** Lets the next @ref save() write over what somebody else has done to the files until now. They count as not saved. */
+    void keepDocument();
 
     /** Makes the folder `.editor`, which version control is told to ignore, where it can be made. */
     void makeEditorFolder();
@@ -87,6 +95,14 @@ private:
     bool hasLock(Containers::StringView folder) const;
     bool take(const Containers::String& path, ProjectLock::Making making, FileError& error);
     void keepLock();
+    bool isSaved(const std::vector<Fingerprint>& current) const;
+
+    /** Puts an earlier save in order that was cut short and could not be taken back. */
+    bool finishEarlier(FileError& error);
+
+    bool mayReplace(Containers::StringView path, FileError& error);
+    bool put(const std::vector<File>& files, const std::vector<Fingerprint>& current, FileError& error);
+
     bool recover(Containers::StringView folder, FileError& error) const;
 
     FileSystem* _files;
@@ -96,6 +112,7 @@ private:
 
     Containers::String _folder;
     std::vector<Fingerprint> _saved;
+    KnownFiles _known;
 };
 
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "EditorSessionTest.h"
+#include "KnownFiles.h"
 
 /* What a save keeps, and when the project counts as saved. */
 
@@ -167,6 +168,52 @@ TEST_F(EditorSessionTest, AReplacedDocumentIsUnsavedWhereItDiffersFromTheFolder)
     EXPECT_FALSE(session.hasUnsavedChanges());
     EXPECT_EQ(disk.files()["/p/project.json"], "{\n  \"a\": 1\n}\n");
     EXPECT_FALSE(disk.exists("/p/localization/de.json"));
+}
+
+TEST_F(EditorSessionTest, WhoKeepsTheDocumentHasItUnsaved) {
+    ASSERT_TRUE(open());
+    EXPECT_EQ(session.lookAtDisk(), DiskState::Same);
+    disk.put("/p/localization/de.json", "{}");
+    EXPECT_EQ(session.lookAtDisk(), DiskState::Changed);
+    session.keepDocument();
+    EXPECT_EQ(session.lookAtDisk(), DiskState::Same);
+    EXPECT_TRUE(session.hasUnsavedChanges());
+    push("/x", 1);
+    session.undo();
+    EXPECT_TRUE(session.hasUnsavedChanges());
+    ASSERT_TRUE(save()) << warning;
+    EXPECT_FALSE(session.hasUnsavedChanges());
+    EXPECT_NE(disk.files()["/p/localization/de.json"].find("Hallo"), std::string::npos);
+}
+
+TEST_F(EditorSessionTest, AProjectThatVanishesIsToldOfOnceAndUnsavedUntilItIsBack) {
+    ASSERT_TRUE(open());
+    const std::string project = disk.files()["/p/project.json"];
+    const auto look = [&] {
+        DiskState state{};
+        warned([&] {
+            state = session.lookAtDisk();
+            return true;
+        });
+        return state;
+    };
+    disk.removeFile("/p/project.json");
+    EXPECT_EQ(look(), DiskState::Gone);
+    EXPECT_EQ(warning,
+        "EditorSession::lookAtDisk(): /p has no project.json any more; what is open here stays, and is saved anew\n");
+    EXPECT_TRUE(session.hasUnsavedChanges());
+    EXPECT_EQ(look(), DiskState::Gone);
+    EXPECT_EQ(warning, "");
+    disk.put("/p/project.json", project);
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_FALSE(session.hasUnsavedChanges());
+    disk.removeFile("/p/project.json");
+    EXPECT_EQ(look(), DiskState::Gone);
+    EXPECT_NE(warning, "");
+    ASSERT_TRUE(save()) << warning;
+    EXPECT_FALSE(session.hasUnsavedChanges());
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_TRUE(disk.exists("/p/project.json"));
 }
 
 /** Sets and creations in containers that are never empty: what undo restores to the byte. */

@@ -16,7 +16,8 @@ Containers::String string(const std::string& text) { return {text.data(), text.s
 
 void MemoryFileSystem::put(const std::string& path, const std::string& bytes) {
     putFolder(parentOf(path));
-    _names[path] = _syncedNames[path] = std::make_shared<Node>(Node{false, bytes, bytes});
+    _names[path] = _syncedNames[path] = std::make_shared<Node>(Node{false, bytes, bytes, ++_time});
+    touchParent(path);
 }
 
 void MemoryFileSystem::putFolder(const std::string& path) {
@@ -84,7 +85,13 @@ int MemoryFileSystem::begin() {
 void MemoryFileSystem::change(const Step& step) {
     ++changes;
     apply(step, _names);
+    touchParent(step.from);
+    touchParent(step.to);
     _unsynced.push_back(step);
+}
+
+void MemoryFileSystem::touchParent(const std::string& path) {
+    if(Node* const folder = path.empty() ? nullptr : find(parentOf(path))) folder->changed = ++_time;
 }
 
 MemoryFileSystem::Node* MemoryFileSystem::find(const std::string& path) const {
@@ -121,7 +128,8 @@ int MemoryFileSystem::writeFile(Containers::StringView path, Containers::StringV
     if(const int parent = parentError(name)) return parent;
     if(find(name) && find(name)->isFolder) return EISDIR;
     if(!find(name)) change({{}, name, std::make_shared<Node>(Node{false, {}, {}}), false});
-    find(name)->changed = ++changes;
+    ++changes;
+    find(name)->changed = ++_time;
     find(name)->bytes = text(bytes).substr(0, isLoss || error ? bytes.size() / 2 : bytes.size());
     if(isLoss) throw PowerLoss{};
     return error;

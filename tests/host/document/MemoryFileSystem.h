@@ -75,7 +75,7 @@ private:
     struct Node {
         bool isFolder;
         std::string bytes, syncedBytes;
-        std::size_t changed = 0;
+        std::uint64_t changed = 0;
     };
     using Names = std::map<std::string, std::shared_ptr<Node>>;
 
@@ -91,10 +91,15 @@ private:
     int begin();
     void change(const Step& step);
     Node* find(const std::string& path) const;
+
+    /** Another name is in the folder of a path, or one less. */
+    void touchParent(const std::string& path);
+
     int parentError(const std::string& path) const;
 
     Names _names, _syncedNames;
     std::vector<Step> _unsynced;
+    std::uint64_t _time = 0;
     std::size_t _steps = 0;
     std::size_t _lossAfter = ~std::size_t{};
     std::size_t _failAt = ~std::size_t{};

@@ -200,5 +200,85 @@ TEST(ProjectStorage, LanguageCodesAreBuiltLikeBcp47) {
         EXPECT_EQ(ProjectStorage::isLanguageCode(text), isCode) << text;
 }
 
+TEST_F(ProjectStorageTest, WhatSomebodyElseHasWrittenIsNotWrittenOver) {
+    ASSERT_TRUE(open());
+    translations()["de"]["a"]["text"].SetString("Guten Tag");
+    document["objects"]["o"]["text"].SetString("Hi");
+    disk.put("/p/localization/de.json", "{}");
+    EXPECT_FALSE(save());
+    const std::string reason = " was changed by another program since it was read, and is not written over\n";
+    EXPECT_EQ(warning, "ProjectStorage::save(): /p/localization/de.json:" + reason);
+    EXPECT_EQ(disk.files()["/p/project.json"], Project);
+    EXPECT_EQ(disk.files()["/p/localization/de.json"], "{}");
+    EXPECT_FALSE(storage.isSaved(document));
+
+    // Neither is a file that another program has made, nor one to be removed.
+    ASSERT_TRUE(open());
+    disk.put("/p/localization/es.json", "{}");
+    translations().AddMember("es", rapidjson::Value{rapidjson::kObjectType}, document.GetAllocator());
+    EXPECT_FALSE(save());
+    EXPECT_EQ(warning, "ProjectStorage::save(): /p/localization/es.json:" + reason);
+    translations().RemoveMember("es");
+    translations().RemoveMember("fr");
+    disk.put("/p/localization/fr.json", "{}");
+    EXPECT_FALSE(save());
+    EXPECT_EQ(warning, "ProjectStorage::save(): /p/localization/fr.json:" + reason);
+}
+
+TEST_F(ProjectStorageTest, TheDocumentCanBeKeptOverWhatSomebodyElseHasWritten) {
+    ASSERT_TRUE(open());
+    disk.put("/p/project.json", "{}");
+    disk.put("/p/localization/es.json", "{}");
+    disk.removeFile("/p/localization/de.json");
+    Containers::String changed;
+    EXPECT_EQ(storage.look(&changed), DiskState::Changed);
+    EXPECT_EQ(text(changed), "/p/project.json");
+    storage.keepDocument();
+    EXPECT_EQ(storage.look(), DiskState::Same);
+    EXPECT_FALSE(storage.isSaved(document));
+    ASSERT_TRUE(save()) << warning;
+    EXPECT_EQ(disk.files(),
+        (std::map<std::string, std::string>{
+            {"/p/localization/de.json", German}, {"/p/localization/fr.json", French}, {"/p/project.json", written()}}));
+    EXPECT_TRUE(storage.isSaved(document));
+    EXPECT_EQ(storage.look(), DiskState::Same);
+}
+
+TEST_F(ProjectStorageTest, AProjectThatIsGoneIsWrittenAnew) {
+    for(const bool isFolderGone: {false, true}) {
+        disk.put("/p/localization/de.json", German);
+        disk.put("/p/localization/fr.json", French);
+        ASSERT_TRUE(open()) << warning;
+        translations().RemoveMember("fr");
+        for(const char* const file: {"/p/project.json", "/p/localization/de.json", "/p/localization/fr.json"})
+            disk.removeFile(file);
+        if(isFolderGone)
+            for(const char* const file: {"/p/.editor/.gitignore", "/p/localization"}) disk.removeFile(file);
+        if(isFolderGone)
+            for(const char* const folder: {"/p/.editor", "/p/localization", "/p"}) disk.removeFolder(folder);
+        EXPECT_EQ(disk.exists("/p"), !isFolderGone);
+        EXPECT_EQ(storage.look(), DiskState::Gone);
+        ASSERT_TRUE(save()) << warning;
+        EXPECT_EQ(disk.files(),
+            (std::map<std::string, std::string>{{"/p/localization/de.json", German}, {"/p/project.json", written()}}));
+        EXPECT_EQ(storage.look(), DiskState::Same);
+    }
+}
+
+TEST_F(ProjectStorageTest, AProjectThatIsGoneWithAllAroundItFailsWithASentence) {
+    disk.put("/deep/p/project.json", Project);
+    ASSERT_TRUE(open("/deep/p")) << warning;
+    disk.removeFile("/deep/p/project.json");
+    disk.removeFolder("/deep/p");
+    disk.removeFolder("/deep");
+    EXPECT_FALSE(save());
+    EXPECT_EQ(warning, "ProjectStorage::save(): /deep/p/.editor: cannot be made: No such file or directory\n");
+    EXPECT_EQ(storage.look(), DiskState::Gone);
+    EXPECT_FALSE(storage.isSaved(document));
+    disk.putFolder("/deep");
+    EXPECT_TRUE(save()) << warning;
+    EXPECT_EQ(disk.files()["/deep/p/project.json"], written());
+}
+
 }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
@@ -49,6 +50,15 @@ protected:
     rapidjson::Value& translations() { return document["localization"]["translations"]; }
 
     rapidjson::Value copy(const rapidjson::Value& value) { return rapidjson::Value{value, document.GetAllocator()}; }
+
+    /** @ref Project as it is written. */
+    static std::string written() {
+        std::string bytes = Project;
+        for(const auto& [from, to]: {std::pair{"{\"isDefault\": true}", "{\n      \"isDefault\": true\n    }"},
+                std::pair{"{\"text\": \"Hello\"}", "{\n      \"text\": \"Hello\"\n    }"}})
+            bytes.replace(bytes.find(from), std::string{from}.size(), to);
+        return bytes;
+    }
 
     MemoryFileSystem disk;
     ProjectStorage storage{disk};

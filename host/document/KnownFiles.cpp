@@ -1,0 +1,141 @@
+#include "KnownFiles.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <Corrade/Containers/Array.h>
+
+#include "ProjectStorage.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr std::string_view ProjectName{"project.json"};
+constexpr std::string_view TranslationsFolder{"localization/"};
+constexpr std::string_view Suffix{".json"};
+
+std::string_view view(const Containers::StringView text) { return {text.data(), text.size()}; }
+Containers::String string(const std::string_view text) { return {text.data(), text.size()}; }
+
+std::uint64_t hashOf(const Containers::StringView bytes) { return std::hash<std::string_view>{}(view(bytes)); }
+
+/** Whether a file in the folder of translations belongs to the project. */
+bool isOfTranslations(const std::string_view name) {
+    return name.ends_with(Suffix) &&
+        ProjectStorage::isLanguageCode(string(name.substr(0, name.size() - Suffix.size())));
+}
+
+}
+
+KnownFiles::KnownFiles(FileSystem& files, const Containers::StringView folder)
+    : _files{&files}, _folder{folder}, _translations{placeOf("localization")} {}
+
+Containers::String KnownFiles::placeOf(const Containers::StringView path) const {
+    return string(std::string{view(_folder)}.append("/").append(view(path)));
+}
+
+FileStamp KnownFiles::stampOf(const Containers::StringView path) const {
+    FileStamp stamp;
+    _files->stampOf(placeOf(path), stamp);
+    return stamp;
+}
+
+void KnownFiles::set(const Containers::StringView path, const FileStamp& stamp, const Containers::StringView bytes) {
+    noteRemoved(path);
+    _known.push_back({Containers::String{path}, placeOf(path), stamp, bytes.size(), hashOf(bytes)});
+}
+
+void KnownFiles::noteRead(
+    const Containers::StringView path, const FileStamp& stamp, const Containers::StringView bytes) {
+    set(path, stamp, bytes);
+}
+
+void KnownFiles::noteWritten(const Containers::StringView path, const Containers::StringView bytes) {
+    set(path, stampOf(path), bytes);
+}
+
+void KnownFiles::noteRemoved(const Containers::StringView path) {
+    std::erase_if(_known, [path](const File& file) { return file.path == path; });
+}
+
+KnownFiles::Look KnownFiles::look(File& file) const {
+    FileStamp stamp;
+    const int error = _files->stampOf(file.place, stamp);
+    if(error == ENOSYS || (!error && stamp == file.stamp)) return Look::Same;
+    if(error) return Look::Missing;
+    Containers::String bytes;
+    if(_files->readFile(file.place, bytes) || bytes.size() != file.size || hashOf(bytes) != file.hash)
+        return Look::Changed;
+    file.stamp = stamp;
+    return Look::Same;
+}
+
+std::vector<Containers::String> KnownFiles::added() {
+    FileStamp stamp;
+    std::vector<Containers::String> paths;
+    if(_files->stampOf(_translations, stamp) || stamp == _translationsStamp) return paths;
+    Containers::Array<Containers::String> names;
+    if(_files->listFolder(_translations, names)) return paths;
+    for(const Containers::String& name: names) {
+        if(!isOfTranslations(view(name))) continue;
+        const Containers::String path = string(std::string{TranslationsFolder}.append(view(name)));
+        const auto isSame = [&path](const File& file) { return file.path == path; };
+        if(std::none_of(_known.begin(), _known.end(), isSame)) paths.push_back(path);
+    }
+    if(paths.empty()) _translationsStamp = stamp;
+    return paths;
+}
+
+DiskState KnownFiles::look(Containers::String* const changed) {
+    const Containers::String* first = nullptr;
+    const Containers::String* missing = nullptr;
+    bool isGone = false;
+    for(File& file: _known) {
+        const Look found = look(file);
+        if(found == Look::Changed && !first) first = &file.place;
+        if(found != Look::Missing) continue;
+        if(view(file.path) == ProjectName) isGone = true;
+        else if(!missing) missing = &file.place;
+    }
+    std::vector<Containers::String> more;
+    if(!first && !isGone) first = missing;
+    if(!first) {
+        more = added();
+        if(more.empty()) return isGone ? DiskState::Gone : DiskState::Same;
+        more[0] = placeOf(more[0]);
+        first = &more[0];
+    }
+    if(changed) *changed = *first;
+    return DiskState::Changed;
+}
+
+bool KnownFiles::isForeign(const Containers::StringView path) {
+    for(File& file: _known)
+        if(file.path == path) return look(file) == Look::Changed;
+    FileStamp stamp;
+    return _files->stampOf(placeOf(path), stamp) == 0;
+}
+
+std::vector<KnownFiles::Difference> KnownFiles::learn() {
+    std::vector<Difference> differences;
+    for(File& file: _known) {
+        const Look found = look(file);
+        if(found != Look::Same) differences.push_back({file.path, found == Look::Changed});
+    }
+    for(Containers::String& path: added()) differences.push_back({std::move(path), true});
+    for(const Difference& difference: differences) {
+        const FileStamp stamp = stampOf(difference.path);
+        Containers::String bytes;
+        if(difference.isThere && _files->readFile(placeOf(difference.path), bytes) == 0)
+            set(difference.path, stamp, bytes);
+        else noteRemoved(difference.path);
+    }
+    return differences;
+}
+
+}

@@ -1,0 +1,171 @@
+#include "KnownFiles.h"
+
+#include <string>
+
+#include <Corrade/Containers/StringStl.h>
+#include <gtest/gtest.h>
+
+#include "AllocationCounter.h"
+#include "MemoryFileSystem.h"
+#include "host/localization/TestFolder.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+class KnownFilesTest: public testing::Test {
+protected:
+    KnownFilesTest() {
+        for(const char* const path: {"project.json", "localization/de.json"}) {
+            const std::string bytes = std::string{"{\""} + path + "\": 1}";
+            disk.put("/p/" + std::string{path}, bytes);
+            known.noteRead(path, known.stampOf(path), bytes.c_str());
+        }
+    }
+
+    DiskState look() {
+        changed = {};
+        return known.look(&changed);
+    }
+
+    MemoryFileSystem disk;
+    KnownFiles known{disk, "/p"};
+    Containers::String changed;
+};
+
+TEST_F(KnownFilesTest, WhatNobodyTouchedIsTheSameAndNothingIsRead) {
+    const std::size_t steps = disk.steps();
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_EQ(look(), DiskState::Same);
+    // To see which files there are the folder is listed once.
+    EXPECT_EQ(disk.steps(), steps + 1);
+    EXPECT_EQ(changed, "");
+}
+
+TEST_F(KnownFilesTest, AFileWithOtherBytesIsChanged) {
+    disk.put("/p/localization/de.json", "{}");
+    EXPECT_EQ(look(), DiskState::Changed);
+    EXPECT_EQ(changed, "/p/localization/de.json");
+    EXPECT_TRUE(known.isForeign("localization/de.json"));
+    EXPECT_FALSE(known.isForeign("project.json"));
+    // As long as nobody says that this is known.
+    EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST_F(KnownFilesTest, OtherBytesInAsManyAreSeen) {
+    disk.put("/p/localization/de.json", "{\"localization/de.json\": 2}");
+    EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST_F(KnownFilesTest, AFileThatWasWrittenAsItWasIsReadOnceAndTheSame) {
+    disk.put("/p/project.json", "{\"project.json\": 1}");
+    EXPECT_EQ(look(), DiskState::Same);
+    const std::size_t steps = disk.steps();
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_EQ(disk.steps(), steps);
+}
+
+TEST_F(KnownFilesTest, AFileOfTranslationsThatAppearsOrVanishesIsAChange) {
+    EXPECT_EQ(look(), DiskState::Same);
+    disk.makeFolder("/p/localization/other");
+    disk.put("/p/localization/notes.txt", "");
+    disk.put("/p/localization/no code.json", "");
+    EXPECT_EQ(look(), DiskState::Same);
+    disk.put("/p/localization/fr.json", "{}");
+    EXPECT_EQ(look(), DiskState::Changed);
+    EXPECT_EQ(changed, "/p/localization/fr.json");
+    EXPECT_TRUE(known.isForeign("localization/fr.json"));
+    disk.removeFile("/p/localization/fr.json");
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_FALSE(known.isForeign("localization/fr.json"));
+    disk.removeFile("/p/localization/de.json");
+    EXPECT_EQ(look(), DiskState::Changed);
+    EXPECT_EQ(changed, "/p/localization/de.json");
+    EXPECT_FALSE(known.isForeign("localization/de.json")) << "there is nothing to write over";
+}
+
+TEST_F(KnownFilesTest, WithoutProjectFileTheProjectIsGone) {
+    disk.removeFile("/p/project.json");
+    EXPECT_EQ(look(), DiskState::Gone);
+    disk.removeFile("/p/localization/de.json");
+    EXPECT_EQ(look(), DiskState::Gone);
+    disk.removeFolder("/p/localization");
+    disk.removeFolder("/p");
+    EXPECT_EQ(look(), DiskState::Gone);
+    disk.put("/p/project.json", "{\"project.json\": 1}");
+    disk.put("/p/localization/de.json", "{\"localization/de.json\": 1}");
+    EXPECT_EQ(look(), DiskState::Same);
+    // What is left must not be written over.
+    disk.removeFile("/p/project.json");
+    disk.put("/p/localization/de.json", "{}");
+    EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST_F(KnownFilesTest, WhatWasWrittenOrRemovedIsKnown) {
+    disk.put("/p/localization/de.json", "{}");
+    known.noteWritten("localization/de.json", "{}");
+    disk.put("/p/localization/fr.json", "[]");
+    known.noteWritten("localization/fr.json", "[]");
+    EXPECT_EQ(look(), DiskState::Same);
+    disk.removeFile("/p/localization/fr.json");
+    known.noteRemoved("localization/fr.json");
+    EXPECT_EQ(look(), DiskState::Same);
+}
+
+TEST_F(KnownFilesTest, LearningTellsWhatWasChangedAndKnowsItFromNowOn) {
+    EXPECT_TRUE(known.learn().empty());
+    disk.put("/p/project.json", "[]");
+    disk.put("/p/localization/fr.json", "{}");
+    disk.removeFile("/p/localization/de.json");
+    std::string told;
+    for(const KnownFiles::Difference& difference: known.learn())
+        told += std::string{difference.path} + (difference.isThere ? " " : " gone ");
+    EXPECT_EQ(told, "project.json localization/de.json gone localization/fr.json ");
+    EXPECT_EQ(look(), DiskState::Same);
+    EXPECT_TRUE(known.learn().empty());
+    disk.put("/p/localization/fr.json", "[]");
+    EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST_F(KnownFilesTest, AFileThatWasChangedBetweenItsStampAndItsReadingIsSeen) {
+    const FileStamp before = known.stampOf("project.json");
+    known.noteRead("project.json", before, "[]");
+    disk.put("/p/project.json", "[1]");
+    EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST(KnownFilesDisk, LookingAllocatesNothing) {
+    const TestFolder folder;
+    KnownFiles known{FileSystem::disk(), folder.path.c_str()};
+    for(const char* const path: {"project.json", "localization/de.json", "localization/fr.json"}) {
+        folder.write(path, "{}");
+        known.noteRead(path, known.stampOf(path), "{}");
+    }
+    ASSERT_EQ(known.look(), DiskState::Same);
+    const std::size_t allocations = allocationCount();
+    EXPECT_EQ(known.look(), DiskState::Same);
+    EXPECT_EQ(allocationCount(), allocations);
+    folder.write("localization/fr.json", "[]");
+    EXPECT_EQ(known.look(), DiskState::Changed);
+}
+
+/** One that cannot tell. */
+class BlindFileSystem: public MemoryFileSystem {
+public:
+    int stampOf(Containers::StringView path, FileStamp& stamp) override { return FileSystem::stampOf(path, stamp); }
+};
+
+TEST(KnownFilesBlind, WhereTheFileSystemCannotTellNothingIsNoticed) {
+    BlindFileSystem disk;
+    KnownFiles known{disk, "/p"};
+    disk.put("/p/project.json", "{}");
+    known.noteRead("project.json", known.stampOf("project.json"), "{}");
+    disk.put("/p/project.json", "[]");
+    EXPECT_EQ(known.look(), DiskState::Same);
+    EXPECT_FALSE(known.isForeign("project.json"));
+    EXPECT_FALSE(known.isForeign("localization/fr.json"));
+    disk.removeFile("/p/project.json");
+    EXPECT_EQ(known.look(), DiskState::Same);
+}
+
+}
+}
