@@ -5,6 +5,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "app/UserFile.h"
 
 namespace QuorvaneEngine {
 
@@ -28,10 +29,9 @@ public:
 
 private:
     void read();
-    bool write() const;
+    void write() const;
 
-    Containers::String _folder;
-    Containers::String _file;
+    UserFile _file;
     std::vector<Containers::String> _projects;
 };
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+struct JsonError;
+
+/** A small JSON file in a folder for the program's own settings. */
+class QUORVANE_API UserFile {
+public:
+    /** @param folder   made by the first @ref write() ; empty where nothing is kept
+        @param name     in the folder */
+    explicit UserFile(Containers::StringView folder, Containers::StringView name);
+
+    enum class Found : std::uint8_t { Nothing, Document, Error };
+
+    /** @param document     left as it is unless one is found
+        @param error        set where there is a file that cannot be read */
+    Found read(rapidjson::Document& document, JsonError& error) const;
+
+    /** Prints a warning that names the file and the place in it.
+        @param function     whose warning it is */
+    void warn(const char* function, const JsonError& error) const;
+
+    /** Replaces the file, so that nobody ever finds half of it. Its rights stay, but who writes it may read it from then on. On failure
+        prints a warning.
+        @param function     whose warning it is */
+    void write(const char* function, const rapidjson::Value& value) const;
+
+    bool isKept() const { return !_path.isEmpty(); }
+
+private:
+    bool replace(const rapidjson::Value& value) const;
+
+    Containers::String _folder;
+    Containers::String _path;
+};
+
+}
