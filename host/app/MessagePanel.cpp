@@ -6,6 +6,7 @@
 
 #include "ImGuiGuards.h"
 #include "app/DockLayout.h"
+#include "app/Theme.h"
 #include "app/Widgets.h"
 
 namespace QuorvaneEngine::MessagePanel {
@@ -14,15 +15,15 @@ namespace {
 
 struct Look {
     const char* icon;
-    ImVec4 color;
+    Theme::Color color;
 };
 
 /* By severity */
 constexpr Look Looks[]{
-    {ICON_FA_ANGLE_RIGHT, {0.45f, 0.48f, 0.52f, 1.0f}},
-    {ICON_FA_CIRCLE_CHECK, {0.45f, 0.72f, 0.52f, 1.0f}},
-    {ICON_FA_TRIANGLE_EXCLAMATION, {0.95f, 0.76f, 0.36f, 1.0f}},
-    {ICON_FA_CIRCLE_XMARK, {0.93f, 0.45f, 0.42f, 1.0f}},
+    {ICON_FA_ANGLE_RIGHT, Theme::Color::PaleLetters},
+    {ICON_FA_CIRCLE_CHECK, Theme::Color::Good},
+    {ICON_FA_TRIANGLE_EXCLAMATION, Theme::Color::Caution},
+    {ICON_FA_CIRCLE_XMARK, Theme::Color::Bad},
 };
 
 const Look& look(MessageLog::Severity severity) { return Looks[std::size_t(severity)]; }
@@ -31,7 +32,7 @@ const Look& look(MessageLog::Severity severity) { return Looks[std::size_t(sever
 
 const char* icon(MessageLog::Severity severity) { return look(severity).icon; }
 
-ImVec4 color(MessageLog::Severity severity) { return look(severity).color; }
+ImVec4 color(MessageLog::Severity severity) { return Theme::color(look(severity).color); }
 
 void draw(const MessageLog& log, bool* open) {
     const WindowGuard window{ImGui::Begin(DockLayout::Messages, open, ImGuiWindowFlags_HorizontalScrollbar)};
@@ -43,7 +44,7 @@ void draw(const MessageLog& log, bool* open) {
             const MessageLog::Message& message = log.messages()[std::size_t(i)];
             {
                 StyleGuard style;
-                style.color(ImGuiCol_Text, look(message.severity).color);
+                style.color(ImGuiCol_Text, color(message.severity));
                 ImGui::TextUnformatted(look(message.severity).icon);
             }
             ImGui::SameLine(Widgets::scaled(40.0f));

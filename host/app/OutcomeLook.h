@@ -1,8 +1,7 @@
 #pragma once
 
-#include <imgui.h>
-
 #include "QuorvaneEditor/Host.h"
+#include "app/Theme.h"
 #include "localization/LocalizationReport.h"
 
 namespace QuorvaneEngine {
@@ -14,12 +13,15 @@ struct OutcomeLook {
     /** As the icon font's text. */
     const char* icon;
 
-    ImVec4 color;
+    Theme::Color tone;
 
     /** What heads its numbers. */
     const char* heading;
 
     UnsignedInt LocalizationReport::Counts::*count;
+
+    /** Of the present theme. */
+    const ImVec4& color() const { return Theme::color(tone); }
 };
 
 /** All outcomes, in the order of the enumeration. */

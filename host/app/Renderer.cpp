@@ -20,6 +20,7 @@
 
 #include "app/DesktopWindow.h"
 #include "app/PngFile.h"
+#include "app/ViewLetters.h"
 
 namespace QuorvaneEngine {
 
@@ -87,6 +88,7 @@ void Renderer::render() {
     GL::Renderer::setClearColor(Magnum::Color4{0.0f, 0.0f, 0.0f, 1.0f});
     GL::defaultFramebuffer.clear(GL::FramebufferClear::Color);
     ImDrawData& drawData = *ImGui::GetDrawData();
+    fitViewLetters(drawData);
     resolveTextures(drawData);
     const ForeignCalls foreign;
     ImGui_ImplOpenGL3_RenderDrawData(&drawData);

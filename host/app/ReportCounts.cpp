@@ -24,7 +24,7 @@ constexpr float NameWidth = 140.0f;
 /** Counted beside the outcomes. */
 const OutcomeLook& staleLook() {
     static const OutcomeLook look{
-        TermOutcome::Unchanged, "", outcomeLook(TermOutcome::Skipped).color, "Stale", &Counts::stale};
+        TermOutcome::Unchanged, "", outcomeLook(TermOutcome::Skipped).tone, "Stale", &Counts::stale};
     return look;
 }
 
@@ -106,7 +106,7 @@ void ReportCounts::draw(const ImVec2& size) const {
             Widgets::text(row.name);
             for(const OutcomeLook* const look: _columns) {
                 ImGui::TableNextColumn();
-                drawNumber(row.counts.*look->count, look->color);
+                drawNumber(row.counts.*look->count, look->color());
             }
         }
 }

@@ -167,7 +167,7 @@ ReportPanel::Action ReportPanel::drawHeadline() const {
     const OutcomeLook& look = outcomeLook(isOutdated ? TermOutcome::Skipped : TermOutcome::Changed);
     ImGui::AlignTextToFramePadding();
     if(isRefused) drawErrorIcon();
-    else drawIcon(KindIcons[std::size_t(_run->kind)], look.color);
+    else drawIcon(KindIcons[std::size_t(_run->kind)], look.color());
 
     const float spacing = ImGui::GetStyle().ItemSpacing.x;
     const float buttons = isPreview ? buttonWidth(ApplyLabel) + spacing + buttonWidth(DiscardLabel) + spacing
@@ -192,7 +192,7 @@ ReportPanel::Action ReportPanel::drawHeadline() const {
     }
     if(isOutdated) {
         StyleGuard style;
-        style.color(ImGuiCol_Text, look.color);
+        style.color(ImGuiCol_Text, look.color());
         const TextWrapGuard wrap{0.0f};
         Widgets::text("The project has changed since the preview that was to be applied. "
                       "This is what \"Apply\" does now."_s);
@@ -246,7 +246,7 @@ ReportPanel::Action ReportPanel::drawTools() {
     bool isChanged = false;
     for(const Filter& filter: _filters) {
         const ReportRows::Outcomes bit = ReportRows::bit(filter.outcome);
-        if(drawSwitch(filter.label, outcomeLook(filter.outcome).color, _outcomes & bit)) {
+        if(drawSwitch(filter.label, outcomeLook(filter.outcome).color(), _outcomes & bit)) {
             _outcomes ^= bit;
             isChanged = true;
         }

@@ -111,7 +111,7 @@ void ReportTable::drawRow(const std::size_t row) {
     const OutcomeLook& look = outcomeLook(line.outcome);
     {
         StyleGuard style;
-        style.color(ImGuiCol_Text, look.color);
+        style.color(ImGuiCol_Text, look.color());
         ImGui::TextUnformatted(look.icon);
     }
     ImGui::SameLine(Widgets::scaled(24.0f));

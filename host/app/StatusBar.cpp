@@ -10,13 +10,12 @@
 #include "ImGuiGuards.h"
 #include "app/MessageLog.h"
 #include "app/MessagePanel.h"
+#include "app/Theme.h"
 #include "app/Widgets.h"
 
 namespace QuorvaneEngine::StatusBar {
 
 namespace {
-
-constexpr ImVec4 UnsavedColor{0.95f, 0.76f, 0.36f, 1.0f};
 
 void drawProject(Containers::StringView folder, bool unsaved) {
     Widgets::paleText(ICON_FA_FOLDER);
@@ -29,7 +28,7 @@ void drawProject(Containers::StringView folder, bool unsaved) {
     ImGui::SameLine(0.0f, Widgets::scaled(16.0f));
     if(unsaved) {
         StyleGuard style;
-        style.color(ImGuiCol_Text, UnsavedColor);
+        style.color(ImGuiCol_Text, Theme::color(Theme::Color::Caution));
         ImGui::TextUnformatted(ICON_FA_CIRCLE_DOT "  Unsaved changes");
     } else Widgets::paleText(ICON_FA_CHECK "  Saved");
 }

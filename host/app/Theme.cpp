@@ -1,97 +1,132 @@
 #include "app/Theme.h"
 
-#include <imgui.h>
+#include <iterator>
 
 namespace QuorvaneEngine::Theme {
 
 namespace {
 
-/* One blue for everything that is chosen or under the mouse, the one of the check boxes; greys with a trace of it for the rest. */
-constexpr ImVec4 Deep{0.125f, 0.23f, 0.35f, 1.0f};
-constexpr ImVec4 Middle{0.18f, 0.33f, 0.50f, 1.0f};
-constexpr ImVec4 Pressed{0.22f, 0.40f, 0.61f, 1.0f};
-constexpr ImVec4 Bright{0.25f, 0.46f, 0.70f, 1.0f};
-constexpr ImVec4 Light{0.42f, 0.66f, 0.92f, 1.0f};
+struct Row {
+    Color color;
+    /** By scheme. */
+    ImVec4 values[2];
+};
 
-constexpr ImVec4 Ground{0.075f, 0.082f, 0.094f, 1.0f};
-constexpr ImVec4 Surface{0.105f, 0.115f, 0.131f, 1.0f};
-constexpr ImVec4 Raised{0.140f, 0.153f, 0.174f, 1.0f};
-constexpr ImVec4 Field{0.165f, 0.180f, 0.205f, 1.0f};
-constexpr ImVec4 FieldHovered{0.205f, 0.228f, 0.262f, 1.0f};
-constexpr ImVec4 Line{0.205f, 0.224f, 0.252f, 1.0f};
-constexpr ImVec4 StrongLine{0.280f, 0.305f, 0.340f, 1.0f};
-constexpr ImVec4 Letters{0.890f, 0.902f, 0.918f, 1.0f};
-constexpr ImVec4 PaleLetters{0.545f, 0.572f, 0.612f, 1.0f};
-constexpr ImVec4 None{0.0f, 0.0f, 0.0f, 0.0f};
+/* Greys with a trace of the blue of the check boxes. */
+constexpr Row Colors[]{
+    {Color::Ground, {{0.075f, 0.082f, 0.094f, 1.0f}, {0.835f, 0.850f, 0.872f, 1.0f}}},
+    {Color::Surface, {{0.105f, 0.115f, 0.131f, 1.0f}, {0.966f, 0.971f, 0.978f, 1.0f}}},
+    {Color::Raised, {{0.140f, 0.153f, 0.174f, 1.0f}, {0.922f, 0.931f, 0.944f, 1.0f}}},
+    {Color::Field, {{0.165f, 0.180f, 0.205f, 1.0f}, {0.880f, 0.893f, 0.912f, 1.0f}}},
+    {Color::FieldHovered, {{0.205f, 0.228f, 0.262f, 1.0f}, {0.842f, 0.862f, 0.890f, 1.0f}}},
+    {Color::Button, {{0.195f, 0.216f, 0.248f, 1.0f}, {0.848f, 0.865f, 0.890f, 1.0f}}},
+    {Color::Line, {{0.205f, 0.224f, 0.252f, 1.0f}, {0.800f, 0.815f, 0.838f, 1.0f}}},
+    {Color::StrongLine, {{0.280f, 0.305f, 0.340f, 1.0f}, {0.690f, 0.710f, 0.740f, 1.0f}}},
 
-struct Entry {
+    {Color::Chosen, {{0.125f, 0.230f, 0.350f, 1.0f}, {0.770f, 0.855f, 0.945f, 1.0f}}},
+    {Color::Hovered, {{0.180f, 0.330f, 0.500f, 1.0f}, {0.700f, 0.812f, 0.930f, 1.0f}}},
+    {Color::Pressed, {{0.220f, 0.400f, 0.610f, 1.0f}, {0.620f, 0.756f, 0.905f, 1.0f}}},
+    {Color::Mark, {{0.250f, 0.460f, 0.700f, 1.0f}, {0.250f, 0.460f, 0.700f, 1.0f}}},
+
+    {Color::Letters, {{0.890f, 0.902f, 0.918f, 1.0f}, {0.105f, 0.122f, 0.150f, 1.0f}}},
+    {Color::PaleLetters, {{0.590f, 0.617f, 0.657f, 1.0f}, {0.345f, 0.368f, 0.405f, 1.0f}}},
+    {Color::Link, {{0.420f, 0.660f, 0.920f, 1.0f}, {0.110f, 0.340f, 0.590f, 1.0f}}},
+    {Color::Good, {{0.450f, 0.720f, 0.520f, 1.0f}, {0.080f, 0.390f, 0.190f, 1.0f}}},
+    {Color::Caution, {{0.950f, 0.760f, 0.360f, 1.0f}, {0.490f, 0.310f, 0.000f, 1.0f}}},
+    {Color::Bad, {{0.950f, 0.480f, 0.450f, 1.0f}, {0.680f, 0.110f, 0.100f, 1.0f}}},
+
+    {Color::Primary, {{0.180f, 0.330f, 0.500f, 1.0f}, {0.235f, 0.440f, 0.675f, 1.0f}}},
+    {Color::PrimaryHovered, {{0.220f, 0.400f, 0.610f, 1.0f}, {0.195f, 0.385f, 0.605f, 1.0f}}},
+    {Color::PrimaryPressed, {{0.180f, 0.330f, 0.500f, 1.0f}, {0.160f, 0.330f, 0.530f, 1.0f}}},
+    {Color::PrimaryLetters, {{0.890f, 0.902f, 0.918f, 1.0f}, {0.985f, 0.990f, 0.995f, 1.0f}}},
+
+    {Color::ViewWhite, {{1.000f, 1.000f, 1.000f, 1.0f}, {0.105f, 0.122f, 0.150f, 1.0f}}},
+    {Color::ViewYellow, {{1.000f, 0.800f, 0.000f, 1.0f}, {0.490f, 0.310f, 0.000f, 1.0f}}},
+    {Color::ViewRed, {{1.000f, 0.000f, 0.000f, 1.0f}, {0.680f, 0.110f, 0.100f, 1.0f}}},
+
+    {Color::Check, {{1.000f, 1.000f, 1.000f, 1.0f}, {0.125f, 0.230f, 0.350f, 1.0f}}},
+    {Color::OddRow, {{1.000f, 1.000f, 1.000f, 0.018f}, {0.000f, 0.000f, 0.000f, 0.018f}}},
+    {Color::Selection, {{0.250f, 0.460f, 0.700f, 0.55f}, {0.250f, 0.460f, 0.700f, 0.35f}}},
+    {Color::Shade, {{0.020f, 0.025f, 0.030f, 0.60f}, {0.200f, 0.230f, 0.270f, 0.45f}}},
+    {Color::None, {{}, {}}},
+};
+
+static_assert(std::size(Colors) == ColorCount);
+
+struct Slot {
     ImGuiCol slot;
-    ImVec4 color;
+    Color color;
 };
 
-constexpr Entry Colors[]{
-    {ImGuiCol_Text, Letters},
-    {ImGuiCol_TextDisabled, PaleLetters},
-    {ImGuiCol_TextLink, Light},
-    {ImGuiCol_TextSelectedBg, {0.25f, 0.46f, 0.70f, 0.55f}},
-    {ImGuiCol_InputTextCursor, Letters},
-    {ImGuiCol_WindowBg, Surface},
-    {ImGuiCol_ChildBg, None},
-    {ImGuiCol_PopupBg, Raised},
-    {ImGuiCol_Border, Line},
-    {ImGuiCol_BorderShadow, None},
-    {ImGuiCol_FrameBg, Field},
-    {ImGuiCol_FrameBgHovered, FieldHovered},
-    {ImGuiCol_FrameBgActive, FieldHovered},
-    {ImGuiCol_TitleBg, Ground},
-    {ImGuiCol_TitleBgActive, Ground},
-    {ImGuiCol_TitleBgCollapsed, Ground},
-    {ImGuiCol_MenuBarBg, Raised},
-    {ImGuiCol_ScrollbarBg, None},
-    {ImGuiCol_ScrollbarGrab, StrongLine},
-    {ImGuiCol_ScrollbarGrabHovered, Middle},
-    {ImGuiCol_ScrollbarGrabActive, Bright},
-    {ImGuiCol_CheckMark, {1.0f, 1.0f, 1.0f, 1.0f}},
-    {ImGuiCol_SliderGrab, Bright},
-    {ImGuiCol_SliderGrabActive, Light},
-    {ImGuiCol_Button, {0.195f, 0.216f, 0.248f, 1.0f}},
-    {ImGuiCol_ButtonHovered, Middle},
-    {ImGuiCol_ButtonActive, Pressed},
-    {ImGuiCol_Header, Deep},
-    {ImGuiCol_HeaderHovered, Middle},
-    {ImGuiCol_HeaderActive, Pressed},
-    {ImGuiCol_Separator, Line},
-    {ImGuiCol_SeparatorHovered, Bright},
-    {ImGuiCol_SeparatorActive, Light},
-    {ImGuiCol_ResizeGrip, None},
-    {ImGuiCol_ResizeGripHovered, Middle},
-    {ImGuiCol_ResizeGripActive, Bright},
-    {ImGuiCol_Tab, None},
-    {ImGuiCol_TabHovered, Middle},
-    {ImGuiCol_TabSelected, Deep},
-    {ImGuiCol_TabSelectedOverline, Bright},
-    {ImGuiCol_TabDimmed, None},
-    {ImGuiCol_TabDimmedSelected, Raised},
-    {ImGuiCol_TabDimmedSelectedOverline, StrongLine},
-    {ImGuiCol_DockingPreview, {0.25f, 0.46f, 0.70f, 0.60f}},
-    {ImGuiCol_DockingEmptyBg, Ground},
-    {ImGuiCol_TableHeaderBg, Raised},
-    {ImGuiCol_TableBorderStrong, Line},
-    {ImGuiCol_TableBorderLight, Line},
-    {ImGuiCol_TableRowBg, None},
-    {ImGuiCol_TableRowBgAlt, {1.0f, 1.0f, 1.0f, 0.018f}},
-    {ImGuiCol_DragDropTarget, Light},
-    {ImGuiCol_NavCursor, Light},
-    {ImGuiCol_ModalWindowDimBg, {0.02f, 0.025f, 0.03f, 0.60f}},
+constexpr Slot Slots[]{
+    {ImGuiCol_Text, Color::Letters},
+    {ImGuiCol_TextDisabled, Color::PaleLetters},
+    {ImGuiCol_TextLink, Color::Link},
+    {ImGuiCol_TextSelectedBg, Color::Selection},
+    {ImGuiCol_InputTextCursor, Color::Letters},
+    {ImGuiCol_WindowBg, Color::Surface},
+    {ImGuiCol_ChildBg, Color::None},
+    {ImGuiCol_PopupBg, Color::Raised},
+    {ImGuiCol_Border, Color::Line},
+    {ImGuiCol_BorderShadow, Color::None},
+    {ImGuiCol_FrameBg, Color::Field},
+    {ImGuiCol_FrameBgHovered, Color::FieldHovered},
+    {ImGuiCol_FrameBgActive, Color::FieldHovered},
+    {ImGuiCol_TitleBg, Color::Ground},
+    {ImGuiCol_TitleBgActive, Color::Ground},
+    {ImGuiCol_TitleBgCollapsed, Color::Ground},
+    {ImGuiCol_MenuBarBg, Color::Raised},
+    {ImGuiCol_ScrollbarBg, Color::None},
+    {ImGuiCol_ScrollbarGrab, Color::StrongLine},
+    {ImGuiCol_ScrollbarGrabHovered, Color::Hovered},
+    {ImGuiCol_ScrollbarGrabActive, Color::Mark},
+    {ImGuiCol_CheckMark, Color::Check},
+    {ImGuiCol_CheckboxSelectedBg, Color::Chosen},
+    {ImGuiCol_SliderGrab, Color::Mark},
+    {ImGuiCol_SliderGrabActive, Color::Link},
+    {ImGuiCol_Button, Color::Button},
+    {ImGuiCol_ButtonHovered, Color::Hovered},
+    {ImGuiCol_ButtonActive, Color::Pressed},
+    {ImGuiCol_Header, Color::Chosen},
+    {ImGuiCol_HeaderHovered, Color::Hovered},
+    {ImGuiCol_HeaderActive, Color::Pressed},
+    {ImGuiCol_Separator, Color::Line},
+    {ImGuiCol_SeparatorHovered, Color::Mark},
+    {ImGuiCol_SeparatorActive, Color::Link},
+    {ImGuiCol_ResizeGrip, Color::None},
+    {ImGuiCol_ResizeGripHovered, Color::Hovered},
+    {ImGuiCol_ResizeGripActive, Color::Mark},
+    {ImGuiCol_Tab, Color::None},
+    {ImGuiCol_TabHovered, Color::Hovered},
+    {ImGuiCol_TabSelected, Color::Chosen},
+    {ImGuiCol_TabSelectedOverline, Color::Mark},
+    {ImGuiCol_TabDimmed, Color::None},
+    {ImGuiCol_TabDimmedSelected, Color::Raised},
+    {ImGuiCol_TabDimmedSelectedOverline, Color::StrongLine},
+    {ImGuiCol_DockingPreview, Color::Selection},
+    {ImGuiCol_DockingEmptyBg, Color::Ground},
+    {ImGuiCol_PlotLines, Color::Mark},
+    {ImGuiCol_PlotLinesHovered, Color::Link},
+    {ImGuiCol_PlotHistogram, Color::Mark},
+    {ImGuiCol_PlotHistogramHovered, Color::Link},
+    {ImGuiCol_TableHeaderBg, Color::Raised},
+    {ImGuiCol_TableBorderStrong, Color::Line},
+    {ImGuiCol_TableBorderLight, Color::Line},
+    {ImGuiCol_TableRowBg, Color::None},
+    {ImGuiCol_TableRowBgAlt, Color::OddRow},
+    {ImGuiCol_TreeLines, Color::StrongLine},
+    {ImGuiCol_DragDropTarget, Color::Link},
+    {ImGuiCol_DragDropTargetBg, Color::None},
+    {ImGuiCol_UnsavedMarker, Color::Letters},
+    {ImGuiCol_NavCursor, Color::Link},
+    {ImGuiCol_NavWindowingHighlight, Color::Link},
+    {ImGuiCol_NavWindowingDimBg, Color::Shade},
+    {ImGuiCol_ModalWindowDimBg, Color::Shade},
 };
 
-}
+static_assert(std::size(Slots) == ImGuiCol_COUNT);
 
-void apply(float scale) {
-    ImGuiStyle style;
-    ImGui::StyleColorsDark(&style);
-    for(const Entry& entry: Colors) style.Colors[entry.slot] = entry.color;
-
+void setSizes(ImGuiStyle& style) {
     style.WindowPadding = {10.0f, 10.0f};
     style.FramePadding = {9.0f, 5.0f};
     style.CellPadding = {8.0f, 4.0f};
@@ -120,10 +155,30 @@ void apply(float scale) {
 
     style.WindowTitleAlign = {0.5f, 0.5f};
     style.WindowMenuButtonPosition = ImGuiDir_None;
+}
 
+Scheme applied = Scheme::Dark;
+
+}
+
+const ImVec4& color(const Color color, const Scheme scheme) {
+    return Colors[std::size_t(color)].values[std::size_t(scheme)];
+}
+
+const ImVec4& color(const Color color) { return Theme::color(color, applied); }
+
+Scheme scheme() { return applied; }
+
+void apply(const float scale, const Scheme scheme) {
+    applied = scheme;
+    ImGuiStyle& present = ImGui::GetStyle();
+    ImGuiStyle style;
+    for(const Slot& slot: Slots) style.Colors[slot.slot] = color(slot.color);
+    setSizes(style);
     style.ScaleAllSizes(scale);
     style.FontScaleDpi = scale;
-    ImGui::GetStyle() = style;
+    style.FontSizeBase = present.FontSizeBase;
+    present = style;
 }
 
 }

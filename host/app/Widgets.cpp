@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ImGuiGuards.h"
+#include "app/Theme.h"
 
 namespace QuorvaneEngine::Widgets {
 
@@ -41,8 +42,10 @@ void centre(float width, float height) {
 
 bool primaryButton(const char* label) {
     StyleGuard style;
-    style.color(ImGuiCol_Button, ImVec4{0.18f, 0.33f, 0.50f, 1.0f})
-        .color(ImGuiCol_ButtonHovered, ImVec4{0.25f, 0.46f, 0.70f, 1.0f});
+    style.color(ImGuiCol_Button, Theme::color(Theme::Color::Primary))
+        .color(ImGuiCol_ButtonHovered, Theme::color(Theme::Color::PrimaryHovered))
+        .color(ImGuiCol_ButtonActive, Theme::color(Theme::Color::PrimaryPressed))
+        .color(ImGuiCol_Text, Theme::color(Theme::Color::PrimaryLetters));
     return ImGui::Button(label);
 }
 
