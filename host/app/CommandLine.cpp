@@ -30,6 +30,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     std::vector<std::string> moreModules;
     std::vector<std::string> newView;
     std::string size;
+    std::string theme;
 
     CLI::App app{"Edits game projects.", "quorvane-editor"};
     auto* const folder = app.add_option("folder,--project", project, "Folder of the project to open");
@@ -54,6 +55,9 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
         ->expected(2)
         ->excludes(folder)
         ->excludes(picture);
+    app.add_option("--theme", theme, "Colours of this run in place of those chosen before")
+        ->check(CLI::IsMember({"dark", "light"}))
+        ->type_name("dark|light");
     app.add_option("--scale", line.scale, "Size of everything, 1 for 96 dots per inch; the desktop's without it")
         ->check(CLI::Range(0.5, 8.0))
         ->type_name("S");
@@ -67,6 +71,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     line.project = project.c_str();
     line.screenshot = screenshot.c_str();
     line.modules = modules.c_str();
+    line.theme = theme.c_str();
     for(const std::string& one: moreModules) line.moreModules.emplace_back(one.c_str());
     if(!newView.empty()) {
         line.newView = newView[0].c_str();

@@ -30,11 +30,14 @@ struct CommandLine {
     /** Folders of further modules, which come before those of @ref modules . */
     std::vector<Containers::String> moreModules;
 
+    /** "dark" or "light"; empty for what the user has chosen before. */
+    Containers::String theme;
+
     /** The name and the folder of a view to write in place of anything else; both empty for none. */
     Containers::String newView;
     Containers::String newViewFolder;
 
-    /** Pixels per pixel at scale 1; 0 for what the desktop wants. */
+    /** Pixels per pixel at scale 1, in place of what the desktop wants; 0 for that. */
     float scale = 0.0f;
 };
 

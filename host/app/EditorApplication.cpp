@@ -20,10 +20,12 @@
 #include "app/EditorFrame.h"
 #include "app/Fonts.h"
 #include "app/KeyOrder.h"
+#include "app/Look.h"
 #include "app/MessageLog.h"
 #include "app/NewView.h"
 #include "app/RecentProjects.h"
 #include "app/Renderer.h"
+#include "app/Settings.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
 #include "document/EditorSession.h"
@@ -83,6 +85,18 @@ Containers::Array<Containers::String> moduleFolders(const CommandLine& line) {
 
 Containers::String sharedFile(const char* const name) { return (prefix() / QUORVANE_INSTALL_SHARE / name).c_str(); }
 
+bool takesPicture(const CommandLine& line) { return !line.screenshot.isEmpty(); }
+
+/** Where the user's settings are; empty for a picture, which is the same for every user. */
+Containers::String userFolder(const CommandLine& line) {
+    return takesPicture(line) ? Containers::String{} : appDirectory();
+}
+
+Theme::Scheme schemeOf(const CommandLine& line, const Settings& settings) {
+    if(line.theme.isEmpty()) return settings.scheme();
+    return line.theme == "light" ? Theme::Scheme::Light : Theme::Scheme::Dark;
+}
+
 ExitCode newView(const CommandLine& line) {
     std::error_code error;
     const bool isInstalled = std::filesystem::exists(prefix() / QUORVANE_INSTALL_PACKAGE, error);
@@ -118,22 +132,22 @@ public:
           _line{line},
           _renderer{window},
           _modules{moduleFolders(line)},
-          _recent{line.screenshot.isEmpty() ? appDirectory() : Containers::String{}},
+          _settings{userFolder(line)},
+          _look{_settings, displayScale(), schemeOf(line, _settings)},
+          _recent{userFolder(line)},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
-        const bool takesPicture = !line.screenshot.isEmpty();
-        Theme::apply(line.scale > 0.0f ? line.scale : takesPicture ? 1.0f : window.contentScale());
         Fonts::load(sharedFile("icons.otf"));
-        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent});
+        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
     ExitCode run() {
         if(!_renderer.isReady()) return ExitCode::NoDisplay;
-        const bool takesPicture = !_line.screenshot.isEmpty();
+        const bool isPicture = takesPicture(_line);
         // A picture changes nothing, whoever has the project.
-        const EditorFrame::Access access = takesPicture ? EditorFrame::Access::Read : EditorFrame::Access::Write;
-        if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && takesPicture) return ExitCode::Failure;
-        if(takesPicture) return takePicture();
+        const EditorFrame::Access access = isPicture ? EditorFrame::Access::Read : EditorFrame::Access::Write;
+        if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && isPicture) return ExitCode::Failure;
+        if(isPicture) return takePicture();
         while(!_frame.isFinished()) {
             waitForInput();
             if(_window.takeCloseRequest()) _frame.requestQuit();
@@ -144,7 +158,13 @@ public:
     }
 
 private:
+    float displayScale() const {
+        if(_line.scale > 0.0f) return _line.scale;
+        return takesPicture(_line) ? 1.0f : _window.contentScale();
+    }
+
     void drawFrame() {
+        _look.setDisplayScale(displayScale());
         _frame.prepare();
         _thumbnails->update();
         _title.update(_window, _session);
@@ -185,7 +205,8 @@ private:
     /** Null without OpenGL. */
     Containers::Pointer<Thumbnails> _thumbnails;
     ModuleLoader _modules;
-    /** A picture is the same for every user. */
+    Settings _settings;
+    Look _look;
     RecentProjects _recent;
     EditorFrame _frame;
     Title _title;

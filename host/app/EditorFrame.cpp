@@ -10,6 +10,7 @@
 #include "ChangeManager.h"
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
+#include "app/Look.h"
 #include "app/MessageLog.h"
 #include "app/MessagePanel.h"
 #include "app/RecentProjects.h"
@@ -134,6 +135,11 @@ void EditorFrame::execute(Command command) {
         return proceed();
     case Command::Undo: return _session->undo();
     case Command::Redo: return _session->redo();
+    case Command::DarkTheme:
+    case Command::LightTheme:
+    case Command::LargerScale:
+    case Command::SmallerScale:
+    case Command::NormalScale: return _desktop.look->execute(command, *_log);
     case Command::ResetLayout: return _layout.reset();
     case Command::OpenDocumentation: return _desktop.open(_desktop.documentation);
     case Command::About: return _questions.showAbout();
@@ -226,6 +232,7 @@ MainMenu::Available EditorFrame::available() const {
     available.undo = isSettled && changes.canUndo();
     available.redo = isSettled && changes.canRedo();
     available.openDocumentation = _desktop.open && !_desktop.documentation.isEmpty();
+    if(_desktop.look) _desktop.look->addTo(available);
     return available;
 }
 

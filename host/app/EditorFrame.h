@@ -21,6 +21,7 @@ namespace QuorvaneEngine {
 
 class EditorSession;
 class FileSystem;
+class Look;
 class MessageLog;
 class ModuleLoader;
 class RecentProjects;
@@ -47,6 +48,9 @@ public:
 
         /** What the user opened before; must outlive the frame. */
         RecentProjects* recent = nullptr;
+
+        /** What the menu changes of it; must outlive the frame. */
+        Look* look = nullptr;
     };
 
     /** @param session          must outlive this object, as must the others

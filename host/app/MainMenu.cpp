@@ -1,5 +1,7 @@
 #include "app/MainMenu.h"
 
+#include <iterator>
+
 #include <Corrade/Containers/StringView.h>
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -27,6 +29,11 @@ struct Entry {
 
     /** Whether its keys work while a popup is open. */
     bool duringPopup = false;
+
+    /** Where it lies in the menu; entries of one follow each other. */
+    const char* submenu = nullptr;
+
+    bool Available::*marked = nullptr;
 };
 
 constexpr Entry Entries[]{
@@ -45,6 +52,17 @@ constexpr Entry Entries[]{
     {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,
         ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false},
     {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
+    {"View", ICON_FA_MOON, "Dark", "", 0, 0, &Available::theme, Command::DarkTheme, false, false, "Theme",
+        &Available::isDark},
+    {"View", ICON_FA_SUN, "Light", "", 0, 0, &Available::theme, Command::LightTheme, false, false, "Theme",
+        &Available::isLight},
+    {"View", ICON_FA_MAGNIFYING_GLASS_PLUS, "Larger", "Ctrl+=", ImGuiMod_Ctrl | ImGuiKey_Equal,
+        ImGuiMod_Ctrl | ImGuiKey_KeypadAdd, &Available::largerScale, Command::LargerScale, false, false, "Scale"},
+    {"View", ICON_FA_MAGNIFYING_GLASS_MINUS, "Smaller", "Ctrl+-", ImGuiMod_Ctrl | ImGuiKey_Minus,
+        ImGuiMod_Ctrl | ImGuiKey_KeypadSubtract, &Available::smallerScale, Command::SmallerScale, false, false,
+        "Scale"},
+    {"View", ICON_FA_EXPAND, "Normal", "Ctrl+0", ImGuiMod_Ctrl | ImGuiKey_0, ImGuiMod_Ctrl | ImGuiKey_Keypad0,
+        &Available::normalScale, Command::NormalScale, true, false, "Scale"},
     {"View", ICON_FA_TABLE_COLUMNS, "Reset layout", "", 0, 0, &Available::resetLayout, Command::ResetLayout, false},
     {"View", ICON_FA_ARROWS_ROTATE, "Reload modules", "", 0, 0, nullptr, Command::ReloadModules, false},
     {"Help", ICON_FA_BOOK, "Open documentation", "", 0, 0, &Available::openDocumentation, Command::OpenDocumentation,
@@ -69,22 +87,44 @@ void drawViewFlags(EditorState& state) {
         ImGui::MenuItem(state.viewTitle(view).data(), nullptr, &state.isViewOpen(view));
 }
 
+bool isMarked(const Entry& entry, const Available& available) { return entry.marked && available.*entry.marked; }
+
+bool isIn(const Entry& entry, const char* const menu) { return Containers::StringView{entry.menu} == menu; }
+
+/** @return whether it was chosen */
+bool drawEntry(const Entry& entry, const Available& available) {
+    return ImGui::MenuItemEx(
+        entry.label, entry.icon, entry.keys, isMarked(entry, available), isAvailable(entry, available));
+}
+
+/** Draws the menu of an entry inside of its menu, with all that are in it.
+    @return the last of them */
+const Entry* drawSubmenu(const Entry* const first, const Available& available, Command& chosen) {
+    const MenuGuard menu{ImGui::BeginMenu(first->submenu)};
+    const Entry* entry = first;
+    for(; entry != std::end(Entries) && Containers::StringView{entry->submenu} == first->submenu; ++entry)
+        if(menu && drawEntry(*entry, available)) chosen = entry->command;
+    return entry - 1;
+}
+
+void drawMenu(const char* const name, EditorState& state, const Available& available, Command& chosen) {
+    const MenuGuard menu{ImGui::BeginMenu(name)};
+    if(!menu) return;
+    for(const Entry* entry = std::begin(Entries); entry != std::end(Entries); ++entry) {
+        if(!isIn(*entry, name)) continue;
+        if(entry->submenu) entry = drawSubmenu(entry, available, chosen);
+        else if(!entry->label) drawViewFlags(state);
+        else if(drawEntry(*entry, available)) chosen = entry->command;
+        if(entry->endsGroup) ImGui::Separator();
+    }
+}
+
 }
 
 Command draw(EditorState& state, const Available& available) {
     Command chosen = Command::None;
     if(const MainMenuBarGuard bar{ImGui::BeginMainMenuBar()}; bar)
-        for(const char* name: Menus) {
-            const MenuGuard menu{ImGui::BeginMenu(name)};
-            if(!menu) continue;
-            for(const Entry& entry: Entries) {
-                if(Containers::StringView{entry.menu} != name) continue;
-                if(!entry.label) drawViewFlags(state);
-                else if(ImGui::MenuItemEx(entry.label, entry.icon, entry.keys, false, isAvailable(entry, available)))
-                    chosen = entry.command;
-                if(entry.endsGroup) ImGui::Separator();
-            }
-        }
+        for(const char* name: Menus) drawMenu(name, state, available, chosen);
     if(ImGui::GetIO().WantTextInput) return chosen;
     const bool hasPopup = ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup);
     for(const Entry& entry: Entries)

@@ -17,6 +17,11 @@ enum class Command : std::uint8_t {
     Quit,
     Undo,
     Redo,
+    DarkTheme,
+    LightTheme,
+    LargerScale,
+    SmallerScale,
+    NormalScale,
     ResetLayout,
     ReloadModules,
     OpenDocumentation,
@@ -35,6 +40,14 @@ struct Available {
     bool undo = false;
     bool redo = false;
     bool openDocumentation = false;
+    bool theme = false;
+    bool largerScale = false;
+    bool smallerScale = false;
+    bool normalScale = false;
+
+    /* What is marked. */
+    bool isDark = false;
+    bool isLight = false;
 };
 
 /** Draws the menu bar of the main window, and listens to the keys of its commands, which a text input that is being edited keeps

@@ -47,7 +47,7 @@ TEST(CommandLine, AFolderAloneIsTheProject) {
 
 TEST(CommandLine, EveryOptionIsRead) {
     const Parsed parsed = parse({"--project", "games/lighthouse", "--screenshot", "out.png", "--size", "800x600",
-        "--frames", "3", "--modules", "mods", "--scale", "1.5"});
+        "--frames", "3", "--modules", "mods", "--scale", "1.5", "--theme", "light"});
     ASSERT_TRUE(parsed.line) << parsed.error;
     EXPECT_EQ(parsed.line->project, "games/lighthouse");
     EXPECT_EQ(parsed.line->screenshot, "out.png");
@@ -56,6 +56,7 @@ TEST(CommandLine, EveryOptionIsRead) {
     EXPECT_EQ(parsed.line->frames, 3);
     EXPECT_EQ(parsed.line->modules, "mods");
     EXPECT_EQ(parsed.line->scale, 1.5f);
+    EXPECT_EQ(parsed.line->theme, "light");
 }
 
 TEST(CommandLine, FurtherFoldersOfModulesAreReadInTheirOrderAndLeaveTheProjectAlone) {
