@@ -167,5 +167,23 @@ TEST_F(UiOvertakenText, WhatWasTypedReplacesTheNewValue) {
     expectUndoAndRedo();
 }
 
+TEST_F(UiOvertakenText, WhatIsStoredAlreadyWhenTheFieldIsLeftIsNoChange) {
+    Int revision = 0;
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.ItemInput(Name);
+        user.KeyCharsReplace("overtaken");
+        overtake("/a/name");
+        revision = project.revision();
+        user.Yield(2);
+        user.ItemInput(Lines);
+        user.Yield(3);
+    }));
+    EXPECT_EQ(value("/a/name"), "\"overtaken\"");
+    EXPECT_EQ(recorded(), 1);
+    // A change would have merged with that of the other view.
+    EXPECT_EQ(project.revision(), revision);
+    EXPECT_TRUE(ui.pendingText.isEmpty());
+}
+
 }
 }

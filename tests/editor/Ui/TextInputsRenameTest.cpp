@@ -271,6 +271,18 @@ TEST_F(UiRenameable, TheInputStandsWhereTheTextWas) {
     }));
 }
 
+TEST_F(UiRenameable, TheBufferHasTwoBytesMoreThanTheText) {
+    const std::string name(1000, 'x');
+    loadProject(R"({"a":{"name":")" + name + R"(","other":""},"first":false})");
+    EXPECT_TRUE(use([&](ImGuiTestContext& user) {
+        user.Yield();
+        doubleClick(user, place);
+        IM_CHECK_GE(ui.editBuffer.size(), name.size() + 2);
+        user.KeyPress(ImGuiKey_Escape);
+    }));
+    EXPECT_EQ(recorded(), 0);
+}
+
 TEST_F(UiRenameable, TheInputHasNoBorder) {
     ImGuiStyle& style = ImGui::GetStyle();
     style.FrameBorderSize = 1.0f;
