@@ -1,5 +1,8 @@
 #include "app/DockLayout.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <Corrade/Containers/StringView.h>
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -12,7 +15,19 @@ namespace {
 
 constexpr float BottomShare = 0.34f;
 
-bool isBottom(Containers::StringView title) { return title == DockLayout::Messages || title == DockLayout::Report; }
+constexpr const char* BottomTitles[]{DockLayout::Messages, DockLayout::History, DockLayout::Report};
+
+bool isBottom(Containers::StringView title) {
+    return std::find(std::begin(BottomTitles), std::end(BottomTitles), title) != std::end(BottomTitles);
+}
+
+/** Where the layout has a panel that belongs below the views, 0 where it has none. */
+ImGuiID bottomOf() {
+    for(const char* const title: BottomTitles)
+        if(const ImGuiWindowSettings* const settings = ImGui::FindWindowSettingsByID(ImHashStr(title)))
+            if(ImGui::DockBuilderGetNode(settings->DockId)) return settings->DockId;
+    return 0;
+}
 
 void build(ImGuiID space, const EditorState& state) {
     ImGui::DockBuilderAddNode(space, ImGuiDockNodeFlags_DockSpace);
@@ -56,8 +71,10 @@ void DockLayout::draw(const EditorState& state) {
     }
     for(; _arranged < state.viewCount(); ++_arranged) {
         const char* const title = state.viewTitle(_arranged).data();
+        if(ImGui::FindWindowSettingsByID(ImHashStr(title))) continue;
         const ImGuiDockNode* const centre = centreOf(ImGui::DockBuilderGetNode(space()));
-        if(centre && !ImGui::FindWindowSettingsByID(ImHashStr(title))) ImGui::DockBuilderDockWindow(title, centre->ID);
+        const ImGuiID bottom = isBottom(title) ? bottomOf() : 0;
+        if(bottom || centre) ImGui::DockBuilderDockWindow(title, bottom ? bottom : centre->ID);
     }
     ImGui::DockSpaceOverViewport(space(), ImGui::GetMainViewport());
 }

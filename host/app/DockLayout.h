@@ -9,6 +9,7 @@ class QUORVANE_API DockLayout {
 public:
     /** Titles of the host's own panels, which go below the views. */
     static constexpr const char* Messages = "Messages";
+    static constexpr const char* History = "History";
     static constexpr const char* Report = "Localization Report";
 
     /** The GUI's id of the dock space. */
@@ -24,7 +25,8 @@ public:
     void noteLoad() { _arranged = 0; }
 
     /** Draws the dock space over what bars leave of the main window. Where there is no layout yet, arranges the views: all as tabs of
-        one large panel, the host's own panels below. A view that is new joins the large panel. */
+        one large panel, the host's own panels below. A view that is new joins the large panel, a panel of the host's those that lie
+        below already. */
     void draw(const EditorState& state);
 
 private:

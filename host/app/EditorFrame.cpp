@@ -10,9 +10,9 @@
 #include "ChangeManager.h"
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
+#include "app/EditorPanels.h"
 #include "app/Look.h"
 #include "app/MessageLog.h"
-#include "app/MessagePanel.h"
 #include "app/RecentProjects.h"
 #include "app/StartPage.h"
 #include "app/StatusBar.h"
@@ -41,11 +41,10 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _folderDialog{folderDialog},
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
-      _messagesView{session.state().registerView(DockLayout::Messages)},
+      _panels{Corrade::InPlaceInit, session, log},
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
-    session.state().isViewOpen(_messagesView) = false;
     _languageWatch = session.watch().subscribe(nullptr, "languages",
         [this](const Change&, Containers::ArrayView<Containers::StringView>) { _areLanguagesTouched = true; });
 }
@@ -98,6 +97,7 @@ void EditorFrame::prepare() {
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
+    _panels->prepare();
     executeAnswer(std::exchange(_answer, Answer::None));
     lookAtDisk();
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
@@ -220,7 +220,7 @@ void EditorFrame::saveLayout() {
     if(hasProject()) _layout.save();
 }
 
-MainMenu::Available EditorFrame::available() const {
+MainMenu::Available EditorFrame::available() {
     const bool isOpen = hasProject();
     const ChangeManager& changes = _session->changes();
     const bool isSettled = !changes.isGroupOpen();
@@ -231,6 +231,9 @@ MainMenu::Available EditorFrame::available() const {
     available.checkTerms = isOpen && !_exchange.hasPreview();
     available.undo = isSettled && changes.canUndo();
     available.redo = isSettled && changes.canRedo();
+    ChangeSteps& steps = _panels->steps();
+    available.undoName = steps.undoName();
+    available.redoName = steps.redoName();
     available.openDocumentation = _desktop.open && !_desktop.documentation.isEmpty();
     if(_desktop.look) _desktop.look->addTo(available);
     return available;
@@ -249,14 +252,11 @@ void EditorFrame::drawStartPage() {
 void EditorFrame::draw() {
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
-    if(StatusBar::draw(_session->folder(), available.save, *_log)) {
-        bool& open = _session->state().isViewOpen(_messagesView);
-        open = !open;
-    }
+    if(StatusBar::draw(_session->folder(), available.save, *_log)) _panels->toggleMessages();
     if(hasProject()) {
         _layout.draw();
         _views.draw();
-        if(bool& open = _session->state().isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
+        _panels->draw();
         _exchange.draw();
     } else drawStartPage();
     if(const Answer answer = _questions.draw(); answer != Answer::None) _answer = answer;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
@@ -19,6 +20,7 @@
 
 namespace QuorvaneEngine {
 
+class EditorPanels;
 class EditorSession;
 class FileSystem;
 class Look;
@@ -114,7 +116,7 @@ private:
     bool askForChanges(Question question);
     void saveLayout();
     bool hasProject() const;
-    MainMenu::Available available() const;
+    MainMenu::Available available();
 
     EditorSession* _session;
     JobSystem* _jobs;
@@ -122,7 +124,7 @@ private:
     PathDialog _folderDialog;
     Ui _ui;
     QuorvaneEditorApplication _application;
-    UnsignedInt _messagesView;
+    Containers::Pointer<EditorPanels> _panels;
     ProjectLayout _layout;
     ViewSet _views;
     TermExchange _exchange;

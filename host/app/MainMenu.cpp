@@ -1,5 +1,7 @@
 #include "app/MainMenu.h"
 
+#include <cstddef>
+#include <cstdio>
 #include <iterator>
 
 #include <Corrade/Containers/StringView.h>
@@ -34,6 +36,9 @@ struct Entry {
     const char* submenu = nullptr;
 
     bool Available::*marked = nullptr;
+
+    /** What it would be done to. */
+    Containers::StringView Available::*object = nullptr;
 };
 
 constexpr Entry Entries[]{
@@ -48,9 +53,10 @@ constexpr Entry Entries[]{
     {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
         false},
     {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,
-        false},
+        false, false, nullptr, nullptr, &Available::undoName},
     {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,
-        ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false},
+        ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false, false, nullptr, nullptr,
+        &Available::redoName},
     {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
     {"View", ICON_FA_MOON, "Dark", "", 0, 0, &Available::theme, Command::DarkTheme, false, false, "Theme",
         &Available::isDark},
@@ -77,9 +83,60 @@ bool isAvailable(const Entry& entry, const Available& available) {
 }
 
 bool isPressed(const Entry& entry) {
+    // A field that can only be read takes the keys of undo without a use for them.
+    constexpr ImGuiInputFlags Flags =
+        ImGuiInputFlags_RouteGlobal | ImGuiInputFlags_RouteOverActive | ImGuiInputFlags_Repeat;
     for(ImGuiKeyChord chord: {entry.chord, entry.otherChord})
-        if(chord && ImGui::Shortcut(chord, ImGuiInputFlags_RouteGlobal | ImGuiInputFlags_Repeat)) return true;
+        if(chord && ImGui::Shortcut(chord, Flags)) return true;
     return false;
+}
+
+/** The label of a menu item, whose ID is its name whatever it is done to. */
+class Label {
+public:
+    explicit Label(const Entry& entry, const Available& available) {
+        append(entry.label);
+        if(!entry.object) return;
+        if(!(available.*entry.object).isEmpty()) append(" ");
+        appendObject(available.*entry.object);
+        append("###");
+        append(entry.label);
+    }
+
+    operator const char*() const { return _text; }
+
+private:
+    void append(Containers::StringView text) {
+        for(const char byte: text) append(byte);
+    }
+
+    /* The library takes two number signs for the end of what shows. */
+    void appendObject(Containers::StringView name) {
+        for(const char byte: name) {
+            if(_size + Reserve >= sizeof(_text)) return;
+            if(byte == '#' && _text[_size - 1] == '#') append(' ');
+            append(byte);
+        }
+    }
+
+    void append(char byte) {
+        if(_size + 1 != sizeof(_text)) _text[_size++] = byte;
+    }
+
+    /** For what follows the object. */
+    static constexpr std::size_t Reserve = 64;
+
+    char _text[512]{};
+    std::size_t _size = 0;
+};
+
+/** The keys as they are called on this system, where the library swaps some. */
+const char* keysOf(const Entry& entry, char (&buffer)[32]) {
+    if(!ImGui::GetIO().ConfigMacOSXBehaviors) return entry.keys;
+    const Containers::StringView keys = entry.keys;
+    const Containers::StringView rest = keys.hasPrefix("Ctrl+") ? keys.exceptPrefix("Ctrl+") : keys;
+    std::snprintf(buffer, sizeof(buffer), "%s%s", rest.size() == keys.size() ? "" : "Cmd+", rest.data());
+    return buffer;
 }
 
 void drawViewFlags(EditorState& state) {
@@ -93,8 +150,9 @@ bool isIn(const Entry& entry, const char* const menu) { return Containers::Strin
 
 /** @return whether it was chosen */
 bool drawEntry(const Entry& entry, const Available& available) {
-    return ImGui::MenuItemEx(
-        entry.label, entry.icon, entry.keys, isMarked(entry, available), isAvailable(entry, available));
+    char keys[32];
+    return ImGui::MenuItemEx(Label{entry, available}, entry.icon, keysOf(entry, keys), isMarked(entry, available),
+        isAvailable(entry, available));
 }
 
 /** Draws the menu of an entry inside of its menu, with all that are in it.

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include <Corrade/Containers/StringView.h>
+
 #include "QuorvaneEditor/Host.h"
 
 namespace QuorvaneEngine {
@@ -48,6 +50,10 @@ struct Available {
     /* What is marked. */
     bool isDark = false;
     bool isLight = false;
+
+    /** What would be undone and redone, to follow the verb; empty where there is nothing. */
+    Containers::StringView undoName;
+    Containers::StringView redoName;
 };
 
 /** Draws the menu bar of the main window, and listens to the keys of its commands, which a text input that is being edited keeps

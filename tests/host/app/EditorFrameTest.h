@@ -25,6 +25,7 @@
 #include "document/EditorSession.h"
 #include "modules/ModuleLoader.h"
 #include "support/GuiTest.h"
+#include "support/ShownText.h"
 
 namespace QuorvaneEngine::Test {
 
@@ -73,6 +74,20 @@ protected:
     void draw(int count = 1) {
         gui.frames([this] { frame.draw(); }, count);
     }
+
+    /** As @ref play() ; meanwhile @ref seen is all text that the last frame has shown. */
+    bool playSeen(const char* name, const GuiTest::Script& script) {
+        return gui.run(
+            name,
+            [this] {
+                const ShownText text;
+                frame.draw();
+                seen = text.text();
+            },
+            script);
+    }
+
+    bool isSeen(const char* text) const { return seen.find(text) != std::string::npos; }
 
     int counted() {
         const rapidjson::Value* const value = session.project().root()["/counted"].value();
@@ -125,6 +140,7 @@ protected:
     inline static int dialogs = 0;
     inline static int checks = 0;
 
+    std::string seen;
     const ViewCondition conditions[1]{{"Counter", counterReason, repairCounter}};
     std::filesystem::path root =
         std::filesystem::temp_directory_path() / ("quorvane-frame-" + std::to_string(getpid()));

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <vector>
+
+#include <Corrade/Containers/String.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+/** The change log as the user sees it: what is undone at once is one step, and has a name. */
+class QUORVANE_API ChangeSteps {
+public:
+    /** Looks at the log and at the last run of the localization tools; costs nothing where neither has changed. To be called
+        between two runs of a tool, so that both have their names.
+        @param editor   the same one every time */
+    void update(const QuorvaneEditor& editor);
+
+    /** Those included that were undone and could be redone. */
+    std::size_t size() const { return _ends.size(); }
+
+    /** How many of the steps are applied. */
+    std::size_t present() const { return _present; }
+
+    /** What `ChangeManager::lastChangeIndex()` is when the first @p steps of the steps are applied. */
+    Int lastChange(std::size_t steps) const { return steps ? _ends[steps - 1] - 1 : -1; }
+
+    /** What a step does, to follow a verb. Valid until the next @ref update() ; made when it is asked for first. */
+    Containers::StringView name(std::size_t step);
+
+    /** @{ @name The step that would be undone or redone now; empty where there is none */
+    Containers::StringView undoName() { return _present ? name(_present - 1) : Containers::StringView{}; }
+    Containers::StringView redoName() { return _present != size() ? name(_present) : Containers::StringView{}; }
+    /** @} */
+
+private:
+    struct Run {
+        Int group;
+        Containers::StringView name;
+    };
+
+    void learnRun(const QuorvaneEditor& editor);
+
+    const ChangeManager* _changes = nullptr;
+    const void* _lastRun = nullptr;
+    Int _revision = -1;
+    std::size_t _logSize = 0;
+    std::size_t _present = 0;
+
+    /** Of each step, the index behind its last change. */
+    std::vector<Int> _ends;
+
+    /** Of the steps, empty where not asked for. */
+    std::vector<Containers::String> _names;
+
+    /** Of the tools in this project. */
+    std::vector<Run> _runs;
+};
+
+}
