@@ -15,7 +15,8 @@ namespace {
 
 constexpr float BottomShare = 0.34f;
 
-constexpr const char* BottomTitles[]{DockLayout::Messages, DockLayout::History, DockLayout::Report};
+constexpr const char* BottomTitles[]{
+    DockLayout::Messages, DockLayout::History, DockLayout::Modules, DockLayout::Report};
 
 bool isBottom(Containers::StringView title) {
     return std::find(std::begin(BottomTitles), std::end(BottomTitles), title) != std::end(BottomTitles);

@@ -10,6 +10,7 @@ public:
     /** Titles of the host's own panels, which go below the views. */
     static constexpr const char* Messages = "Messages";
     static constexpr const char* History = "History";
+    static constexpr const char* Modules = "Plug-ins";
     static constexpr const char* Report = "Localization Report";
 
     /** The GUI's id of the dock space. */

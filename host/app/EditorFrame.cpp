@@ -41,7 +41,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _folderDialog{folderDialog},
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
-      _panels{Corrade::InPlaceInit, session, log},
+      _panels{Corrade::InPlaceInit, session, log, modules},
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
@@ -98,6 +98,10 @@ void EditorFrame::prepare() {
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     _panels->prepare();
+    if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) {
+        _jobs->waitForAll();
+        if(_views.reload(module)) _log->note("Loaded " + module + " anew");
+    }
     executeAnswer(std::exchange(_answer, Answer::None));
     lookAtDisk();
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());

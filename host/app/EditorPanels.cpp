@@ -4,6 +4,7 @@
 
 #include "app/DockLayout.h"
 #include "app/MessagePanel.h"
+#include "app/ModulePanel.h"
 #include "document/EditorSession.h"
 
 namespace QuorvaneEngine {
@@ -18,11 +19,13 @@ UnsignedInt registerClosed(EditorState& state, const char* title) {
 
 }
 
-EditorPanels::EditorPanels(EditorSession& session, const MessageLog& log)
+EditorPanels::EditorPanels(EditorSession& session, const MessageLog& log, const ModuleLoader& modules)
     : _session{&session},
       _log{&log},
+      _modules{&modules},
       _messagesView{registerClosed(session.state(), DockLayout::Messages)},
-      _historyView{registerClosed(session.state(), DockLayout::History)} {}
+      _historyView{registerClosed(session.state(), DockLayout::History)},
+      _modulesView{registerClosed(session.state(), DockLayout::Modules)} {}
 
 void EditorPanels::prepare() {
     if(const Int wanted = std::exchange(_wanted, HistoryPanel::Nowhere); wanted != HistoryPanel::Nowhere) goTo(wanted);
@@ -48,6 +51,10 @@ void EditorPanels::draw() {
     if(bool& open = state.isViewOpen(_historyView); open) {
         const Int clicked = _history.draw(steps(), !_session->changes().isGroupOpen(), &open);
         if(clicked != HistoryPanel::Nowhere) _wanted = clicked;
+    }
+    if(bool& open = state.isViewOpen(_modulesView); open) {
+        const Containers::StringView module = ModulePanel::draw(*_modules, &open);
+        if(!module.isEmpty()) _reload = Containers::String{module};
     }
 }
 

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <utility>
+
+#include <Corrade/Containers/String.h>
+
 #include "QuorvaneEditor/Host.h"
 #include "app/ChangeSteps.h"
 #include "app/HistoryPanel.h"
@@ -8,12 +12,13 @@ namespace QuorvaneEngine {
 
 class EditorSession;
 class MessageLog;
+class ModuleLoader;
 
-/** The host's own windows beside the views: messages and history. Each is a view to the editor's state, closed at first. */
+/** The host's own windows beside the views: messages, history and plug-ins. Each is a view to the editor's state, closed at first. */
 class QUORVANE_API EditorPanels {
 public:
-    /** @param session  must outlive this object, as must the log */
-    explicit EditorPanels(EditorSession& session, const MessageLog& log);
+    /** @param session  must outlive this object, as must the others */
+    explicit EditorPanels(EditorSession& session, const MessageLog& log, const ModuleLoader& modules);
 
     EditorPanels(const EditorPanels&) = delete;
     EditorPanels& operator=(const EditorPanels&) = delete;
@@ -27,6 +32,9 @@ public:
     /** Opens or closes the window with all messages. */
     void toggleMessages();
 
+    /** The name of the module that the user wanted to be loaded anew since the last call; empty for none. */
+    Containers::String takeReload() { return std::exchange(_reload, {}); }
+
     /** The steps of the change log, as they are now. */
     ChangeSteps& steps();
 
@@ -35,11 +43,14 @@ private:
 
     EditorSession* _session;
     const MessageLog* _log;
+    const ModuleLoader* _modules;
     UnsignedInt _messagesView;
     UnsignedInt _historyView;
+    UnsignedInt _modulesView;
     ChangeSteps _steps;
     HistoryPanel _history;
     Int _wanted = HistoryPanel::Nowhere;
+    Containers::String _reload;
 };
 
 }

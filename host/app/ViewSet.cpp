@@ -1,5 +1,6 @@
 #include "app/ViewSet.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <Corrade/Containers/Array.h>
@@ -92,19 +93,36 @@ void ViewSet::restart(const Containers::StringView title) {
 }
 
 void ViewSet::reload() {
-    for(Entry& entry: _entries) {
-        if(entry.view) {
-            endSubscriptions(entry);
-            entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
-        } else if(_started) {
-            start(entry);
-        } else {
-            // A view that is bound to nothing has no state to hand over.
-            _modules->unload(entry.module);
-            load(entry.module);
-        }
-    }
+    for(Entry& entry: _entries) reload(entry);
     _checkedRevision = -1;
+}
+
+void ViewSet::reload(Entry& entry) {
+    if(entry.view) {
+        endSubscriptions(entry);
+        entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
+    } else if(_started) {
+        start(entry);
+    } else {
+        // A view that is bound to nothing has no state to hand over.
+        _modules->unload(entry.module);
+        load(entry.module);
+    }
+}
+
+bool ViewSet::reload(const Containers::StringView module) {
+    _checkedRevision = -1;
+    const auto known =
+        std::find_if(_entries.begin(), _entries.end(), [&](const Entry& entry) { return entry.module == module; });
+    if(known != _entries.end()) {
+        reload(*known);
+        return _modules->module(module);
+    }
+    AbstractModule* const object = _modules->module(module) ? _modules->reload(module) : load(module);
+    if(!object || object->moduleType() != ModuleTypeView) return object;
+    _entries.push_back(Entry{Containers::String{module}, nullptr, nullptr, {}});
+    if(_started) start(_entries.back());
+    return true;
 }
 
 void ViewSet::checkConditions() {

@@ -43,6 +43,12 @@ public:
     /** Loads every module anew as its file is now; the views take their state over. */
     void reload();
 
+    /** Loads one module anew as its file is now, or for the first time where it could not be loaded before. Its view keeps its
+        identifier, window and open flag, and is bound as it was; what it keeps for itself starts afresh. Nothing else of the
+        module may be in use.
+        @return whether it is loaded */
+    bool reload(Containers::StringView module);
+
     /** Looks whether the views' conditions hold, if the published revision has changed. A reason that was not there before is
         printed as warnings, one for each of its lines: `project.json: <line>`. */
     void checkConditions();
@@ -71,6 +77,7 @@ private:
     void endSubscriptions(const Entry& entry);
     void start(Entry& entry);
     void stop(Entry& entry);
+    void reload(Entry& entry);
     void drawReason(Entry& entry);
 
     ModuleLoader* _modules;

@@ -66,9 +66,27 @@ ModuleLoader::ModuleLoader(const Containers::ArrayView<const Containers::String>
         std::abort();
     }
     for(const Containers::StringView folder: folders) look(folder);
+    listModules();
 }
 
-ModuleLoader::ModuleLoader(const Containers::StringView folder): _state{Corrade::InPlaceInit} { look(folder); }
+ModuleLoader::ModuleLoader(const Containers::StringView folder): _state{Corrade::InPlaceInit} {
+    look(folder);
+    listModules();
+}
+
+void ModuleLoader::listModules() {
+    for(const Containers::StringView name: _names)
+        arrayAppend(_modules, Module{name, Utility::Path::join(folderOf(name).path, name + ".so"), {}, {}});
+    _folderMessages = _messages.size();
+}
+
+void ModuleLoader::note(const Containers::StringView name, const Status status, const Containers::StringView reason) {
+    for(Module& module: _modules) {
+        if(module.name != name) continue;
+        module.status = status;
+        module.reason = Containers::String{reason};
+    }
+}
 
 void ModuleLoader::look(const Containers::StringView folder) {
     const Containers::StringView path = folder.isEmpty() ? Containers::StringView{"."} : folder;
@@ -116,6 +134,7 @@ bool ModuleLoader::fits(const Folder& folder, const Containers::StringView name)
         const Containers::String problem = stampProblem(Utility::Path::join(folder.path, metadata.name() + ".conf"));
         if(!problem.isEmpty()) {
             keep("ModuleLoader::load(): " + needed[i] + " is not loaded: " + problem + ".");
+            note(name, Status::Refused, _messages.back());
             return false;
         }
         for(const Containers::StringView next: metadata.depends())
@@ -139,6 +158,8 @@ AbstractModule* ModuleLoader::load(Containers::StringView name) {
         module = folder.manager.loadAndInstantiate(name);
         message = listener.text();
     }
+    note(name, module ? Status::Loaded : Status::Failed,
+        module ? Containers::StringView{} : Containers::StringView{message});
     keep(std::move(message));
     if(!module) return nullptr;
     _state->loaded.push_back(std::make_unique<Loaded>(Loaded{Containers::String{name}, &folder, std::move(module)}));
@@ -186,7 +207,11 @@ bool ModuleLoader::discard(Loaded& loaded) {
     PluginManager::Manager<AbstractModule>& manager = loaded.folder->manager;
     std::erase_if(_state->loaded, [&loaded](const std::unique_ptr<Loaded>& other) { return other.get() == &loaded; });
     const PluginManager::LoadState state = manager.unload(name);
-    if(state == PluginManager::LoadState::NotLoaded) return true;
+    if(state == PluginManager::LoadState::NotLoaded) {
+        note(name, Status::NotLoaded);
+        return true;
+    }
+    note(name, Status::Failed, "its library is still in the process");
     Utility::Warning{} << "ModuleLoader::unload():" << name << "is still in the process, with what it knows:" << state;
     return false;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/String.h>
@@ -15,6 +17,26 @@ namespace QuorvaneEngine {
     before anything of it is mapped. Belongs to the GUI thread. */
 class QUORVANE_API ModuleLoader {
 public:
+    enum class Status : std::uint8_t {
+        NotLoaded,
+        Loaded,
+        /** Told by its metadata that it does not fit; nothing of it was mapped. */
+        Refused,
+        /** It could not be mapped, or not be taken out of the process to be replaced. */
+        Failed
+    };
+
+    struct Module {
+        Containers::String name;
+
+        /** Its library, with forward slashes. */
+        Containers::String file;
+        Status status = Status::NotLoaded;
+
+        /** Why it is not loaded, of one that was refused or failed; as it was printed. */
+        Containers::String reason;
+    };
+
     /** Looks for modules; none is loaded yet.
         @param folders  at least one, with forward slashes, empty for the current one; a folder that does not exist holds no modules, which is a
                         message. Of modules with one name that of the first folder counts, which is a message, too. */
@@ -31,6 +53,9 @@ public:
 
     /** The names of what lies in the folders, in byte order, loaded or not. */
     Containers::ArrayView<const Containers::String> names() const { return _names; }
+
+    /** What lies in the folders, in the order of @ref names(), and what has become of it. */
+    Containers::ArrayView<const Module> modules() const { return _modules; }
 
     /** Maps a module into the process and constructs its object; one that is loaded already is returned as it is.
         @return owned by the loader, valid until the module is unloaded; null when it is refused */
@@ -52,12 +77,17 @@ public:
     /** What was said of modules that were refused, one text each, in order. */
     Containers::ArrayView<const Containers::String> messages() const { return _messages; }
 
+    /** Those that concern no module that was found, or that was not taken because of another of its name. */
+    Containers::ArrayView<const Containers::String> folderMessages() const { return _messages.prefix(_folderMessages); }
+
 private:
     struct Folder;
     struct Loaded;
     struct State;
 
     void look(Containers::StringView folder);
+    void listModules();
+    void note(Containers::StringView name, Status status, Containers::StringView reason = {});
     Folder& folderOf(Containers::StringView name) const;
     bool fits(const Folder& folder, Containers::StringView name);
     Loaded* find(Containers::StringView name) const;
@@ -65,7 +95,11 @@ private:
     void keep(Containers::String&& message);
 
     Containers::Array<Containers::String> _names;
+    Containers::Array<Module> _modules;
     Containers::Array<Containers::String> _messages;
+
+    /** How many messages there were before any module was loaded. */
+    std::size_t _folderMessages = 0;
     Containers::Pointer<State> _state;
 };
 

@@ -138,6 +138,48 @@ TEST(ModuleLoader, OfModulesWithOneNameThatOfTheFirstFolderCountsWhichIsAMessage
     std::filesystem::remove_all(folder);
 }
 
+const ModuleLoader::Module& moduleOf(const ModuleLoader& loader, Containers::StringView name) {
+    for(const ModuleLoader::Module& module: loader.modules())
+        if(module.name == name) return module;
+    ADD_FAILURE() << "no such module";
+    return loader.modules()[0];
+}
+
+TEST(ModuleLoader, TellsWhatHasBecomeOfAModule) {
+    using Status = ModuleLoader::Status;
+    Host host;
+    ModuleLoader loader{Good};
+    const ModuleLoader::Module& module = moduleOf(loader, "Counter");
+    EXPECT_EQ(module.file, CounterFile);
+    EXPECT_EQ(module.status, Status::NotLoaded);
+    host.init(loader.load("Counter"));
+    EXPECT_EQ(module.status, Status::Loaded);
+    loader.reload("Counter");
+    EXPECT_EQ(module.status, Status::Loaded);
+    loader.unload("Counter");
+    EXPECT_EQ(module.status, Status::NotLoaded);
+    EXPECT_EQ(module.reason, "");
+}
+
+TEST(ModuleLoader, TellsWhyAModuleIsNotLoaded) {
+    using Status = ModuleLoader::Status;
+    std::ostringstream out;
+    const Corrade::Utility::Error redirect{&out};
+    ModuleLoader loader{Bad};
+    ASSERT_EQ(loader.folderMessages().size(), 1u);
+    EXPECT_EQ(loader.folderMessages()[0] + "\n", NoMetadata);
+    loader.load("WrongVersion");
+    const ModuleLoader::Module& failed = moduleOf(loader, "WrongVersion");
+    EXPECT_EQ(failed.status, Status::Failed);
+    EXPECT_EQ(
+        failed.reason, "PluginManager::Manager::load(): wrong version of plugin WrongVersion, expected 7 but got 6");
+    loader.load("Alone");
+    const ModuleLoader::Module& refused = moduleOf(loader, "Alone");
+    EXPECT_NE(refused.status, Status::Loaded);
+    EXPECT_FALSE(refused.reason.isEmpty());
+    EXPECT_EQ(loader.folderMessages().size(), 1u);
+}
+
 TEST(ModuleLoader, WithoutFoldersItIsABrokenPrecondition) {
     QUORVANE_EXPECT_ABORT(ModuleLoader{Containers::ArrayView<const Containers::String>{}},
         "ModuleLoader::ModuleLoader(): there are no folders");
