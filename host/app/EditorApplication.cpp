@@ -18,6 +18,7 @@
 #include "app/DesktopOpener.h"
 #include "app/DesktopWindow.h"
 #include "app/EditorFrame.h"
+#include "app/FontWatch.h"
 #include "app/Fonts.h"
 #include "app/KeyOrder.h"
 #include "app/Look.h"
@@ -136,8 +137,9 @@ public:
           _look{_settings, displayScale(), schemeOf(line, _settings)},
           _recent{userFolder(line)},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
-        Fonts::load(sharedFile("icons.otf"));
-        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look});
+        Fonts::load(sharedFile("icons.otf"), &_letters);
+        _frame.setDesktop(
+            {DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look, &_fonts});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
@@ -189,7 +191,7 @@ private:
     }
 
     void waitForInput() {
-        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy();
+        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy() || _fonts.isBusy();
         _window.pollEvents(_busy > 0 ? 0.0 : isWatched ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
         if(context.InputEventsQueue.Size || context.ActiveId) _busy = BusyFrames;
@@ -205,6 +207,8 @@ private:
     /** Null without OpenGL. */
     Containers::Pointer<Thumbnails> _thumbnails;
     ModuleLoader _modules;
+    LetterSet _letters;
+    FontWatch _fonts{_letters};
     Settings _settings;
     Look _look;
     RecentProjects _recent;

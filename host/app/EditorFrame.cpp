@@ -11,6 +11,7 @@
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
 #include "app/EditorPanels.h"
+#include "app/FontWatch.h"
 #include "app/Look.h"
 #include "app/MessageLog.h"
 #include "app/RecentProjects.h"
@@ -108,6 +109,7 @@ void EditorFrame::prepare() {
     _exchange.prepare();
     if(_areLanguagesTouched) tellNewLanguages();
     _session->beginFrame();
+    if(_desktop.fonts) _desktop.fonts->update(_session->project(), _session->data().storedRevision(), _languages);
     _views.checkConditions();
 }
 
@@ -256,7 +258,8 @@ void EditorFrame::drawStartPage() {
 void EditorFrame::draw() {
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
-    if(StatusBar::draw(_session->folder(), available.save, *_log)) _panels->toggleMessages();
+    const Containers::StringView fonts = _desktop.fonts ? _desktop.fonts->summary() : Containers::StringView{};
+    if(StatusBar::draw(_session->folder(), available.save, *_log, fonts)) _panels->toggleMessages();
     if(hasProject()) {
         _layout.draw();
         _views.draw();

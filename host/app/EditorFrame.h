@@ -23,6 +23,7 @@ namespace QuorvaneEngine {
 class EditorPanels;
 class EditorSession;
 class FileSystem;
+class FontWatch;
 class Look;
 class MessageLog;
 class ModuleLoader;
@@ -53,6 +54,9 @@ public:
 
         /** What the menu changes of it; must outlive the frame. */
         Look* look = nullptr;
+
+        /** Tells which languages can be shown; must outlive the frame. */
+        FontWatch* fonts = nullptr;
     };
 
     /** @param session          must outlive this object, as must the others

@@ -5,7 +5,7 @@
 #include <Corrade/Utility/Path.h>
 #include <imgui.h>
 
-#include "app/FontFinder.h"
+#include "fonts/FontFinder.h"
 
 namespace QuorvaneEngine::Fonts {
 
@@ -18,10 +18,10 @@ constexpr float IconAdvance = Size;
 
 }
 
-void load(Containers::StringView iconFont) {
+void load(Containers::StringView iconFont, LetterSet* const letters) {
     ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
     ImGui::GetStyle().FontSizeBase = Size;
-    const Containers::Array<FontFile> files = findTextFonts();
+    const Containers::Array<FontFile> files = findTextFonts(letters);
 
     const auto add = [&](const FontFile& file, bool merge) {
         ImFontConfig config;

@@ -2,6 +2,12 @@
 
 #include "QuorvaneEditor/Host.h"
 
+namespace QuorvaneEngine {
+
+class LetterSet;
+
+}
+
 namespace QuorvaneEngine::Fonts {
 
 /** Height of a line of the text font in pixels at scale 1. */
@@ -11,7 +17,8 @@ constexpr float Size = 20.0f;
     the letters of all major languages. Where the machine has no font, the GUI's own is taken, which is a warning.
 
     Glyphs are drawn when they are first used, so many fonts cost little.
-    @param iconFont     the icon font's file, NUL-terminated; one that cannot be read is a warning */
-QUORVANE_API void load(Containers::StringView iconFont);
+    @param iconFont     the icon font's file, NUL-terminated; one that cannot be read is a warning
+    @param letters      null, or where the letters are added that can be drawn now */
+QUORVANE_API void load(Containers::StringView iconFont, LetterSet* letters = nullptr);
 
 }

@@ -33,9 +33,22 @@ void drawProject(Containers::StringView folder, bool unsaved) {
     } else Widgets::paleText(ICON_FA_CHECK "  Saved");
 }
 
+void drawFonts(Containers::StringView fonts) {
+    ImGui::SameLine(0.0f, Widgets::scaled(16.0f));
+    {
+        const GroupGuard group;
+        Widgets::paleText(ICON_FA_FONT);
+        ImGui::SameLine();
+        Widgets::paleText(fonts);
+    }
+    if(ImGui::IsItemHovered())
+        ImGui::SetTooltip("Languages whose letters no font of this machine has cannot be drawn. Languages that need\n"
+                          "shaping are shown letter by letter: not joined, from left to right.");
 }
 
-bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log) {
+}
+
+bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log, Containers::StringView fonts) {
     StyleGuard style;
     style.color(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_MenuBarBg))
         .variable(ImGuiStyleVar_WindowPadding, ImVec2{Widgets::scaled(12.0f), Widgets::scaled(5.0f)})
@@ -47,6 +60,7 @@ bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log) {
     if(!bar) return false;
 
     drawProject(folder, unsaved);
+    if(!fonts.isEmpty()) drawFonts(fonts);
     const MessageLog::Message* const message = log.last();
     if(!message) return false;
     ImGui::SameLine(0.0f, Widgets::scaled(32.0f));

@@ -1,4 +1,4 @@
-#include "app/FontFinder.h"
+#include "fonts/FontFinder.h"
 
 #include <memory>
 
@@ -6,6 +6,8 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
+
+#include "fonts/LetterSet.h"
 
 namespace QuorvaneEngine {
 
@@ -71,6 +73,15 @@ float faceHeight(const char* path, UnsignedInt index) {
     return height;
 }
 
+void addLetters(const FcCharSet* const from, LetterSet& letters) {
+    FcChar32 map[FC_CHARSET_MAP_SIZE];
+    FcChar32 next = 0;
+    for(FcChar32 page = FcCharSetFirstPage(from, map, &next); page != FC_CHARSET_DONE;
+        page = FcCharSetNextPage(from, map, &next))
+        for(FcChar32 bit = 0; bit != FC_CHARSET_MAP_SIZE * 32; ++bit)
+            if(map[bit / 32] >> (bit % 32) & 1) letters.add(page + bit);
+}
+
 /** The fonts found so far, and all letters that they have. */
 struct Collection {
     Containers::Array<FontFile> files;
@@ -104,7 +115,7 @@ struct Collection {
 
 }
 
-Containers::Array<FontFile> findTextFonts() {
+Containers::Array<FontFile> findTextFonts(LetterSet* const letters) {
     const Config config{FcInitLoadConfigAndFonts()};
     if(!config) return {};
 
@@ -122,6 +133,7 @@ Containers::Array<FontFile> findTextFonts() {
     const Letters symbols{FcCharSetCreate()};
     for(FcChar32 symbol: Symbols) FcCharSetAddChar(symbols.get(), symbol);
     found.complete(config.get(), nullptr, symbols.get());
+    if(letters) addLetters(found.covered.get(), *letters);
     return std::move(found.files);
 }
 

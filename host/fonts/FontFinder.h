@@ -7,6 +7,8 @@
 
 namespace QuorvaneEngine {
 
+class LetterSet;
+
 /** A face of a font file on this machine. */
 struct FontFile {
     Containers::String path;
@@ -19,7 +21,8 @@ struct FontFile {
 };
 
 /** Finds fonts through fontconfig: first the text font, then for each major language whose letters (as fontconfig lists them) no
-    font so far has all of, the one that the machine thinks best for it. Empty when the machine has no font. */
-QUORVANE_API Containers::Array<FontFile> findTextFonts();
+    font so far has all of, the one that the machine thinks best for it. Empty when the machine has no font.
+    @param letters  null, or where the letters that the fonts have are added */
+QUORVANE_API Containers::Array<FontFile> findTextFonts(LetterSet* letters = nullptr);
 
 }
