@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "app/DockLayout.h"
-#include "app/MessagePanel.h"
 #include "app/ModulePanel.h"
 #include "document/EditorSession.h"
 
@@ -47,7 +46,7 @@ void EditorPanels::goTo(const Int steps) {
 
 void EditorPanels::draw() {
     EditorState& state = _session->state();
-    if(bool& open = state.isViewOpen(_messagesView); open) MessagePanel::draw(*_log, &open);
+    if(bool& open = state.isViewOpen(_messagesView); open) _messages.draw(*_log, &open);
     if(bool& open = state.isViewOpen(_historyView); open) {
         const Int clicked = _history.draw(steps(), !_session->changes().isGroupOpen(), &open);
         if(clicked != HistoryPanel::Nowhere) _wanted = clicked;

@@ -7,11 +7,11 @@
 #include "QuorvaneEditor/Host.h"
 #include "app/ChangeSteps.h"
 #include "app/HistoryPanel.h"
+#include "app/MessagePanel.h"
 
 namespace QuorvaneEngine {
 
 class EditorSession;
-class MessageLog;
 class ModuleLoader;
 
 /** The host's own windows beside the views: messages, history and plug-ins. Each is a view to the editor's state, closed at first. */
@@ -47,6 +47,7 @@ private:
     UnsignedInt _messagesView;
     UnsignedInt _historyView;
     UnsignedInt _modulesView;
+    MessagePanel _messages;
     ChangeSteps _steps;
     HistoryPanel _history;
     Int _wanted = HistoryPanel::Nowhere;

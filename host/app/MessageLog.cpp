@@ -75,7 +75,9 @@ struct MessageLog::Redirection {
     Utility::Error error{&errorStream};
 };
 
-MessageLog::MessageLog(std::size_t capacity): _capacity{capacity} { _redirection.emplace(this); }
+MessageLog::MessageLog(const std::size_t capacity, const Clock clock): _capacity{capacity}, _clock{clock} {
+    _redirection.emplace(this);
+}
 
 MessageLog::~MessageLog() = default;
 
@@ -86,8 +88,9 @@ void MessageLog::note(Containers::StringView text) {
 
 void MessageLog::add(Severity severity, Containers::StringView text) {
     if(text.isEmpty()) return;
-    if(severity != Severity::Detail) _last = Message{severity, text};
-    _messages.push_back(Message{severity, text});
+    const auto now = _clock();
+    if(severity != Severity::Detail) _last = Message{severity, text, now};
+    _messages.push_back(Message{severity, text, now});
     if(_messages.size() > _capacity) _messages.pop_front();
     ++_count;
 }

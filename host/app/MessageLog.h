@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -20,10 +21,14 @@ public:
     struct Message {
         Severity severity;
         Containers::String text;
+        std::chrono::system_clock::time_point when;
     };
 
+    /** Tells what time it is. */
+    using Clock = std::chrono::system_clock::time_point (*)();
+
     /** @param capacity     the number of lines kept; older ones are dropped */
-    explicit MessageLog(std::size_t capacity = 1000);
+    explicit MessageLog(std::size_t capacity = 1000, Clock clock = std::chrono::system_clock::now);
 
     /** Output goes where it went before. Logs end in the reverse order of their beginning. */
     ~MessageLog();
@@ -51,9 +56,10 @@ private:
     void add(Severity severity, Containers::StringView text);
 
     std::size_t _capacity;
+    Clock _clock;
     std::size_t _count = 0;
     std::deque<Message> _messages;
-    Message _last{Severity::Detail, {}};
+    Message _last{Severity::Detail, {}, {}};
     Containers::Pointer<Redirection> _redirection;
 };
 

@@ -68,6 +68,18 @@ TEST(MessageLog, TheLastMessageForTheUserIsNeverADetail) {
     EXPECT_EQ(log.last()->severity, Severity::Note);
 }
 
+TEST(MessageLog, KeepsWhenAMessageCame) {
+    static int seconds;
+    seconds = 100;
+    MessageLog log{10, [] { return std::chrono::system_clock::time_point{std::chrono::seconds{++seconds}}; }};
+    Warning{} << "first";
+    log.note("second");
+    const auto at = [](int second) { return std::chrono::system_clock::time_point{std::chrono::seconds{second}}; };
+    EXPECT_EQ(log.messages()[0].when, at(101));
+    EXPECT_EQ(log.messages()[1].when, at(102));
+    EXPECT_EQ(log.last()->when, at(102));
+}
+
 TEST(MessageLog, DropsTheOldestMessagesBeyondItsCapacity) {
     MessageLog log{3};
     for(int i = 0; i != 5; ++i) Debug{} << i;
