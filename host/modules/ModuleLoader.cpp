@@ -15,6 +15,7 @@
 #include <Corrade/Utility/Path.h>
 
 #include "QuorvaneEditor/AbstractModule.h"
+#include "modules/ModuleFile.h"
 #include "modules/ModuleStamp.h"
 
 namespace QuorvaneEngine {
@@ -102,7 +103,16 @@ void ModuleLoader::look(const Containers::StringView folder) {
         text = listener.text();
     }
     keep(std::move(text));
-    for(const Containers::StringView name: _state->folders.back()->manager.pluginList()) {
+    const auto names = _state->folders.back()->manager.pluginList();
+    if(names.isEmpty() && Utility::Path::isDirectory(path)) {
+        // What a build of a view makes lies one folder deeper than the build.
+        const Containers::String deeper = Utility::Path::join(path, "modules");
+        arrayAppend(_messages,
+            "ModuleLoader::ModuleLoader(): there are no modules in " + path +
+                (Utility::Path::isDirectory(deeper) ? ", but perhaps in " + deeper : Containers::String{}));
+        Utility::Warning{} << _messages.back();
+    }
+    for(const Containers::StringView name: names) {
         const Folder& first = folderOf(name);
         if(&first == _state->folders.back().get()) {
             arrayAppend(_names, Containers::String{name});
@@ -131,7 +141,8 @@ bool ModuleLoader::fits(const Folder& folder, const Containers::StringView name)
         // Of what the manager refuses without the library it says so itself.
         if(folder.manager.loadState(needed[i]) != PluginManager::LoadState::NotLoaded) continue;
         const PluginManager::PluginMetadata& metadata = *folder.manager.metadata(needed[i]);
-        const Containers::String problem = stampProblem(Utility::Path::join(folder.path, metadata.name() + ".conf"));
+        Containers::String problem = stampProblem(Utility::Path::join(folder.path, metadata.name() + ".conf"));
+        if(problem.isEmpty()) problem = fileProblem(Utility::Path::join(folder.path, metadata.name() + ".so"));
         if(!problem.isEmpty()) {
             keep("ModuleLoader::load(): " + needed[i] + " is not loaded: " + problem + ".");
             note(name, Status::Refused, _messages.back());
@@ -156,7 +167,7 @@ AbstractModule* ModuleLoader::load(Containers::StringView name) {
     {
         Listener listener;
         module = folder.manager.loadAndInstantiate(name);
-        message = listener.text();
+        message = withReadableSymbols(listener.text());
     }
     note(name, module ? Status::Loaded : Status::Failed,
         module ? Containers::StringView{} : Containers::StringView{message});

@@ -13,8 +13,8 @@ namespace QuorvaneEngine {
 /** Loads modules from folders: a library `<name>.so` beside its metadata `<name>.conf`.
 
     A module that does not fit is refused, and the editor goes on without it: the message goes to Error and is kept in
-    @ref messages() . One that was built with something else than this program is refused by its metadata (@ref stampProblem() ),
-    before anything of it is mapped. Belongs to the GUI thread. */
+    @ref messages() . One that was built with something else than this program is refused by its metadata (@ref stampProblem() ), and
+    one whose library is not there as a whole by the file (@ref fileProblem() ), before anything of it is mapped. Belongs to the GUI thread. */
 class QUORVANE_API ModuleLoader {
 public:
     enum class Status : std::uint8_t {
@@ -38,7 +38,7 @@ public:
     };
 
     /** Looks for modules; none is loaded yet.
-        @param folders  at least one, with forward slashes, empty for the current one; a folder that does not exist holds no modules, which is a
+        @param folders  at least one, with forward slashes, empty for the current one; a folder that does not exist or holds no modules is a
                         message. Of modules with one name that of the first folder counts, which is a message, too. */
     explicit ModuleLoader(Containers::ArrayView<const Containers::String> folders);
 

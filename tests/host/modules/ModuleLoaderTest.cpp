@@ -285,6 +285,32 @@ TEST(ModuleLoader, ReloadTakesTheFileAsItIsNow) {
     std::filesystem::remove_all(folder);
 }
 
+TEST(ModuleLoader, AMissingFunctionIsSaidByItsName) {
+    const Refusal refusal = loadFrom(QUORVANE_FIXTURES "/undefined", "Undefined");
+    EXPECT_FALSE(refusal.loaded);
+    EXPECT_NE(refusal.kept.find("undefined symbol: QuorvaneEngine::alsoNotThere(int)"), std::string::npos)
+        << refusal.kept;
+    EXPECT_EQ(refusal.printed, refusal.kept);
+}
+
+TEST(ModuleLoader, AFolderWithoutModulesIsAMessageThatLooksOneFolderDeeper) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("quorvane-modules-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    std::ostringstream out;
+    {
+        const Corrade::Utility::Warning redirect{&out};
+        const ModuleLoader without{folder.c_str()};
+        EXPECT_EQ(without.messages().size(), 1u);
+        std::filesystem::create_directories(folder / "modules");
+        const ModuleLoader above{folder.c_str()};
+        EXPECT_EQ(above.messages().size(), 1u);
+    }
+    const std::string told = "ModuleLoader::ModuleLoader(): there are no modules in " + folder.string();
+    EXPECT_EQ(out.str(), told + "\n" + told + ", but perhaps in " + folder.string() + "/modules\n");
+    std::filesystem::remove_all(folder);
+}
+
 TEST(ModuleLoader, WrongVersionIsRefused) {
     const Refusal refusal = loadFrom(Bad, "WrongVersion");
     EXPECT_FALSE(refusal.loaded);
