@@ -26,6 +26,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     CommandLine line;
     std::string project;
     std::string screenshot;
+    std::string view;
     std::string modules;
     std::vector<std::string> moreModules;
     std::vector<std::string> newView;
@@ -45,6 +46,9 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
         ->needs(picture)
         ->check(CLI::Range(1, 100000))
         ->type_name("N");
+    app.add_option("--view", view, "Title of the view that the picture shows in front")
+        ->needs(picture)
+        ->type_name("TITLE");
     app.add_option("--modules", modules, "Folder of modules in place of the editor's own")->type_name("DIR");
     app.add_option(
            "--more-modules", moreModules, "Folder of modules beside the editor's own; may be given several times")
@@ -70,6 +74,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
     }
     line.project = project.c_str();
     line.screenshot = screenshot.c_str();
+    line.view = view.c_str();
     line.modules = modules.c_str();
     line.theme = theme.c_str();
     for(const std::string& one: moreModules) line.moreModules.emplace_back(one.c_str());

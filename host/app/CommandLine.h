@@ -24,6 +24,9 @@ struct CommandLine {
     /** Frames to draw before the picture is taken. */
     Int frames = 12;
 
+    /** The title of the view that the picture shows in front; empty for the one that the layout has there. */
+    Containers::String view;
+
     /** The folder of modules, empty for the one that belongs to the program. */
     Containers::String modules;
 

@@ -11,6 +11,7 @@
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Utility/Debug.h>
 
+#include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
 #include "Utils/Desktop.h"
 #include "Utils/Dialogs.h"
@@ -98,10 +99,11 @@ Theme::Scheme schemeOf(const CommandLine& line, const Settings& settings) {
     return line.theme == "light" ? Theme::Scheme::Light : Theme::Scheme::Dark;
 }
 
-ExitCode newView(const CommandLine& line) {
+ExitCode newView(const CommandLine& line, const char* const program) {
     std::error_code error;
     const bool isInstalled = std::filesystem::exists(prefix() / QUORVANE_INSTALL_PACKAGE, error);
-    const NewView view{line.newView, line.newViewFolder, sharedFile("view"), isInstalled ? prefix().c_str() : ""};
+    const NewView view{
+        line.newView, line.newViewFolder, sharedFile("view"), isInstalled ? prefix().c_str() : "", program};
     return writeNewView(view) ? ExitCode::Success : ExitCode::Failure;
 }
 
@@ -181,13 +183,30 @@ private:
     }
 
     ExitCode takePicture() {
+        if(!openView()) return ExitCode::Failure;
         for(Int i = 1; i < _line.frames; ++i) {
             _window.pollEvents(0.0);
             drawFrame();
             _window.present();
+            // Docked windows come into being with the first frames, and one of them to the front.
+            if(!_line.view.isEmpty()) ImGui::SetWindowFocus(_line.view.data());
         }
         drawFrame();
         return _renderer.writeScreenshot(_line.screenshot) ? ExitCode::Success : ExitCode::Failure;
+    }
+
+    /** Opens the view that was asked for, if one was; an error where there is none of the title. */
+    bool openView() {
+        if(_line.view.isEmpty()) return true;
+        EditorState& state = _session.state();
+        std::string titles;
+        for(UnsignedInt view = 0; view != state.viewCount(); ++view) {
+            if(state.viewTitle(view) == _line.view) return state.isViewOpen(view) = true;
+            titles += (titles.empty() ? "" : ", ") + std::string{state.viewTitle(view).data()};
+        }
+        Corrade::Utility::Error{} << "runEditor(): there is no view" << _line.view << Corrade::Utility::Error::nospace
+                                  << ", but" << titles.c_str();
+        return false;
     }
 
     void waitForInput() {
@@ -223,7 +242,7 @@ ExitCode runEditor(int argc, const char* const* argv, Containers::ArrayView<cons
     int usage = 0;
     const Containers::Optional<CommandLine> line = parseCommandLine(argc, argv, usage);
     if(!line) return usage ? ExitCode::Usage : ExitCode::Success;
-    if(!line->newView.isEmpty() || !line->newViewFolder.isEmpty()) return newView(*line);
+    if(!line->newView.isEmpty() || !line->newViewFolder.isEmpty()) return newView(*line, argv[0]);
 
     MessageLog log;
     DesktopWindow window;

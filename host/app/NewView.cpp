@@ -46,6 +46,13 @@ constexpr const char* Keywords[]{"alignas", "alignof", "and", "and_eq", "asm", "
     "this", "thread_local", "throw", "true", "try", "typedef", "typeid", "typename", "union", "unsigned", "using",
     "virtual", "void", "volatile", "wchar_t", "while", "xor", "xor_eq"};
 
+/** Targets that builds have without being told, so that none for a module may be called like them. */
+constexpr const char* BuildTargets[]{"ALL_BUILD", "INSTALL", "PACKAGE", "RUN_TESTS", "ZERO_CHECK", "all", "clean",
+    "edit_cache", "help", "install", "package", "package_source", "preinstall", "rebuild_cache", "test"};
+
+/** Letters of a name: the names of files begin with it, and file systems have 255 bytes for them. */
+constexpr std::size_t MaxNameSize = 200;
+
 /** Letters, digits and "_" without a digit in front: of ASCII alone, since it becomes the name of files, too. */
 bool isIdentifier(const std::string& name) {
     const auto isPart = [](char c) { return (c & 0x80) == 0 && (std::isalnum(c) || c == '_'); };
@@ -57,6 +64,9 @@ std::string nameProblem(const std::string& name) {
     if(!isIdentifier(name)) return "is no C++ identifier";
     if(std::find(std::begin(Keywords), std::end(Keywords), name) != std::end(Keywords)) return "is a word of C++";
     if(name[0] == '_' || name.find("__") != std::string::npos) return "is reserved by C++";
+    if(std::find(std::begin(BuildTargets), std::end(BuildTargets), name) != std::end(BuildTargets))
+        return "is reserved by CMake";
+    if(name.size() > MaxNameSize) return "is longer than " + std::to_string(MaxNameSize) + " letters";
     return {};
 }
 
@@ -121,15 +131,20 @@ bool writeNewView(const NewView& view) {
         std::ofstream stream{path, std::ios::binary};
         stream << text;
         stream.close();
-        if(!stream) return fail(path, "cannot be written");
+        if(stream) continue;
+        // A folder with half of them would be refused the next time, because it is not empty.
+        std::error_code error;
+        for(const auto& written: files) fs::remove(written.first, error);
+        return fail(path, "cannot be written");
     }
 
     const std::string where = quoted(folder.string());
+    const std::string program = view.program.isEmpty() ? "quorvane-editor" : quoted(view.program);
     const std::string build = quoted((folder / "build").string());
     Debug{} << "Wrote the view" << name << "to" << folder.string();
     Debug{} << "Build it:  cmake -S" << where << "-B" << build << "-DCMAKE_PREFIX_PATH=" << Debug::nospace
             << (view.prefix.isEmpty() ? std::string{"PREFIX"} : quoted(view.prefix)) << "&& cmake --build" << build;
-    Debug{} << "See it:    quorvane-editor --more-modules" << quoted((folder / "build/modules").string()) << "PROJECT";
+    Debug{} << "See it:   " << program << "--more-modules" << quoted((folder / "build/modules").string()) << "PROJECT";
     if(view.prefix.isEmpty()) Debug{} << "PREFIX is the folder that the editor gets installed to.";
     return true;
 }

@@ -87,6 +87,20 @@ TEST_F(EditorProgram, ThePictureShowsTheModulesView) {
     EXPECT_GT(with.colors(), without.colors());
 }
 
+TEST_F(EditorProgram, ThePictureShowsTheViewThatIsAskedFor) {
+    ASSERT_EQ(draw({"--more-modules", QUORVANE_SAMPLE_MODULES, "--view", "Gallery"}).exitCode, 0);
+    const Picture gallery{picture.string()};
+    ASSERT_EQ(draw({"--more-modules", QUORVANE_SAMPLE_MODULES, "--view", "Localization"}).exitCode, 0);
+    EXPECT_GT(gallery.difference(Picture{picture.string()}), 0.2);
+}
+
+TEST_F(EditorProgram, AViewThatIsNotThereIsSaidAndNoPictureTaken) {
+    const ProgramResult result = draw({"--view", "Gallery"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.error, "runEditor(): there is no view Gallery, but Messages, Localization Report, Localization\n");
+    EXPECT_FALSE(fs::exists(picture));
+}
+
 TEST_F(EditorProgram, TheGalleryOfWidgetsIsDrawn) {
     fs::copy(QUORVANE_SOURCE_DIR "/samples/gallery/project/project.json", project / "project.json",
         fs::copy_options::overwrite_existing);

@@ -132,7 +132,7 @@ TEST_F(InstalledPackage, AViewIsWrittenBuiltDockedEditedAndReloaded) {
 
     fs::create_directories(root / "game");
     std::ofstream{root / "game/project.json"}
-        << R"({"objects": {"door": {}}, "languages": {"en": {"isDefault": true}}})";
+        << R"({"objects": {"object_2": {"name": "Door"}}, "languages": {"en": {"isDefault": true}}})";
     MessageLog log;
     GuiTest gui{{1200.0f, 800.0f}};
     JobSystem jobs{0};
@@ -180,8 +180,11 @@ TEST_F(InstalledPackage, AViewIsWrittenBuiltDockedEditedAndReloaded) {
             user.SetRef("Notes");
             IM_CHECK(!user.ItemExists("Add an object"));
             user.ItemClick("Another one");
+            user.ItemClick("Another one");
             user.Yield(2);
-            IM_CHECK_EQ(objects(), std::size_t{2});
+            IM_CHECK_EQ(objects(), std::size_t{3});
+            const auto name = session.project().root()["/objects/object_2/name"].asString();
+            IM_CHECK_STR_EQ(name.data(), "Door");
             IM_CHECK(ImGui::FindWindowByName("Notes")->DockIsActive);
         }));
     for(const MessageLog::Message& message: log.messages())

@@ -47,7 +47,7 @@ TEST(CommandLine, AFolderAloneIsTheProject) {
 
 TEST(CommandLine, EveryOptionIsRead) {
     const Parsed parsed = parse({"--project", "games/lighthouse", "--screenshot", "out.png", "--size", "800x600",
-        "--frames", "3", "--modules", "mods", "--scale", "1.5", "--theme", "light"});
+        "--frames", "3", "--modules", "mods", "--scale", "1.5", "--theme", "light", "--view", "My notes"});
     ASSERT_TRUE(parsed.line) << parsed.error;
     EXPECT_EQ(parsed.line->project, "games/lighthouse");
     EXPECT_EQ(parsed.line->screenshot, "out.png");
@@ -55,6 +55,7 @@ TEST(CommandLine, EveryOptionIsRead) {
     EXPECT_EQ(parsed.line->height, 600);
     EXPECT_EQ(parsed.line->frames, 3);
     EXPECT_EQ(parsed.line->modules, "mods");
+    EXPECT_EQ(parsed.line->view, "My notes");
     EXPECT_EQ(parsed.line->scale, 1.5f);
     EXPECT_EQ(parsed.line->theme, "light");
 }
@@ -97,6 +98,7 @@ TEST(CommandLine, WhatIsWrongIsSaidAndEndsWithAnotherCode) {
         {{"--size", "-800x600"}, "\"-800x600\" is not a size in pixels such as 1600x1000"},
         {{"--size", "99999x600"}, "\"99999x600\" is not a size in pixels such as 1600x1000"},
         {{"--frames", "3"}, "--frames requires --screenshot"},
+        {{"--view", "Notes"}, "--view requires --screenshot"},
         {{"--screenshot", "x.png", "--frames", "0"}, "--frames"},
         {{"--scale", "100"}, "--scale"},
         {{"--unknown"}, "--unknown"},

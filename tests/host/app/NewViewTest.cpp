@@ -26,12 +26,12 @@ protected:
     }
 
     bool write(const char* name, const fs::path& folder, const char* templates = QUORVANE_SHARE_DIR "/view",
-        const char* prefix = "/usr/local/an editor") {
+        const char* prefix = "/usr/local/an editor", const char* program = "") {
         std::ostringstream said;
         std::ostringstream wrong;
         const Corrade::Utility::Debug debug{&said};
         const Corrade::Utility::Error error{&wrong};
-        const bool written = writeNewView({name, folder.c_str(), templates, prefix});
+        const bool written = writeNewView({name, folder.c_str(), templates, prefix, program});
         out = said.str();
         problem = wrong.str();
         return written;
@@ -79,6 +79,13 @@ TEST_F(NewViewTest, HowItIsBuiltAndSeenIsSaidInCommandsThatAShellTakes) {
         "Wrote the view Notes to " + folder.string() + "\nBuild it:  cmake -S " + quoted + "' -B " + quoted +
             "/build' -DCMAKE_PREFIX_PATH='/usr/local/an editor' && cmake --build " + quoted +
             "/build'\nSee it:    quorvane-editor --more-modules " + quoted + "/build/modules' PROJECT\n");
+}
+
+TEST_F(NewViewTest, TheEditorThatWroteItIsTheOneToSeeItIn) {
+    ASSERT_TRUE(write("Notes", root / "notes", QUORVANE_SHARE_DIR "/view", "/usr", "an editor/bin/quorvane-editor"));
+    EXPECT_NE(
+        out.find("\nSee it:    'an editor/bin/quorvane-editor' --more-modules " + root.string()), std::string::npos)
+        << out;
 }
 
 TEST_F(NewViewTest, AnEditorThatIsNotInstalledCannotSayWhereItIs) {
@@ -139,12 +146,34 @@ TEST_F(NewViewTest, NamesThatAreNoneForAClassAreRefused) {
         {"xor_eq", "is a word of C++"},
         {"_notes", "is reserved by C++"},
         {"my__notes", "is reserved by C++"},
+        {"all", "is reserved by CMake"},
+        {"package_source", "is reserved by CMake"},
+        {"ZERO_CHECK", "is reserved by CMake"},
     };
     for(const WrongName& wrong: cases) {
         EXPECT_FALSE(write(wrong.name, root / "new")) << wrong.name;
         EXPECT_EQ(problem, "writeNewView(): the name \"" + std::string{wrong.name} + "\" " + wrong.problem + "\n");
         EXPECT_FALSE(fs::exists(root / "new")) << wrong.name;
     }
+}
+
+TEST_F(NewViewTest, ANameThatIsTooLongForAFileIsRefused) {
+    const std::string longest(200, 'n');
+    EXPECT_TRUE(write(longest.c_str(), root / "longest")) << problem;
+    EXPECT_FALSE(write((longest + "n").c_str(), root / "longer"));
+    EXPECT_EQ(problem, "writeNewView(): the name \"" + longest + "n\" is longer than 200 letters\n");
+    EXPECT_FALSE(fs::exists(root / "longer"));
+}
+
+/* The path as a whole has a limit, too, to which the shorter names of files still come. */
+TEST_F(NewViewTest, AViewThatCannotBeWrittenAsAWholeLeavesNothingBehind) {
+    fs::path folder = root;
+    while(folder.string().size() < 3800) folder /= std::string(100, 'd');
+    folder /= std::string(4000 - folder.string().size(), 'e');
+    fs::create_directories(folder);
+    EXPECT_FALSE(write(std::string(120, 'n').c_str(), folder));
+    EXPECT_NE(problem.find("View.h: cannot be written\n"), std::string::npos) << problem;
+    EXPECT_TRUE(fs::is_empty(folder));
 }
 
 TEST_F(NewViewTest, NamesThatLookOddAreTaken) {
