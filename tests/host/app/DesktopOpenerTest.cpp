@@ -80,14 +80,14 @@ TEST_F(DesktopOpenerTest, OpensAFileAndDoesNotWait) {
     EXPECT_EQ(opened(), "/a folder/file.md");
 }
 
-TEST_F(DesktopOpenerTest, AThousandCallsLeaveNoThreadNoDescriptorAndNoZombie) {
+TEST_F(DesktopOpenerTest, ManyCallsLeaveNoThreadNoDescriptorAndNoZombie) {
     const auto threads = [] {
         const fs::directory_iterator all{"/proc/self/task"};
         return std::distance(begin(all), end(all));
     };
     const auto threadsBefore = threads();
     const std::size_t before = openDescriptors();
-    for(int i = 0; i != 500; ++i) {
+    for(int i = 0; i != 100; ++i) {
         DesktopOpener::showFolder("/a folder");
         ASSERT_EQ(opened(), "/a folder");
         DesktopOpener::open("/a file");
@@ -95,8 +95,8 @@ TEST_F(DesktopOpenerTest, AThousandCallsLeaveNoThreadNoDescriptorAndNoZombie) {
     }
     // The last opener has written, but may not have ended.
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{20};
-    while(threads() != threadsBefore && std::chrono::steady_clock::now() < end) std::this_thread::yield();
-    EXPECT_EQ(threads(), threadsBefore);
+    while(threads() > threadsBefore && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+    EXPECT_LE(threads(), threadsBefore);
     EXPECT_EQ(openDescriptors(), before);
     EXPECT_TRUE(isChildless());
 }
