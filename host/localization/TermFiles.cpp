@@ -298,7 +298,8 @@ private:
     void readArchive() {
         Containers::String bytes;
         if(const int result = _fileSystem.readFile(_path, bytes)) {
-            refuseUnread(_path, result);
+            if(result == EFBIG) refuse(_path, "is larger than 1 GiB"_s);
+            else refuseUnread(_path, result);
             return;
         }
         ArchiveReader archive;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -41,6 +42,29 @@ TEST(TermFilesLimits, FilesAreNoLargerThanTheLimit) {
     };
     EXPECT_EQ(refusal(64u << 20), "");
     EXPECT_EQ(refusal((64u << 20) + 1), "/in/de.json: is larger than 64 MiB");
+}
+
+/** Where every file is larger than it may be. */
+class TooLargeFiles: public MemoryFileSystem {
+public:
+    int readFile(Containers::StringView path, Containers::String& bytes, std::size_t maxSize) override {
+        const int error = MemoryFileSystem::readFile(path, bytes, maxSize);
+        return error ? error : EFBIG;
+    }
+};
+
+TEST(TermFilesLimits, WhatIsTooLargeIsRefusedAndNotUnreadable) {
+    TooLargeFiles files;
+    files.put("/in.zip", "");
+    files.put("/in/de.json", "");
+    for(const auto& [path, refusal]: {std::pair{"/in.zip", "/in.zip: is larger than 1 GiB"},
+            std::pair{"/in", "/in/de.json: is larger than 64 MiB"}}) {
+        TermFiles found;
+        EXPECT_FALSE(readTermFiles(files, path, {}, found));
+        ASSERT_EQ(found.refusals.size(), 1u);
+        EXPECT_EQ(copied(found.refusals[0]), refusal);
+        EXPECT_FALSE(found.isInaccessible);
+    }
 }
 
 TEST(TermFilesLimits, AllFilesTogetherAreNoLargerThanTheLimit) {
