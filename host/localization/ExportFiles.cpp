@@ -1,6 +1,7 @@
 #include "ExportFiles.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include <Corrade/Containers/Optional.h>
@@ -8,10 +9,12 @@
 #include <rapidjson/document.h>
 
 #include "../document/JsonReader.h"
+#include "../document/JsonText.h"
 #include "Catalogue.h"
 #include "ExportTexts.h"
 #include "I18NextReader.h"
 #include "I18NextWriter.h"
+#include "KeptValues.h"
 #include "LocalizationReport.h"
 #include "OrderNote.h"
 #include "Parallel.h"
@@ -27,6 +30,23 @@ using namespace Containers::Literals;
 using Corrade::Utility::format;
 
 namespace {
+
+/** As a file has it. */
+std::string printed(const rapidjson::Value& kept) {
+    const Containers::StringView spelling = spellingOf(kept);
+    std::string text{spelling.data(), spelling.size()};
+    if(text.empty()) appendJson(text, kept);
+    return text;
+}
+
+std::string printed(const CatalogueEntry& entry, const Catalogue& catalogue) {
+    const Containers::StringView spelling = catalogue.spelling(entry);
+    std::string text{spelling.data(), spelling.size()};
+    if(!text.empty()) return text;
+    if(entry.value) appendJson(text, *entry.value);
+    else appendJsonString(text, {entry.text.data(), entry.text.size()});
+    return text;
+}
 
 /** The files of one language. */
 class LanguageExport {
@@ -71,10 +91,18 @@ public:
 private:
     void make(const ExportTexts::File& texts, ExportFile& file) {
         Catalogue existing;
+        const bool isThere = !file.bytes.isEmpty();
         if(!replace(texts, file, existing)) {
             for(const Containers::StringView text: texts.texts)
                 if(!text.isEmpty()) _report.add(_language, TermOutcome::Unchanged, {});
-        } else if(file.refusal.path.isEmpty()) compare(texts, existing, file.path);
+            for(const rapidjson::Value* const value: texts.values)
+                if(value) _report.add(_language, TermOutcome::Unchanged, {});
+        } else if(file.refusal.path.isEmpty()) {
+            const bool isSame = compare(texts, existing, file.path);
+            if(isSame && isThere && file.isChanged)
+                _report.add(
+                    _language, TermOutcome::Notice, {}, "holds the same as before, and is laid out anew"_s, file.path);
+        }
     }
 
     /** Puts texts in the place of what a file holds, in the order that it has.
@@ -106,10 +134,12 @@ private:
         return writeI18Next(tree, texts, order ? &*order : nullptr);
     }
 
-    void compare(const ExportTexts::File& file, const Catalogue& existing, const Containers::StringView path) {
+    /** @return whether the file holds the same as before */
+    bool compare(const ExportTexts::File& file, const Catalogue& existing, const Containers::StringView path) {
         const TermLayout& layout = _texts.layout(file.nameSpace);
         // Numbers of the texts that are there; the order of both is the same, more often than not.
         std::vector<const CatalogueEntry*> before(file.texts.size());
+        bool isAllSame = true;
         Int last = -1;
         for(const CatalogueEntry& entry: existing.entries()) {
             const Int number = layout.find(entry.key, last);
@@ -117,7 +147,10 @@ private:
                 (!file.texts[std::size_t(number)].isEmpty() ||
                     (std::size_t(number) < file.values.size() && file.values[std::size_t(number)]));
             if(isWritten) before[std::size_t(number)] = &entry;
-            else if(entry.value || !entry.text.isEmpty()) reportLoss(file.nameSpace, entry, number, path);
+            else if(entry.value || !entry.text.isEmpty()) {
+                reportLoss(file.nameSpace, entry, number, path);
+                isAllSame = false;
+            }
         }
         for(std::size_t i = 0; i != file.texts.size(); ++i) {
             if(file.texts[i].isEmpty()) continue;
@@ -129,7 +162,29 @@ private:
                              : TermOutcome::Changed,
                 layout.key(i), {}, path);
             if(!isAdded && !isSame) _report.addTexts(before[i]->text, file.texts[i]);
+            isAllSame = isAllSame && isSame;
         }
+        for(std::size_t i = 0; i != file.values.size(); ++i)
+            if(file.values[i] && !compareValue(*file.values[i], layout.key(i), before[i], existing, path))
+                isAllSame = false;
+        return isAllSame;
+    }
+
+    /** @param before   what the file has in the place of the value, may be null
+        @return whether that is the same */
+    bool compareValue(const rapidjson::Value& value, const Containers::StringView key,
+        const CatalogueEntry* const before, const Catalogue& existing, const Containers::StringView path) {
+        const bool isAdded = !before || (!before->value && before->text.isEmpty());
+        const std::string after = printed(value);
+        const std::string found = isAdded ? std::string{} : printed(*before, existing);
+        const bool isSame = !isAdded && found == after;
+        _report.add(_language,
+            isAdded      ? TermOutcome::Added
+                : isSame ? TermOutcome::Unchanged
+                         : TermOutcome::Changed,
+            key, {}, path);
+        if(!isAdded && !isSame) _report.addTexts({found.data(), found.size()}, {after.data(), after.size()});
+        return isSame;
     }
 
     void reportLoss(

@@ -85,4 +85,49 @@ TEST(ExportReports, FileWhoseTermsAreNoLongerTranslatableLosesThem) {
         "stays as it is\n");
 }
 
+namespace {
+
+/** "outcome term before>after" of every line, with what an export counts in front. */
+std::string reported(TestProject& project, const TestFolder& folder, const bool isDryRun) {
+    const Containers::Array<UnsignedInt> languages = languagesOf({"en"});
+    LocalizationReport report;
+    report.keepTexts(true);
+    FileError error;
+    EXPECT_TRUE((Export{project.project(), FileSystem::disk(), languages, FallbackLanguage, {isDryRun}}.toFolder(
+        viewed(folder.path), report, error)));
+    const LocalizationReport::Counts counts = report.counts(languages[0]);
+    std::string all = std::to_string(counts.added) + ' ' + std::to_string(counts.changed) + ' ' +
+        std::to_string(counts.unchanged) + '\n';
+    for(const LocalizationReport::Line& line: report.lines())
+        all += std::to_string(int(line.outcome)) + ' ' + copied(line.term) + ' ' + copied(line.reason) + '\n';
+    return all;
+}
+
+}
+
+TEST(ExportReports, KeptValuesAreCounted) {
+    TestProject project{R"({"x": "X", "localization": {"terms": {"a": {"sourceText": "x", "translatable": true}},
+        "values": {"en": {"n": {"number": "1.50"}, "yes": true, "list": [], "text": "kept"}}}})"};
+    TestFolder folder;
+    EXPECT_EQ(reported(project, folder, true), "5 0 0\n0 a \n0 n \n0 yes \n0 list \n0 text \n");
+    exportTo(project, {"en"}, folder.path);
+    EXPECT_EQ(reported(project, folder, true), "0 0 5\n");
+    folder.write("en/translation.json", R"({"a": "X", "n": 1.5, "yes": false, "list": {}, "text": "kept"})");
+    EXPECT_EQ(reported(project, folder, true), "0 3 2\n1 n \n1 yes \n1 list \n");
+    folder.write("en/translation.json", R"({"a": "X", "n": "1.50", "yes": true, "text": ""})");
+    EXPECT_EQ(reported(project, folder, true), "2 1 2\n1 n \n0 list \n0 text \n");
+}
+
+TEST(ExportReports, AFileThatIsLaidOutAnewIsTold) {
+    TestProject project{Doors};
+    TestFolder folder;
+    folder.write("en/translation.json", R"({"door": {"hint": "Knock", "text": "Open"}})");
+    const std::string same = "0 0 2\n5  holds the same as before, and is laid out anew\n";
+    EXPECT_EQ(reported(project, folder, true), same);
+    EXPECT_EQ(reported(project, folder, false), same);
+    EXPECT_EQ(reported(project, folder, false), "0 0 2\n");
+    folder.write("en/translation.json", R"({"door": {"hint": "Knock", "text": "Close"}})");
+    EXPECT_EQ(reported(project, folder, true), "0 1 1\n1 door.text \n");
+}
+
 }
