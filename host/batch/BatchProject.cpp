@@ -98,7 +98,13 @@ BatchResult BatchProject::readLanguages() {
     std::string codes;
     for(const Containers::StringView code: languages) {
         const Int language = findLanguage(code);
-        if(language == -1) continue;
+        if(language == -1) {
+            // What is checked is told by the checks.
+            if(_options.command == BatchCommand::Status || _options.command == BatchCommand::Export)
+                _output.warn(name() + "/project.json: /languages: no language has the code " + string(code) +
+                    ", so it is left out");
+            continue;
+        }
         _languages.push_back(UnsignedInt(language));
         codes += (codes.empty() ? "" : ", ") + string(code);
         if(marked == -1 && languages.member(code).member("isDefault"_s).asBool()) marked = language;

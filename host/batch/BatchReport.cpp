@@ -12,6 +12,24 @@ namespace QuorvaneEngine {
 
 namespace {
 
+/** Of the table of counts. */
+struct Column {
+    const char* heading;
+    UnsignedInt LocalizationReport::Counts::*count;
+    /** Whether it is there where all languages have none, too. */
+    bool isAlways;
+};
+
+constexpr Column Columns[]{
+    {"Added", &LocalizationReport::Counts::added, true},
+    {"Changed", &LocalizationReport::Counts::changed, true},
+    {"Unchanged", &LocalizationReport::Counts::unchanged, true},
+    {"Without text", &LocalizationReport::Counts::empty, true},
+    {"Skipped", &LocalizationReport::Counts::skipped, true},
+    {"Notices", &LocalizationReport::Counts::notices, false},
+    {"Stale", &LocalizationReport::Counts::stale, false},
+};
+
 std::string string(const Containers::StringView text) { return {text.data(), text.size()}; }
 
 /** The file or else the language, and the term. */
@@ -43,21 +61,20 @@ void printReport(const LocalizationReport& report, const bool isDetailed, BatchO
     }
 
     using Side = TextTable::Side;
-    std::vector<Side> sides{Side::Left, Side::Right, Side::Right, Side::Right, Side::Right, Side::Right};
-    std::vector<std::string> headings{"Language", "Added", "Changed", "Unchanged", "Without text", "Skipped"};
-    const bool hasStale = report.hasStale();
-    if(hasStale) {
+    std::vector<Side> sides{Side::Left};
+    std::vector<std::string> headings{"Language"};
+    std::vector<UnsignedInt LocalizationReport::Counts::*> counts;
+    for(const Column& column: Columns) {
+        if(!column.isAlways && !report.hasAny(column.count)) continue;
         sides.push_back(Side::Right);
-        headings.emplace_back("Stale");
+        headings.emplace_back(column.heading);
+        counts.push_back(column.count);
     }
     TextTable table{std::move(sides)};
     table.add(std::move(headings));
     for(const UnsignedInt language: report.languages()) {
-        const LocalizationReport::Counts counts = report.counts(language);
-        std::vector<std::string> cells{string(AllLanguages[language].code), std::to_string(counts.added),
-            std::to_string(counts.changed), std::to_string(counts.unchanged), std::to_string(counts.empty),
-            std::to_string(counts.skipped)};
-        if(hasStale) cells.push_back(std::to_string(counts.stale));
+        std::vector<std::string> cells{string(AllLanguages[language].code)};
+        for(const auto count: counts) cells.push_back(std::to_string(report.counts(language).*count));
         table.add(std::move(cells));
     }
     output.printText(table.text());

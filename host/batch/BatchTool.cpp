@@ -21,6 +21,7 @@
 #include "localization/Export.h"
 #include "localization/Gathering.h"
 #include "localization/Import.h"
+#include "localization/JsonPath.h"
 #include "localization/LanguageMapping.h"
 #include "localization/LastRun.h"
 #include "localization/LocalizationChecks.h"
@@ -29,6 +30,7 @@
 #include "localization/LocalizationStatus.h"
 #include "localization/Progress.h"
 #include "localization/ProjectTerms.h"
+#include "localization/ProjectTypes.h"
 
 namespace QuorvaneEngine {
 
@@ -68,6 +70,22 @@ void tell(Run& run, const LocalizationReport& report) {
     else printReport(report, run.options.isDryRun, run.output);
 }
 
+/** Tells of values whose type is wrong: they count as missing, and so may what depends on them. */
+bool isWellTyped(Run& run) {
+    std::string first;
+    std::size_t count = 0;
+    ProjectTypes::checkLocalization(run.project.session().project().document(),
+        [&](const std::vector<Containers::StringView>& names, const char* const is, const char* const mustBe) {
+            if(count++ == 0)
+                first = string(
+                    ProjectTypes::wrongType(jsonPath(Containers::arrayView(names.data(), names.size())), is, mustBe));
+        });
+    if(count == 0) return true;
+    run.output.fail(run.project.name() + "/project.json: " + first +
+        (count == 1 ? "" : "; check tells of " + std::to_string(count - 1) + " more"));
+    return false;
+}
+
 BatchResult status(Run& run) {
     const std::vector<UnsignedInt> languages = run.project.chosenLanguages();
     const Containers::Array<LanguageStatus> statuses = localizationStatus(run.project.session().project().document(),
@@ -75,7 +93,7 @@ BatchResult status(Run& run) {
     run.add("defaultLanguage", run.text(AllLanguages[run.project.defaultLanguage()].code));
     if(run.options.isJson) addStatus(statuses, run.document);
     else run.output.printText(statusTable(statuses, run.output.terminal()));
-    return BatchResult::Done;
+    return isWellTyped(run) ? BatchResult::Done : BatchResult::Problems;
 }
 
 BatchResult gather(Run& run) {
@@ -230,7 +248,10 @@ BatchResult importTerms(Run& run) {
     }
     if(run.options.isChecked) {
         const LocalizationFindings findings = findingsOf(run, import.languages());
-        findings.addTo(report);
+        if(run.options.isJson) {
+            findings.countStale(report);
+            addFindings(findings, run.document);
+        } else findings.addTo(report);
         hasProblems = hasProblems || findings.hasProblems();
     }
     if(!run.options.isDryRun)

@@ -74,6 +74,10 @@ public:
         or a blank. */
     bool isFlat() const;
 
+    /** Whether numbered keys are plural forms of version 3 of the format; see @ref noticeVersion3() . */
+    bool hasNumberedForms() const { return _hasNumberedForms; }
+    void setNumberedForms() { _hasNumberedForms = true; }
+
     /** Keeps the bytes of a file, which entries may refer to. */
     Containers::StringView keepFile(Containers::String&& bytes);
 
@@ -106,6 +110,7 @@ private:
     /** Of numbers, by entries. */
     Containers::Array<Spelling> _spellings;
     Containers::Array<CatalogueNotice> _notices;
+    bool _hasNumberedForms = false;
     /** Of the first entries, as many as have been asked for. */
     mutable HashIndex _index;
     mutable std::size_t _indexed = 0;

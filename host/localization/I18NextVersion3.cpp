@@ -45,6 +45,13 @@ UnsignedInt numberedForms(const Catalogue& catalogue, const Containers::StringVi
 
 }
 
+bool isVersion3Form(const Catalogue& catalogue, const Containers::StringView key) {
+    if(key.hasSuffix("_plural"_s)) return textOf(catalogue, key.exceptSuffix(7));
+    if(!catalogue.hasNumberedForms() || key.size() < 3 || key[key.size() - 2] != '_' || key.back() < '0') return false;
+    bool isCounted = false;
+    return UnsignedInt(key.back() - '0') < numberedForms(catalogue, key, isCounted);
+}
+
 void noticeVersion3(Catalogue& catalogue) {
     Forms plurals, numbered;
     bool isCounted = false;
@@ -56,7 +63,10 @@ void noticeVersion3(Catalogue& catalogue) {
             if(const UnsignedInt count = numberedForms(catalogue, entry.key, isCounted)) numbered.add(entry.key, count);
         }
     }
-    if(isCounted && numbered.count) plurals.add(numbered.first, numbered.count);
+    if(isCounted && numbered.count) {
+        plurals.add(numbered.first, numbered.count);
+        catalogue.setNumberedForms();
+    }
     if(plurals.count == 0) return;
     catalogue.addNotice(plurals.first,
         plurals.count == 1

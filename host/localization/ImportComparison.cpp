@@ -94,7 +94,7 @@ struct ImportComparison::Data {
         const rapidjson::Value* value = &root;
         for(const Containers::StringView name: names) value = memberOf(value, name);
         if(!value || value->IsObject()) return true;
-        Containers::arrayAppend(refusals, Corrade::Utility::format("the project's {}: is no object", jsonPath(names)));
+        Containers::arrayAppend(refusals, Corrade::Utility::format("project.json: {}: is no object", jsonPath(names)));
         return false;
     }
 

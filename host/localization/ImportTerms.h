@@ -67,6 +67,13 @@ public:
     /** The key that a term or value at a place in files has in the project. */
     Containers::String key(UnsignedInt nameSpace, Containers::StringView fileKey) const;
 
+    /** Whether the default language has a term or a value in a namespace. After @ref finish() . */
+    bool hasNamespace(const UnsignedInt nameSpace) const {
+        return !_terms.fileKeys(nameSpace).isEmpty() || (nameSpace < _values.size() && !_values[nameSpace].empty());
+    }
+
+    UnsignedInt defaultLanguage() const { return _defaultLanguage; }
+
     /** Whether the default language has a value under a key of the project. */
     bool hasValue(Containers::StringView key) const;
 

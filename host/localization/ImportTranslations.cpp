@@ -8,11 +8,13 @@
 #include <rapidjson/document.h>
 
 #include "DocumentLookup.h"
+#include "I18NextVersion3.h"
 #include "ImportTerms.h"
 #include "LocalizationReport.h"
 #include "PluralSets.h"
 #include "ProjectEdit.h"
 #include "QuorvaneEditor/AllLanguages.h"
+#include "TermFilePath.h"
 
 namespace QuorvaneEngine {
 
@@ -26,11 +28,18 @@ constexpr Containers::StringView SecondTime = "stands in the file a second time,
 }
 
 struct ImportTranslations::File {
+    /** Keys that no term has, as version 3 of the format names plural forms. */
+    struct OldForms {
+        Containers::String first;
+        UnsignedInt count = 0;
+    };
+
     const ImportedFile& file;
     UnsignedInt nameSpace;
     LocalizationReport& report;
     KeptNotice& values;
     KeptNotice& texts;
+    OldForms& oldForms;
 
     void add(
         const TermOutcome outcome, const Containers::StringView key, const Containers::StringView reason = {}) const {
@@ -56,7 +65,10 @@ ImportTranslations::~ImportTranslations() = default;
 void ImportTranslations::compare(const ImportedFile& imported, LocalizationReport& report) {
     KeptNotice values;
     KeptNotice texts;
-    const File file{imported, UnsignedInt(_terms.terms().findNamespace(imported.nameSpace)), report, values, texts};
+    File::OldForms oldForms;
+    const File file{
+        imported, UnsignedInt(_terms.terms().findNamespace(imported.nameSpace)), report, values, texts, oldForms};
+    if(!_terms.hasNamespace(file.nameSpace)) return skipFile(file);
     _last = -1;
     _changes.reserve(_changes.size() + imported.catalogue.entries().size());
     for(const CatalogueEntry& entry: imported.catalogue.entries()) {
@@ -65,6 +77,30 @@ void ImportTranslations::compare(const ImportedFile& imported, LocalizationRepor
     }
     values.report(report, _language, imported.path);
     texts.report(report, _language, imported.path);
+    report.addAll(_language, TermOutcome::Skipped, oldForms.count, oldForms.first,
+        oldForms.count == 1
+            ? Containers::String{"no term has this key"_s}
+            : format("no term has this key, nor those of {} more plural forms of version 3 of the format",
+                  oldForms.count - 1),
+        imported.path);
+}
+
+/** Skips all texts of a namespace that the default language does not have: it is one file that is missing, and not so many terms. */
+void ImportTranslations::skipFile(const File& file) {
+    UnsignedInt count = 0;
+    for(const CatalogueEntry& entry: file.file.catalogue.entries()) {
+        if(!entry.value && entry.text.isEmpty()) {
+            file.add(TermOutcome::Empty, {});
+            continue;
+        }
+        _skipped.insert(&entry);
+        ++count;
+    }
+    file.report.addAll(_language, TermOutcome::Skipped, count, {},
+        format("the project has nothing of the default language's {}, so {} skipped",
+            TermFilePath::make(AllLanguages[_terms.defaultLanguage()].code, file.file.nameSpace),
+            count == 1 ? Containers::String{"this text is"_s} : format("all {} texts are", count)),
+        file.file.path);
 }
 
 void ImportTranslations::finish(LocalizationReport& report) {
@@ -221,8 +257,13 @@ void ImportTranslations::skipUnknown(const File& file, const CatalogueEntry& ent
     const Containers::StringView beginning) {
     bool isConflict = false;
     const Containers::String reason = beginning + _terms.reasonForNone(file.nameSpace, entry.key, isConflict);
-    if(!isConflict) return skip(file, entry, key, reason);
+    const bool isOldForm = !entry.value && isVersion3Form(file.file.catalogue, entry.key);
+    if(!isConflict && !isOldForm) return skip(file, entry, key, reason);
     _skipped.insert(&entry);
+    if(!isConflict) {
+        if(file.oldForms.count++ == 0) file.oldForms.first = key;
+        return;
+    }
     file.report.addConflict(_language, key, reason, file.file.path);
 }
 

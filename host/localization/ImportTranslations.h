@@ -90,6 +90,7 @@ private:
     void takeKept(const KeptValues::Entry& kept, std::size_t term, LocalizationReport& report);
     void leaveKept(const KeptValues::Entry& kept, LocalizationReport& report);
     void readFound();
+    void skipFile(const File& file);
     void compareText(const File& file, const CatalogueEntry& entry);
     void compareValue(const File& file, const CatalogueEntry& entry);
     bool isSecond(const File& file, const CatalogueEntry& entry, std::size_t term) const;

@@ -78,7 +78,6 @@ void LocalizationFindings::leaveOutBelow(const FindingSeverity least) {
 }
 
 void LocalizationFindings::addTo(LocalizationReport& report) const {
-    std::map<UnsignedInt, UnsignedInt> staleCounts;
     // Findings of one language come together.
     Containers::StringView code;
     UnsignedInt language = LocalizationReport::NoLanguage;
@@ -93,11 +92,19 @@ void LocalizationFindings::addTo(LocalizationReport& report) const {
             Corrade::Utility::format(
                 "{}: {} [{}]", findingSeverityName(finding.severity), finding.message, finding.check),
             finding.file);
-        if(finding.check == "stale"_s) ++staleCounts[language];
     }
+    countStale(report);
+}
+
+void LocalizationFindings::countStale(LocalizationReport& report) const {
+    std::map<Containers::StringView, UnsignedInt> counts;
+    for(const LocalizationFinding& finding: _findings)
+        if(finding.check == "stale"_s && finding.silenced.isEmpty()) ++counts[finding.language];
     // A report of an import has counted those in its files already.
-    for(const auto& [one, count]: staleCounts)
-        if(const UnsignedInt counted = report.counts(one).stale; counted < count) report.addStale(one, count - counted);
+    for(const auto& [code, count]: counts)
+        if(const Int language = findLanguage(code); language != -1)
+            if(const UnsignedInt counted = report.counts(UnsignedInt(language)).stale; counted < count)
+                report.addStale(UnsignedInt(language), count - counted);
 }
 
 Containers::String LocalizationFindings::toJson() const {

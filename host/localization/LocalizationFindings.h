@@ -81,6 +81,9 @@ public:
         brackets. */
     void addTo(LocalizationReport& report) const;
 
+    /** Lets a report count stale translations that are found and that it has not counted itself. */
+    void countStale(LocalizationReport& report) const;
+
     /** Adds a finding. Its check is a literal; its other texts stay with the caller, who may have put them into
         @ref texts() . */
     void add(const LocalizationFinding& finding);

@@ -60,6 +60,13 @@ void LocalizationReport::add(const UnsignedInt language, const TermOutcome outco
         _lines.push_back({language, outcome, term._key, asBefore(reason, &Line::reason), asBefore(file, &Line::file)});
 }
 
+void LocalizationReport::addAll(const UnsignedInt language, const TermOutcome outcome, const UnsignedInt count,
+    const Containers::StringView term, const Containers::StringView reason, const Containers::StringView file) {
+    if(count == 0) return;
+    add(language, outcome, term, reason, file);
+    slot(language).*Outcomes[std::size_t(outcome)].count += count - 1;
+}
+
 void LocalizationReport::addTexts(const Containers::StringView before, const Containers::StringView after) {
     if(_keepsTexts && !_lines.empty() && _lines.back().outcome == TermOutcome::Changed)
         _changes.push_back({_lines.size() - 1, _texts.add(before), _texts.add(after)});
@@ -97,8 +104,9 @@ LocalizationReport::Counts LocalizationReport::counts(const UnsignedInt language
     return _counts.empty() ? Counts{} : _counts[slotOf(language)];
 }
 
-bool LocalizationReport::hasStale() const {
-    return std::any_of(_counts.begin(), _counts.end(), [](const Counts& counts) { return counts.stale != 0; });
+bool LocalizationReport::hasAny(UnsignedInt Counts::*const count) const {
+    return std::any_of(_languages.begin(), _languages.end(),
+        [this, count](const UnsignedInt language) { return counts(language).*count != 0; });
 }
 
 bool LocalizationReport::hasSkippedAll() const {
@@ -133,6 +141,8 @@ void LocalizationReport::print(const Containers::StringView function, const std:
         line << function << Debug::nospace << ":" << AllLanguages[language].code << Debug::nospace << ":"
              << counts.added << "added," << counts.changed << "changed," << counts.unchanged << "unchanged,"
              << counts.empty << "without text," << counts.skipped << "skipped";
+        if(counts.notices)
+            line << Debug::nospace << "," << counts.notices << (counts.notices == 1 ? "notice" : "notices");
         if(counts.stale) line << Debug::nospace << "," << counts.stale << "stale";
     }
 }

@@ -81,6 +81,10 @@ public:
     void add(UnsignedInt language, TermOutcome outcome, KeptTerm term, Containers::StringView reason = {},
         Containers::StringView file = {});
 
+    /** Counts so many texts of one outcome, which is one that has lines, with one line for all. */
+    void addAll(UnsignedInt language, TermOutcome outcome, UnsignedInt count, Containers::StringView term,
+        Containers::StringView reason, Containers::StringView file);
+
     /** Whether texts before and after a change are kept, which takes memory for each. */
     void keepTexts(const bool isKept) { _keepsTexts = isKept; }
     bool keepsTexts() const { return _keepsTexts; }
@@ -114,8 +118,8 @@ public:
     /** Counts translations as stale, beside their outcomes. */
     void addStale(const UnsignedInt language, const UnsignedInt count = 1) { slot(language).stale += count; }
 
-    /** Whether any language has stale translations. */
-    bool hasStale() const;
+    /** Whether a count is other than zero for any of @ref languages() . */
+    bool hasAny(UnsignedInt Counts::*count) const;
 
     /** Whether texts were skipped, and none was taken over or as it was. */
     bool hasSkippedAll() const;

@@ -46,7 +46,7 @@ TEST(BatchReport, CountsGoToTheOutputAndWarningsToTheErrors) {
     EXPECT_TRUE(kept.output.failures().empty());
 }
 
-TEST(BatchReport, StaleTranslationsHaveAColumnWhereThereAreAny) {
+TEST(BatchReport, NoticesAndStaleTranslationsHaveColumnsWhereThereAreAny) {
     LocalizationReport some = report();
     some.addStale(UnsignedInt(findLanguage("pt-BR")), 3);
     KeptOutput kept;
@@ -55,6 +55,13 @@ TEST(BatchReport, StaleTranslationsHaveAColumnWhereThereAreAny) {
         "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
         "en            1        0          1             0        0      0\n"
         "pt-BR         0        1          0             1        2      3\n");
+    some.add(UnsignedInt(findLanguage("en")), TermOutcome::Notice, {}, "is odd");
+    KeptOutput both;
+    printReport(some, false, both.output);
+    EXPECT_EQ(both.out(),
+        "Language  Added  Changed  Unchanged  Without text  Skipped  Notices  Stale\n"
+        "en            1        0          1             0        0        1      0\n"
+        "pt-BR         0        1          0             1        2        0      3\n");
 }
 
 TEST(BatchReport, WithDetailsEveryNewAndChangedTextHasALine) {

@@ -92,9 +92,9 @@ TEST_F(LocalizeProgram, AnExportThatCannotBeWrittenEndsWithThreeAndLeavesAllAsIt
 TEST_F(LocalizeProgram, FilesThatAnExportLeavesAsTheyAreAreTold) {
     desk.write("i18n/it/translation.json", "{}");
     desk.write("i18n/de/old.json", "{}");
-    const char* const table = "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
-                              "en            2        0          0             0        0      0\n"
-                              "de            1        0          0             0        0      1\n--\n";
+    const char* const table = "Language  Added  Changed  Unchanged  Without text  Skipped  Notices  Stale\n"
+                              "en            2        0          0             0        0        0      0\n"
+                              "de            1        0          0             0        0        1      1\n--\n";
     const char* const notices =
         "de/old.json: the project has no texts for the namespace old; this file stays as it is\n"
         "it/translation.json: the project does not have the language it; this file stays as it is\n-- 0";

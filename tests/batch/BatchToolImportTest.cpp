@@ -228,6 +228,16 @@ TEST_F(LocalizeProgram, ARefusedFileRefusesTheWholeImportAndEndsWithOne) {
     EXPECT_EQ(desk.files(), before);
 }
 
+TEST_F(LocalizeProgram, AProjectThatCannotTakeAnImportIsLeftAndEndsWithOne) {
+    desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}}, "localization": {"strings": []}})");
+    desk.write("i18n/de.json", R"({"door": "Pforte"})");
+    const auto before = desk.files();
+    EXPECT_EQ(
+        told({"import", "small", "--from", "i18n"}), "--\nproject.json: /localization/strings: is no object\n-- 1");
+    EXPECT_EQ(desk.files(), before);
+    EXPECT_EQ(json({"import", "small", "--from", "i18n"}, 1)["failures"].Size(), 1u);
+}
+
 TEST_F(LocalizeProgram, AFileThatTheSystemDoesNotLetReadEndsWithThree) {
     desk.write("i18n/de/translation.json", R"({"door": "Pforte"})");
     fs::create_directories(desk / "i18n/fr/translation.json");
@@ -287,15 +297,26 @@ TEST_F(LocalizeProgram, AnImportChecksWhatItHasBrought) {
     const std::string finding =
         "localization/de.json: door: hint: is not marked as a translation of today's source text [stale]\n"
         "localization/de.json: key: warning: begins with \" \" where the source has no blank [outer-blanks]\n";
-    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped  Stale\n"
-                              "de            1        0          0             0        0      1\n";
+    const std::string table = "Language  Added  Changed  Unchanged  Without text  Skipped  Notices  Stale\n"
+                              "de            1        0          0             0        0        2      1\n";
     EXPECT_EQ(told({"import", "small", "--from", "theirs", "--dry-run", "--check"}),
         "de.json: key: added\n" + table + "--\n" + finding + "-- 1");
     EXPECT_EQ(desk.read("small/localization/de.json"), before);
     EXPECT_EQ(told({"import", "small", "--from", "theirs", "--check"}), table + "--\n" + finding + "-- 1");
     EXPECT_NE(desk.read("small/localization/de.json"), before);
     EXPECT_EQ(run({"import", "small", "--from", "theirs"}).exitCode, 0);
-    EXPECT_EQ(json({"import", "small", "--from", "theirs", "--check"}, 1)["lines"].Size(), 2u);
+    const rapidjson::Document document = json({"import", "small", "--from", "theirs", "--check"}, 1);
+    EXPECT_EQ(document["lines"].Size(), 0u);
+    EXPECT_EQ(document["languages"][0]["notices"].GetInt(), 0);
+    EXPECT_EQ(document["languages"][0]["stale"].GetInt(), 1);
+    EXPECT_EQ(document["warnings"].GetInt(), 1);
+    EXPECT_EQ(document["hints"].GetInt(), 1);
+    ASSERT_EQ(document["findings"].Size(), 2u);
+    const rapidjson::Value& found = document["findings"][1];
+    EXPECT_STREQ(found["check"].GetString(), "outer-blanks");
+    EXPECT_STREQ(found["severity"].GetString(), "warning");
+    EXPECT_STREQ(found["file"].GetString(), "localization/de.json");
+    EXPECT_STREQ(found["path"].GetString(), "/key");
     desk.write("theirs/de.json", R"({"key": "Schlüssel"})");
     EXPECT_EQ(run({"import", "small", "--from", "theirs", "--check"}).exitCode, 0);
 }

@@ -302,5 +302,31 @@ TEST_F(LocalizeProgram, HintsAndSilencedFindingsDoNotFailACheck) {
         "0 errors, 0 warnings, 2 hints; 2 silenced\n--\n-- 0");
 }
 
+TEST_F(LocalizeProgram, ACodeThatNoLanguageHasIsToldByStatusAndExport) {
+    desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}, "enGB": {}}})");
+    const char* const warning = "small/project.json: /languages: no language has the code enGB, so it is left out\n";
+    EXPECT_EQ(run({"status", "small"}).error, warning);
+    EXPECT_EQ(run({"export", "small", "--to", "i18n"}).error, warning);
+    EXPECT_EQ(run({"gather", "small"}).error, "");
+    EXPECT_EQ(run({"status", "small"}).exitCode, 0);
+}
+
+TEST_F(LocalizeProgram, StatusEndsWithOneWhereValuesHaveWrongTypes) {
+    desk.write("small/project.json", R"({"languages": {"en": {"isDefault": true}}, "localization": {"strings": []}})");
+    const ProgramResult one = run({"status", "small"});
+    EXPECT_EQ(one.error, "small/project.json: /localization/strings is an array, but must be an object\n");
+    EXPECT_EQ(one.exitCode, 1);
+    EXPECT_NE(one.out.find("en  "), std::string::npos) << one.out;
+    desk.write("small/project.json",
+        R"({"languages": {"en": {"isDefault": true}}, "localization": {"strings": [], "namespaces": 1}})");
+    const rapidjson::Document document = json({"status", "small"}, 1);
+    ASSERT_EQ(document["failures"].Size(), 1u);
+    const std::string failure = document["failures"][0].GetString();
+    EXPECT_TRUE(
+        failure.starts_with("small/project.json: /localization/") && failure.ends_with("; check tells of 1 more"))
+        << failure;
+    EXPECT_EQ(document["languages"].Size(), 1u);
+}
+
 }
 }

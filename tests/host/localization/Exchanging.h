@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
@@ -140,6 +141,16 @@ struct Exported {
     std::string bytes;
     rapidjson::Document content;
 };
+
+/** Whether a line for many texts of a file tells that one is skipped: all of them, or plural forms of version 3 of the format. */
+inline bool isSaidOfMany(const std::multiset<std::string>& lines, const CatalogueFile& file, const JsonPlace& place) {
+    return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
+        if(!line.starts_with(file.code + " skipped: ") || !line.ends_with(" (" + file.path + ')')) return false;
+        return line.find(": the project has nothing of the default language's ") != std::string::npos ||
+            (place.back().name.ends_with("_plural") &&
+                line.find(" more plural forms of version 3 ") != std::string::npos);
+    });
+}
 
 inline bool hasLine(const std::multiset<std::string>& lines, const std::string& beginning) {
     const auto found = lines.lower_bound(beginning);

@@ -64,6 +64,23 @@ TEST(I18NextVersion3, ListsAreNoForms) {
         "");
 }
 
+TEST(I18NextVersion3, FormsAreKnownOneByOne) {
+    Catalogue catalogue, list;
+    for(const char* const key: {"a", "a_plural", "b_plural", "c_0", "c_1", "d_1", "e_", "_", "f_0", "f_x"}) {
+        catalogue.add(key, "{{count}}");
+        list.add(key, "x");
+    }
+    noticeVersion3(catalogue);
+    noticeVersion3(list);
+    std::string forms, plurals;
+    for(const CatalogueEntry& entry: catalogue.entries()) {
+        if(isVersion3Form(catalogue, entry.key)) forms += copied(entry.key) + ' ';
+        if(isVersion3Form(list, entry.key)) plurals += copied(entry.key) + ' ';
+    }
+    EXPECT_EQ(forms, "a_plural c_0 c_1 ");
+    EXPECT_EQ(plurals, "a_plural ");
+}
+
 TEST(I18NextVersion3, FormsOfAllKindsAreOneNotice) {
     EXPECT_EQ(noticed({{"a_0", "{{count}}"}, {"a_1", ""}, {"b", ""}, {"b_plural", ""}}), "b_plural" + more(2));
 }

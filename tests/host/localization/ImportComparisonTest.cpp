@@ -102,7 +102,7 @@ TEST(ImportComparison, ContainersOfAWrongTypeAreRefused) {
         ASSERT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)));
         EXPECT_FALSE(import.compare(report));
         ASSERT_EQ(import.refusals().size(), 1u);
-        EXPECT_EQ(copied(import.refusals()[0]), "the project's " + std::string{path} + ": is no object");
+        EXPECT_EQ(copied(import.refusals()[0]), "project.json: " + std::string{path} + ": is no object");
     }
 }
 

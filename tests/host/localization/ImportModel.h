@@ -102,8 +102,11 @@ private:
     void take(const CatalogueFile& file) {
         const NamespaceModel& in = _namespaces.at(file.nameSpace);
         const std::vector<JsonLeaf> leaves = leavesOf(file.content);
+        if(in.taken.empty()) return skipAll(file, leaves);
         std::set<JsonPlace> found;
         Kept kept, keptTexts;
+        _oldForms.clear();
+        _plurals = pluralsOfVersion3(leaves);
         for(const JsonLeaf& leaf: leaves) {
             const JsonModel& value = *leaf.value;
             const JsonPlace target = in.target(leaf.place);
@@ -121,6 +124,34 @@ private:
         }
         noticeKept(file, kept);
         noticeKept(file, keptTexts);
+        if(_oldForms.empty()) return;
+        add(file, "skipped", _oldForms[0],
+            "no term has this key" +
+                (_oldForms.size() == 1 ? ""
+                                       : ", nor those of " + std::to_string(_oldForms.size() - 1) +
+                            " more plural forms of version 3 of the format"));
+    }
+
+    void skipAll(const CatalogueFile& file, const std::vector<JsonLeaf>& leaves) {
+        std::size_t count = 0;
+        for(const JsonLeaf& leaf: leaves) ++(leaf.value->isMissing() ? empty : count);
+        if(count == 0) return;
+        add(file, "skipped", "",
+            "the project has nothing of the default language's " + _set.defaultCode + '/' + file.nameSpace +
+                ".json, so " + (count == 1 ? "this text is" : "all " + std::to_string(count) + " texts are") +
+                " skipped");
+    }
+
+    static std::vector<JsonPlace> pluralsOfVersion3(const std::vector<JsonLeaf>& leaves) {
+        std::vector<JsonPlace> plurals;
+        for(const JsonLeaf& leaf: leaves) {
+            JsonPlace base = leaf.place;
+            std::string& name = base.back().name;
+            if(!leaf.value->isText() || !name.ends_with("_plural")) continue;
+            name.resize(name.size() - 7);
+            if(has(leaves, base, true)) plurals.push_back(leaf.place);
+        }
+        return plurals;
     }
 
     void takeUnknown(const CatalogueFile& file, const NamespaceModel& in, const JsonLeaf& leaf) {
@@ -139,6 +170,8 @@ private:
             }
         }
         hasConflicts = hasConflicts || isConflict;
+        if(!isConflict && std::find(_plurals.begin(), _plurals.end(), leaf.place) != _plurals.end())
+            return _oldForms.push_back(in.key(leaf.place));
         add(file, "skipped", in.key(leaf.place), reason);
     }
 
@@ -151,7 +184,6 @@ private:
         const NamespaceModel& in = _namespaces.at(file.nameSpace);
         const std::vector<JsonLeaf> leaves = leavesOf(file.content);
         JsonPlace last;
-        std::vector<JsonPlace> plurals;
         for(const JsonLeaf& leaf: leaves) {
             std::size_t common = 0;
             while(common < last.size() && common < leaf.place.size() && last[common] == leaf.place[common]) ++common;
@@ -160,12 +192,8 @@ private:
                     add(file, "notice", in.key({leaf.place.begin(), leaf.place.begin() + std::ptrdiff_t(size)}),
                         lost->second);
             last = leaf.place;
-            JsonPlace base = leaf.place;
-            std::string& name = base.back().name;
-            if(!leaf.value->isText() || !name.ends_with("_plural")) continue;
-            name.resize(name.size() - 7);
-            if(has(leaves, base, true)) plurals.push_back(leaf.place);
         }
+        const std::vector<JsonPlace> plurals = pluralsOfVersion3(leaves);
         if(plurals.empty()) return;
         const std::size_t more = plurals.size() - 1;
         add(file, "notice", in.key(plurals[0]),
@@ -191,6 +219,9 @@ private:
     const CatalogueSet& _set;
     std::map<std::string, NamespaceModel> _namespaces;
     std::set<std::string> _exported;
+    /** Of the file that is taken, the plural forms of version 3, and the keys of those that no term has. */
+    std::vector<JsonPlace> _plurals;
+    std::vector<std::string> _oldForms;
 };
 
 }

@@ -184,7 +184,7 @@ TEST(Import, WrongTypesInTheProjectAreSaidAndLeft) {
         const std::string before = project.text();
         const CapturedOutput output;
         EXPECT_EQ(importFrom(project, {"en"}, folder.path), "en");
-        EXPECT_EQ(output.warning(), ImportPrefix + "the project's " + path + ": is no object\n");
+        EXPECT_EQ(output.warning(), ImportPrefix + "project.json: " + path + ": is no object\n");
         EXPECT_EQ(project.text(), before);
     }
     TestProject inside{R"({"languages":{"en":1},"localization":{"terms":{"a":7},"translations":{"de":{"a":"x"}}}})"};

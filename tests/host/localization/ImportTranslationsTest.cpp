@@ -75,6 +75,56 @@ TEST(ImportTranslations, ThoseThatStayStaleAreCounted) {
     EXPECT_EQ(stale(R"({"apples_one":"jabłko"})"), 0u);
 }
 
+TEST(ImportTranslations, ANamespaceThatTheDefaultLanguageLacksIsToldOnce) {
+    TestProject project{Apples};
+    const std::string before = project.text();
+    const std::string start =
+        ImportPrefix + "pl/menu.json: the project has nothing of the default language's en/menu.json, so ";
+    EXPECT_EQ(importFile(project, "pl/menu.json", R"({"a": "A", "b": {"c": "C", "d": 1}, "e": "", "f": [null, "F"]})"),
+        start + "all 4 texts are skipped\n");
+    EXPECT_EQ(importFile(project, "pl/menu.json", R"({"a": "A"})"), start + "this text is skipped\n");
+    EXPECT_EQ(importFile(project, "pl/menu.json", R"({"a": ""})"), "");
+    EXPECT_EQ(project.text(), before);
+
+    TestFolder folder;
+    folder.write("pl/menu.json", R"({"a": "A", "b": "B", "e": ""})");
+    Import import{project.editor(), FallbackLanguage};
+    LocalizationReport report;
+    EXPECT_TRUE(import.read(FileSystem::disk(), viewed(folder.path)) && import.compare(report));
+    const LocalizationReport::Counts counts = report.counts(UnsignedInt(findLanguage("pl")));
+    EXPECT_EQ(counts.skipped, 2u);
+    EXPECT_EQ(counts.empty, 1u);
+    EXPECT_EQ(report.lines().size(), 1u);
+    EXPECT_TRUE(report.hasSkippedAll());
+
+    folder.write("en/menu.json", R"({"a": "a"})");
+    Import both{project.editor(), FallbackLanguage};
+    LocalizationReport other;
+    EXPECT_TRUE(both.read(FileSystem::disk(), viewed(folder.path)) && both.compare(other));
+    EXPECT_EQ(other.counts(UnsignedInt(findLanguage("pl"))).added, 1u);
+    EXPECT_EQ(other.counts(UnsignedInt(findLanguage("pl"))).skipped, 1u);
+}
+
+TEST(ImportTranslations, PluralFormsOfVersion3AreToldOnce) {
+    TestProject project{R"({"x": "X", "languages": {"en": {"isDefault": true}, "ru": {}}, "localization": {"terms": {
+        "key": {"sourceText": "x", "translatable": true}, "key_plural": {"sourceText": "x", "translatable": true}}}})"};
+    const std::string notice = "looks like a plural form of version 3 of the format, as 2 more do: they are ordinary "
+                               "keys, which version 4 does "
+                               "not choose by number\n";
+    EXPECT_EQ(importFile(project, "ru.json",
+                  R"({"key_0": "{{count}} a", "key_1": "b", "other": "c", "key_2": "d", "key": {"deep_0": "e"}})"),
+        ImportPrefix + "ru.json: other: no term has this key\n" + ImportPrefix +
+            "ru.json: key.deep_0: no term has this key, and it cannot stand beside key: one is a text, and the other "
+            "lies below it\n" +
+            ImportPrefix +
+            "ru.json: key_0: no term has this key, nor those of 2 more plural forms of version 3 of the format\n" +
+            ImportPrefix + "ru.json: key_0: " + notice);
+    EXPECT_EQ(importFile(project, "ru.json", R"({"key": "a", "key_plural": "b", "old": "", "old_plural": "d"})"),
+        ImportPrefix + "ru.json: old_plural: no term has this key\n" + ImportPrefix +
+            "ru.json: key_plural: looks like a plural form of version 3 of the format, as 1 more do: they are ordinary "
+            "keys, which version 4 does not choose by number\n");
+}
+
 TEST(ImportTranslations, SuffixesProveNothingByThemselves) {
     TestProject project{Apples};
     const std::string before = project.text();
@@ -115,7 +165,9 @@ TEST(ImportTranslations, NamespacesAreKeptApart) {
     });
     EXPECT_EQ(project.at("/localization/translations/de"), R"({"menu:a":)" + entry("A", "X") + '}');
     EXPECT_EQ(importFile(project, "de/other.json", R"({"a":"A"})"),
-        ImportPrefix + "de/other.json: other:a: no term has this key\n");
+        ImportPrefix +
+            "de/other.json: the project has nothing of the default language's en/other.json, so this text is "
+            "skipped\n");
 }
 
 TEST(ImportTranslations, ConflictsAreReportedWithBothKeys) {

@@ -42,14 +42,14 @@ TEST(LocalizationReport, CountsStaleTranslationsBesideTheirOutcomes) {
     LocalizationReport report;
     report.addLanguage(german);
     report.add(german, TermOutcome::Unchanged, "a");
-    EXPECT_FALSE(report.hasStale());
+    EXPECT_FALSE(report.hasAny(&LocalizationReport::Counts::stale));
+    EXPECT_TRUE(report.hasAny(&LocalizationReport::Counts::unchanged));
     LocalizationReport other;
     other.addStale(german);
     other.addStale(german, 2);
-    EXPECT_TRUE(other.hasStale());
     report.addStale(german);
     report.append(std::move(other));
-    EXPECT_TRUE(report.hasStale());
+    EXPECT_TRUE(report.hasAny(&LocalizationReport::Counts::stale));
     EXPECT_EQ(report.counts(german).stale, 4u);
     EXPECT_EQ(report.counts(german).unchanged, 1u);
     EXPECT_EQ(report.lines().size(), 0u);
@@ -58,6 +58,23 @@ TEST(LocalizationReport, CountsStaleTranslationsBesideTheirOutcomes) {
     report.print("Tools::run()");
     EXPECT_EQ(
         output.debug(), "Tools::run(): de: 0 added, 0 changed, 1 unchanged, 0 without text, 0 skipped, 4 stale\n");
+}
+
+TEST(LocalizationReport, CountsManyTextsWithOneLine) {
+    LocalizationReport report;
+    report.addLanguage(0);
+    report.addAll(0, TermOutcome::Skipped, 3, "a", "no term has this key, nor two others", "de.json");
+    report.addAll(0, TermOutcome::Notice, 2, {}, "by the way", "de.json");
+    report.addAll(0, TermOutcome::Skipped, 0, "b", "nothing", "de.json");
+    EXPECT_EQ(report.counts(0).skipped, 3u);
+    EXPECT_EQ(report.counts(0).notices, 2u);
+    ASSERT_EQ(report.lines().size(), 2u);
+    EXPECT_EQ(report.lines()[0].term, "a");
+    EXPECT_EQ(report.lines()[0].reason, "no term has this key, nor two others");
+    EXPECT_TRUE(report.hasSkippedAll());
+    const CapturedOutput output;
+    report.print("Tools::run()");
+    EXPECT_NE(output.debug().find("3 skipped, 2 notices\n"), std::string::npos) << output.debug();
 }
 
 TEST(LocalizationReport, RemembersWhetherThereWereConflicts) {
@@ -92,7 +109,8 @@ TEST(LocalizationReport, PrintsWhatWasSkippedAndTheCounts) {
         "Tools::run(): de: e: is not translatable\n"
         "Tools::run(): x.json: no language has the code x\n"
         "Tools::run(): 2 more lines are left out\n");
-    EXPECT_EQ(output.debug(), "Tools::run(): de: 1 added, 0 changed, 0 unchanged, 0 without text, 1 skipped\n");
+    EXPECT_EQ(
+        output.debug(), "Tools::run(): de: 1 added, 0 changed, 0 unchanged, 0 without text, 1 skipped, 1 notice\n");
 }
 
 TEST(LocalizationReport, LineNamesItsFileInPlaceOfItsLanguage) {
