@@ -10,6 +10,7 @@
 #include "ChangeManager.h"
 #include "QuorvaneEditor/EditorState.h"
 #include "QuorvaneEditor/JobSystem.h"
+#include "app/CommandPalette.h"
 #include "app/EditorPanels.h"
 #include "app/FontWatch.h"
 #include "app/Look.h"
@@ -43,6 +44,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
       _panels{Corrade::InPlaceInit, session, log, modules},
+      _palette{Corrade::InPlaceInit},
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
@@ -146,6 +148,7 @@ void EditorFrame::execute(Command command) {
     case Command::LargerScale:
     case Command::SmallerScale:
     case Command::NormalScale: return _desktop.look->execute(command, *_log);
+    case Command::OpenPalette: return _palette->open();
     case Command::ResetLayout: return _layout.reset();
     case Command::OpenDocumentation: return _desktop.open(_desktop.documentation);
     case Command::About: return _questions.showAbout();
@@ -266,6 +269,8 @@ void EditorFrame::draw() {
         _panels->draw();
         _exchange.draw();
     } else drawStartPage();
+    if(const Command command = _palette->draw(_session->state(), available); command != Command::None)
+        _command = command;
     if(const Answer answer = _questions.draw(); answer != Answer::None) _answer = answer;
 }
 

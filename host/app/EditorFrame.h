@@ -20,6 +20,7 @@
 
 namespace QuorvaneEngine {
 
+class CommandPalette;
 class EditorPanels;
 class EditorSession;
 class FileSystem;
@@ -129,6 +130,7 @@ private:
     Ui _ui;
     QuorvaneEditorApplication _application;
     Containers::Pointer<EditorPanels> _panels;
+    Containers::Pointer<CommandPalette> _palette;
     ProjectLayout _layout;
     ViewSet _views;
     TermExchange _exchange;

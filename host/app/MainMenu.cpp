@@ -32,6 +32,9 @@ struct Entry {
     /** Whether its keys work while a popup is open. */
     bool duringPopup = false;
 
+    /** Whether they work while a text is being edited, which has no use for them. */
+    bool duringTextInput = false;
+
     /** Where it lies in the menu; entries of one follow each other. */
     const char* submenu = nullptr;
 
@@ -53,22 +56,25 @@ constexpr Entry Entries[]{
     {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
         false},
     {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,
-        false, false, nullptr, nullptr, &Available::undoName},
+        false, false, false, nullptr, nullptr, &Available::undoName},
     {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,
-        ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false, false, nullptr, nullptr,
+        ImGuiMod_Ctrl | ImGuiKey_Y, &Available::redo, Command::Redo, false, false, false, nullptr, nullptr,
         &Available::redoName},
     {"View", nullptr, nullptr, nullptr, 0, 0, nullptr, Command::None, true},
-    {"View", ICON_FA_MOON, "Dark", "", 0, 0, &Available::theme, Command::DarkTheme, false, false, "Theme",
+    {"View", ICON_FA_MOON, "Dark", "", 0, 0, &Available::theme, Command::DarkTheme, false, false, false, "Theme",
         &Available::isDark},
-    {"View", ICON_FA_SUN, "Light", "", 0, 0, &Available::theme, Command::LightTheme, false, false, "Theme",
+    {"View", ICON_FA_SUN, "Light", "", 0, 0, &Available::theme, Command::LightTheme, false, false, false, "Theme",
         &Available::isLight},
     {"View", ICON_FA_MAGNIFYING_GLASS_PLUS, "Larger", "Ctrl+=", ImGuiMod_Ctrl | ImGuiKey_Equal,
-        ImGuiMod_Ctrl | ImGuiKey_KeypadAdd, &Available::largerScale, Command::LargerScale, false, false, "Scale"},
+        ImGuiMod_Ctrl | ImGuiKey_KeypadAdd, &Available::largerScale, Command::LargerScale, false, false, false,
+        "Scale"},
     {"View", ICON_FA_MAGNIFYING_GLASS_MINUS, "Smaller", "Ctrl+-", ImGuiMod_Ctrl | ImGuiKey_Minus,
-        ImGuiMod_Ctrl | ImGuiKey_KeypadSubtract, &Available::smallerScale, Command::SmallerScale, false, false,
+        ImGuiMod_Ctrl | ImGuiKey_KeypadSubtract, &Available::smallerScale, Command::SmallerScale, false, false, false,
         "Scale"},
     {"View", ICON_FA_EXPAND, "Normal", "Ctrl+0", ImGuiMod_Ctrl | ImGuiKey_0, ImGuiMod_Ctrl | ImGuiKey_Keypad0,
-        &Available::normalScale, Command::NormalScale, true, false, "Scale"},
+        &Available::normalScale, Command::NormalScale, true, false, false, "Scale"},
+    {"View", ICON_FA_TERMINAL, "Command palette...", "Ctrl+Shift+P", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_P, 0,
+        nullptr, Command::OpenPalette, false, false, true},
     {"View", ICON_FA_TABLE_COLUMNS, "Reset layout", "", 0, 0, &Available::resetLayout, Command::ResetLayout, false},
     {"View", ICON_FA_ARROWS_ROTATE, "Reload modules", "", 0, 0, nullptr, Command::ReloadModules, false},
     {"Help", ICON_FA_BOOK, "Open documentation", "", 0, 0, &Available::openDocumentation, Command::OpenDocumentation,
@@ -183,12 +189,25 @@ Command draw(EditorState& state, const Available& available) {
     Command chosen = Command::None;
     if(const MainMenuBarGuard bar{ImGui::BeginMainMenuBar()}; bar)
         for(const char* name: Menus) drawMenu(name, state, available, chosen);
-    if(ImGui::GetIO().WantTextInput) return chosen;
     const bool hasPopup = ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup);
     for(const Entry& entry: Entries)
-        if((entry.duringPopup || !hasPopup) && isAvailable(entry, available) && isPressed(entry))
+        if((entry.duringTextInput || !ImGui::GetIO().WantTextInput) && (entry.duringPopup || !hasPopup) &&
+            isAvailable(entry, available) && isPressed(entry))
             chosen = entry.command;
     return chosen;
+}
+
+std::vector<Item> items(const Available& available) {
+    std::vector<Item> items;
+    for(const Entry& entry: Entries) {
+        // The palette is open already where it is offered.
+        if(entry.command == Command::None || entry.command == Command::OpenPalette) continue;
+        std::string path = std::string{entry.menu} + ": ";
+        if(entry.submenu) path += std::string{entry.submenu} + ": ";
+        char keys[32];
+        items.push_back(Item{path + entry.label, keysOf(entry, keys), entry.command, isAvailable(entry, available)});
+    }
+    return items;
 }
 
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include <Corrade/Containers/StringView.h>
 
@@ -24,6 +26,7 @@ enum class Command : std::uint8_t {
     LargerScale,
     SmallerScale,
     NormalScale,
+    OpenPalette,
     ResetLayout,
     ReloadModules,
     OpenDocumentation,
@@ -60,6 +63,18 @@ struct Available {
     for itself. While a popup is open, whoever opened it is still at something: of the keys those to save alone work.
     @return what was chosen */
 QUORVANE_API Command draw(EditorState& state, const Available& available);
+
+/** A command of the menu, to be offered elsewhere. */
+struct Item {
+    /** The menus that lead to it and its name: "View: Scale: Larger". */
+    std::string path;
+    std::string keys;
+    Command command;
+    bool isAvailable;
+};
+
+/** All but the views, in the order of the menu. */
+std::vector<Item> items(const Available& available);
 
 }
 
