@@ -1,5 +1,6 @@
 #include "PathParts.h"
 
+#include <algorithm>
 #include <charconv>
 #include <system_error>
 
@@ -28,6 +29,18 @@ Containers::String unescaped(const Containers::StringView token) {
         else key[size++] = token[i];
     }
     return Containers::StringView{key}.prefix(size);
+}
+
+Containers::String escaped(const Containers::StringView key) {
+    const auto isSpecial = [](const char c) { return c == '~' || c == '/'; };
+    const auto special = std::size_t(std::count_if(key.begin(), key.end(), isSpecial));
+    Containers::String token{Corrade::ValueInit, key.size() + special};
+    std::size_t size = 0;
+    for(const char c: key) {
+        token[size++] = isSpecial(c) ? '~' : c;
+        if(isSpecial(c)) token[size++] = c == '~' ? '0' : '1';
+    }
+    return token;
 }
 
 TokenIndex tokenIndex(const Containers::StringView token) {

@@ -24,6 +24,10 @@ std::size_t lastSlash(Containers::StringView path);
 /** The key that a token of a valid pointer stands for. */
 Containers::String unescaped(Containers::StringView token);
 
+/** The token that stands for a key, whatever is in that: what goes behind a "/" of a path, and what a scope is opened with for a member.
+    A key of no bytes is no name for a scope. */
+Containers::String escaped(Containers::StringView key);
+
 /** The number of a token. */
 struct TokenIndex {
     /** Whether the token is a number to the change manager: decimal digits, after an optional "-", up to its end or a NUL byte. */

@@ -11,7 +11,8 @@ namespace QuorvaneEngine {
 class Scope {
 public:
     /** @param ui       must outlive the guard
-        @param name     as for `Ui::pushScope()` */
+        @param name     as for `Ui::pushScope()`: a part of a pointer, or several, and no key as it is. `escaped()` of `PathParts.h` makes
+            one of it: `Scope{&ui, escaped(id)}`. */
     explicit Scope(Ui* ui, Containers::StringView name);
     ~Scope();
 

@@ -5,6 +5,7 @@
 
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Containers/StringStlView.h>
+#include <PathParts.h>
 #include <QuorvaneEditor/ProjectFile.h>
 #include <QuorvaneEditor/Utils.h>
 #include <rapidjson/document.h>
@@ -74,13 +75,7 @@ std::vector<std::string> tokensOf(const std::string& path) {
 bool isReachable(const std::string_view key) { return !key.empty() && key.find('\0') == std::string_view::npos; }
 
 std::string childPath(const std::string& path, const std::string_view key) {
-    std::string out = path + "/";
-    for(const char c: key) {
-        if(c == '~') out += "~0";
-        else if(c == '/') out += "~1";
-        else out += c;
-    }
-    return out;
+    return path + "/" + std::string{escaped(key)};
 }
 
 /** A value that is unfolded. */

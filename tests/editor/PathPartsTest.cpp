@@ -28,6 +28,18 @@ TEST(PathParts, EscapesStandForTildeAndSlash) {
     EXPECT_EQ(unescaped({"a\0b", 3}).size(), 3u);
 }
 
+TEST(PathParts, AKeyIsEscapedSoThatItIsOneTokenAndItselfAgain) {
+    EXPECT_TRUE(escaped("a/b~c") == "a~1b~0c");
+    EXPECT_TRUE(escaped("~1") == "~01");
+    EXPECT_TRUE(escaped("plain key") == "plain key");
+    EXPECT_TRUE(escaped("") == "");
+    for(const Containers::StringView key: {Containers::StringView{"~~//~0~1"}, {"a\0/", 3}, {"/", 1}}) {
+        EXPECT_TRUE(isPointer("/" + escaped(key)));
+        EXPECT_EQ(lastSlash("/" + escaped(key)), 0u);
+        EXPECT_TRUE(unescaped(escaped(key)) == key);
+    }
+}
+
 /** As "valid element negative value". */
 std::string shown(Containers::StringView token) {
     const TokenIndex index = tokenIndex(token);
