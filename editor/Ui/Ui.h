@@ -61,7 +61,8 @@ public:
     /** @{ @name Scopes, flags and value binding */
 
     /** Opens a scope level for each non-empty part of @p name between "/", of which there must be one. Keys of the document that
-        hold "/" or "~" are escaped by the caller. One that holds a zero byte cannot be reached: the scope path ends there.
+        hold "/" or "~" are escaped by the caller, by `escaped()` of `PathParts.h`: so are IDs, as a search finds
+        them. One that holds a zero byte cannot be reached: the scope path ends there.
         @param id   receives the GUI id of the last part; may be null */
     void pushScope(Containers::StringView name, unsigned* id);
 
@@ -120,7 +121,8 @@ public:
     /** A text input behind a magnifying glass.
         @param id           what tells it from others, NUL-terminated
         @param buffer       the text, NUL-terminated; its size is the capacity, at least 1, which does not grow
-        @param width        of icon and input, in pixels
+        @param width        of icon and input, in pixels, without the style's `ItemSpacing.x` that is between them: one that fills the line
+            is given what is left of it less that. With @p inputStart the input ends at that and @p width , less the width of the icon.
         @param offset       added to the cursor position, in pixels
         @param inputStart   where the input begins, in pixels from the line's start; 0 is right behind the icon
         @param focus        empties the text and takes the keyboard in every frame in which no item is active
@@ -146,7 +148,12 @@ public:
 
         Each edits the value at the scope path and its name through the change manager, and returns whether it changed it in this
         frame. What has a label shows the name unless @ref Flag::NoLabel is in force. A value that is missing or of another type
-        counts as 0, `false` or an empty text, and an edit replaces it. Edits that go on over many frames merge. */
+        counts as 0, `false` or an empty text, and an edit replaces it.
+
+        Edits of one value by numbers, colours and texts merge into one step of undo: those of a drag, those of several drags, and a text
+        that is committed after another one, also where other values were edited in between, up to the last group of changes. Those of
+        check boxes and of @ref inputEnum() are steps of their own. The first change of the log never merges, see
+        @ref ChangeManager::pushChange() : where a drag is the first edit of all, it is two steps. */
 
     /** A number that is dragged, or typed.
         @param min          lowest value that a drag comes to; there are no limits where it is greater than @p max or both are 0
@@ -191,17 +198,20 @@ public:
     bool checkboxBits(
         Containers::StringView name, int count, Containers::ArrayView<const Containers::StringView> names);
 
-    /** A text that is one of several, chosen from a drop-down. One that is none of them is shown as it is.
+    /** A text that is one of several, chosen from a drop-down. One that is none of them is shown as it is. Who chooses what is there
+        already makes a change, too.
         @param values   in the order of the drop-down */
     bool inputEnum(Containers::StringView name, const Containers::StringIterable& values);
 
     /** A line of text. It becomes a change, if it is another text then, when the input loses the keyboard; who leaves with Escape
         keeps the old one. Where the input is not drawn in that frame, what was typed is lost. Where nothing
-        but the value itself changed meanwhile, it stays.
+        but the value itself changed meanwhile, it stays. Of a text with a zero byte, what stands before it is shown, and all that an edit
+        keeps; so it is in all inputs of text.
         @return whether the text in the input changed, which is not yet a change of the value */
     bool inputText(Containers::StringView name);
 
-    /** Lines of text that fill the available region, otherwise as @ref inputText() .
+    /** Lines of text that fill the available region, otherwise as @ref inputText() . Where a window scrolls, or little of it is left, that
+        may be a few pixels: a child window around it gives it a height.
         @param absolute         whether the name is itself the JSON Pointer of the value, also for copying and pasting; it is opened as a
             scope all the same
         @param returnOnCommit   whether to return, instead, whether the value changed */
@@ -219,7 +229,8 @@ public:
 
     /** @{ @name Value clipboard
 
-        Values go to the clipboard as JSON text. Both belong into the scope of a value. */
+        Values go to the clipboard as JSON text. Numbers, colours, @ref inputEnum() , @ref inputText() , @ref inputTextMultiline() ,
+        @ref fileSelect() and the pickers of resources have it; check boxes, @ref renameable() and @ref stringList() do not. All belong into the scope of a value. */
 
     /** Lets the last item copy and paste the value at the scope path: by a menu that the right button opens, and by the command
         modifier with C and V while the mouse is over it and it is not being edited. Who opens the menu leaves the item, which then
@@ -232,7 +243,9 @@ public:
     /** Replaces the value at the scope path by that on the clipboard, as one change, or prints a warning and changes nothing: the
         text has to be JSON that the project's files can hold, of the type that is there already, where `true` and `false` are two types
         and all numbers one, and an array of the same size. What files cannot hold is text that is not UTF-8, lone surrogates, a key
-        twice in one object, and containers that lie deeper and numbers that are longer than in files. */
+        twice in one object, and containers that lie deeper and numbers that are longer than in files. So nothing can be pasted where no
+        value is, and no ID where a picker holds `null`. Elements of arrays and members of objects may be of any type. An equal value is a
+        change, too. */
     void pasteValue();
 
     /** @} */
@@ -273,7 +286,7 @@ public:
 
         The list lies under the field, down to the end of the main window, or above it where there is room for a few lines alone. The
         keyboard opens it, too. A row with a picture is 64 pixels high at scale 1 and begins with it, as a square; the name stands behind
-        it, in the middle of the height.
+        it, in the middle of the height. Who chooses what is there already makes a change, too.
 
         The list holds what the filter offers, in document order, with their pictures for textures, materials and meshes. It is made
         when it opens, when its search text changes and when the project does, and the filter is asked then alone. A resource without
@@ -322,7 +335,7 @@ public:
             entries
         @param field        the key of the text in an entry; where there is none it counts as empty
         @param search       the text up to its first zero byte; an empty one finds all entries
-        @param results      the IDs of the entries that were found, in document order. They view the document, so they are valid
+        @param results      emptied first; the IDs of the entries that were found, in document order. They view the document, so they are valid
             until the next change. */
     void performResourceSearch(Containers::StringView collection, Containers::StringView field,
         const Containers::Array<char>& search, Containers::Array<Containers::StringView>& results) const;
@@ -333,7 +346,8 @@ public:
         Containers::Array<Containers::StringView>& results, SearchFlags flags) const;
 
     /** A list of the strings of an array, as wide as the window's content and 100 pixels high, each on one line, of which it shows the
-        first. An element that is no string is an empty line; what is no array has no lines. Changes nothing in the project.
+        first. An element that is no string is an empty line; what is no array has no lines. It has neither a label nor a frame. Changes
+        nothing in the project.
         @param selected     the line that is shown as selected, perhaps none; set to the one that is clicked
         @return whether a line was clicked */
     bool stringList(Containers::StringView name, int& selected);
