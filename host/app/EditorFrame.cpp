@@ -47,7 +47,8 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _palette{Corrade::InPlaceInit},
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
-      _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog} {
+      _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog},
+      _autosave{session, jobs, FileSystem::disk()} {
     _languageWatch = session.watch().subscribe(nullptr, "languages",
         [this](const Change&, Containers::ArrayView<Containers::StringView>) { _areLanguagesTouched = true; });
 }
@@ -76,6 +77,8 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
     _session->makeEditorFolder();
     _access = access;
     _questions.forget(Question::Changed);
+    _autosave.end();
+    askForKept();
     _exchange.reset();
     learnLanguages();
     restartViews();
@@ -85,6 +88,28 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
         (access == Access::Read ? "Opened to be looked at: " : "Opened ") + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
+}
+
+void EditorFrame::askForKept() {
+    _questions.forget(Question::Restore);
+    switch(_autosave.begin(_access == Access::Write)) {
+    case Autosave::Found::Nothing: return;
+    case Autosave::Found::Changes:
+        return _questions.ask(Question::Restore, "The editor did not end well when this project was open.");
+    case Autosave::Found::Outdated:
+        return _questions.ask(Question::Restore,
+            "The editor did not end well when this project was open, and its files have changed since: what is "
+            "restored is without "
+            "those changes.");
+    }
+}
+
+void EditorFrame::restore() {
+    _autosave.restore();
+    _exchange.reset();
+    learnLanguages();
+    restartViews();
+    _log->note("Restored what was not saved");
 }
 
 void EditorFrame::restartViews() {
@@ -107,6 +132,7 @@ void EditorFrame::prepare() {
     }
     executeAnswer(std::exchange(_answer, Answer::None));
     lookAtDisk();
+    _autosave.update(ImGui::GetTime());
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
     _exchange.prepare();
     if(_areLanguagesTouched) tellNewLanguages();
@@ -178,6 +204,8 @@ void EditorFrame::executeAnswer(Answer answer) {
     case Answer::OpenReadOnly: open(std::exchange(_usedProject, {}), Access::Read); return;
     case Answer::Reload: open(Containers::String{_session->folder()}, _access); return;
     case Answer::KeepMine: return _session->keepDocument();
+    case Answer::Restore: return restore();
+    case Answer::DropCopy: return _autosave.discard();
     case Answer::SaveOver:
         _session->keepDocument();
         if(!save() || !isProceeding) return;
@@ -195,6 +223,7 @@ void EditorFrame::executeAnswer(Answer answer) {
         return;
     }
     saveLayout();
+    _autosave.end();
     _finished = true;
 }
 

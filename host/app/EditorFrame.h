@@ -11,6 +11,7 @@
 #include "QuorvaneEditor/ProjectWatch.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
+#include "app/Autosave.h"
 #include "app/MainMenu.h"
 #include "app/ProjectLayout.h"
 #include "app/Questions.h"
@@ -118,6 +119,8 @@ private:
     void restartViews();
     bool save();
     void lookAtDisk();
+    void askForKept();
+    void restore();
     bool askForChanges(Question question);
     void saveLayout();
     bool hasProject() const;
@@ -134,6 +137,7 @@ private:
     ProjectLayout _layout;
     ViewSet _views;
     TermExchange _exchange;
+    Autosave _autosave;
 
     /** Of the project, as its views know them; and whether /languages has changed since. */
     Containers::Array<UnsignedInt> _languages;

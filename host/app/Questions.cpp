@@ -58,6 +58,9 @@ constexpr Form Forms[]{
     {"Save over changes", ICON_FA_TRIANGLE_EXCLAMATION, "Save over what another program wrote?",
         "Save over it, and what the other program wrote is lost. Reload, and what is not saved here is lost.",
         {{"Save over it", Answer::SaveOver}, {"Reload", Answer::Reload}, {"Cancel", Answer::Cancel}}, Answer::Cancel},
+    {"Kept changes", ICON_FA_CLOCK_ROTATE_LEFT, "Unsaved changes were kept",
+        "Restore them, and they are unsaved changes of this project. Discard them, and they are lost.",
+        {{"Restore", Answer::Restore}, {"Discard", Answer::DropCopy}, {}}, Answer::None},
 };
 
 /** @return the answer that was given */

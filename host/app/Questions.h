@@ -14,11 +14,23 @@ enum class Question : std::uint8_t {
     Unsaved, /**< what to do with unsaved changes: Save, Discard, Cancel */
     InUse, /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
     Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine */
-    SaveOver /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
+    SaveOver, /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
+    Restore /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
 };
 
 /** What the user wants done. */
-enum class Answer : std::uint8_t { None, Save, Discard, Cancel, OpenReadOnly, Reload, KeepMine, SaveOver };
+enum class Answer : std::uint8_t {
+    None,
+    Save,
+    Discard,
+    Cancel,
+    OpenReadOnly,
+    Reload,
+    KeepMine,
+    SaveOver,
+    Restore,
+    DropCopy
+};
 
 /** The host's own dialogs, which stand before everything else until they are answered. A dialog waits for
     the end of any other popup. */
@@ -43,7 +55,7 @@ public:
     Answer draw();
 
 private:
-    static constexpr std::size_t Count = std::size_t(Question::SaveOver) + 1;
+    static constexpr std::size_t Count = std::size_t(Question::Restore) + 1;
 
     Answer drawQuestion(std::size_t question);
     void drawFailure();

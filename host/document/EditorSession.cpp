@@ -111,6 +111,10 @@ bool EditorSession::hasUnsavedChanges() {
     return isChanged;
 }
 
+bool EditorSession::isAsSaved(const rapidjson::Document& document) const { return _storage->isSaved(document); }
+
+Containers::StringView EditorSession::savedState() const { return _storage->savedState(); }
+
 void EditorSession::beginFrame() { _data.publishRevision(); }
 
 void EditorSession::undo() {

@@ -79,6 +79,12 @@ public:
         stands still. */
     bool hasUnsavedChanges();
 
+    /** Whether a document is what was last loaded or saved. Writes all of it out in memory. */
+    bool isAsSaved(const rapidjson::Document& document) const;
+
+    /** Names what was last loaded or saved: a fingerprint of 16 characters, the same where the contents are. */
+    Containers::StringView savedState() const;
+
     /** Publishes the revision; called once a frame, before any view is drawn. */
     void beginFrame();
 

@@ -12,6 +12,7 @@
 
 #include <rapidjson/document.h>
 
+#include "../localization/Fingerprint.h"
 #include "FileSet.h"
 #include "JsonReader.h"
 #include "JsonWriter.h"
@@ -257,6 +258,7 @@ bool ProjectStorage::open(const Containers::StringView folder, rapidjson::Docume
     _known = std::move(known);
     keepLock();
     _saved = fingerprints(files);
+    _savedState = stateOf(_saved);
     // Translations in the project's own file will get files of theirs by the next save, which has to write all of them then.
     if(files.size() != translationCount + 1) _saved.clear();
     return true;
@@ -290,6 +292,7 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
     // Files that are gone with it are missed no longer.
     if(isGone) _known.learn();
     _saved = std::move(current);
+    _savedState = stateOf(_saved);
     return true;
 }
 
@@ -399,6 +402,19 @@ bool ProjectStorage::write(const rapidjson::Document& document, std::vector<File
     }
     return append(string(ProjectName), document,
         {ProjectLevels, false, Containers::arrayView(elsewhere.data(), elsewhere.size())});
+}
+
+Containers::String ProjectStorage::stateOf(const std::vector<Fingerprint>& files) {
+    // In whatever order the document has the languages.
+    std::vector<std::string> names;
+    names.reserve(files.size());
+    for(const Fingerprint& file: files)
+        names.push_back(
+            std::string{view(file.path)} + ' ' + std::to_string(file.size) + ' ' + std::to_string(file.hash));
+    std::sort(names.begin(), names.end());
+    std::string all;
+    for(const std::string& name: names) all.append(name).append("\n");
+    return fingerprint(string(all));
 }
 
 std::vector<ProjectStorage::Fingerprint> ProjectStorage::fingerprints(const std::vector<File>& files) {

@@ -66,6 +66,9 @@ public:
     /** Lets the next @ref save() write over what somebody else has done to the files until now. They count as not saved. */
     void keepDocument();
 
+    /** Names what was last read or written: a fingerprint of 16 characters, the same where the contents are. */
+    Containers::StringView savedState() const { return _savedState; }
+
     /** Makes the folder `.editor`, which version control is told to ignore, where it can be made. */
     void makeEditorFolder();
 
@@ -90,6 +93,7 @@ private:
     struct File;
 
     static bool write(const rapidjson::Document& document, std::vector<File>& files, FileError& error);
+    static Containers::String stateOf(const std::vector<Fingerprint>& files);
     static std::vector<Fingerprint> fingerprints(const std::vector<File>& files);
 
     bool hasLock(Containers::StringView folder) const;
@@ -112,6 +116,7 @@ private:
 
     Containers::String _folder;
     std::vector<Fingerprint> _saved;
+    Containers::String _savedState;
     KnownFiles _known;
 };
 

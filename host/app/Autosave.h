@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/String.h>
+
+#include <rapidjson/document.h>
+
+#include "QuorvaneEditor/Host.h"
+
+namespace QuorvaneEngine {
+
+class DocumentWriter;
+class EditorSession;
+class FileSystem;
+
+/** Keeps a copy of unsaved changes for the case of a crash, in the file `.editor/autosave` of the project: some seconds after the last
+    change, whenever there are some. The document is written out a few milliseconds a frame, begun anew with each change, and a job
+    puts the bytes on the disk: first aside, then in place. The copy goes when the project is saved or undone to what is saved, and when
+    it is left behind on purpose.
+
+    The file has a line with the format's name and version, the fingerprint of the saved state that it belongs to, the size in bytes of what
+    follows and its fingerprint; what follows is the document as JSON text. Belongs to the GUI thread. */
+class QUORVANE_API Autosave {
+public:
+    /** What was found when a project was opened. */
+    enum class Found : std::uint8_t {
+        Nothing,
+        Changes, /**< of the project as it was saved last */
+        Outdated /**< of a project whose files were other ones */
+    };
+
+    /** Seconds without a change before the copy is written. */
+    static constexpr double Quiet = 3.0;
+
+    /** @param session  must outlive this object, as must the others */
+    explicit Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files);
+    ~Autosave();
+    Autosave(const Autosave&) = delete;
+    Autosave& operator=(const Autosave&) = delete;
+
+    /** Turns to the project that was just opened. What an earlier program left behind waits for @ref restore() or @ref discard() , and
+        nothing is kept before. A file that cannot be read, is cut, or is none of these is a warning, and replaced by the next copy.
+        @param isWriting    whether the project is this program's to write; else its copy is another one's, and nothing is done */
+    Found begin(bool isWriting);
+
+    /** Takes what was found over as the document, unsaved. The file stays until it is saved. */
+    void restore();
+
+    /** Removes what was found, or what is kept. */
+    void discard();
+
+    /** Leaves the project behind, with nothing kept, unless what was found still waits. */
+    void end();
+
+    /** Does what is to be done in this frame; between two frames.
+        @param now  in seconds */
+    void update(double now);
+
+private:
+    struct Task;
+
+    Containers::String place(const char* name) const;
+    Found read();
+    void keep();
+
+    EditorSession* _session;
+    JobSystem* _jobs;
+    FileSystem* _files;
+
+    /** Of the project; empty where nothing is done. */
+    Containers::String _folder;
+
+    Containers::Pointer<rapidjson::Document> _found;
+    Containers::Pointer<DocumentWriter> _writer;
+
+    /** The job that runs, or ran last. */
+    std::shared_ptr<Task> _task;
+    Containers::String _failure;
+
+    /** Whether there may be a file. */
+    bool _isKept = false;
+
+    /** Revisions of the document: as it was last seen, and as it is kept. */
+    Int _seenRevision = -1;
+    Int _keptRevision = -1;
+    double _changed = 0.0;
+};
+
+}

@@ -1,0 +1,42 @@
+#include "DocumentWriter.h"
+
+#include <string>
+
+#include "EditorSessionTest.h"
+
+namespace QuorvaneEngine {
+namespace {
+
+class DocumentWriterTest: public WarnedTest {
+protected:
+    /** What is written in steps of some values. */
+    static std::string written(const rapidjson::Document& document, const std::size_t members, int& steps) {
+        DocumentWriter writer{document};
+        for(steps = 1; !writer.write(members); ++steps) {
+        }
+        return writer.text();
+    }
+};
+
+TEST_F(DocumentWriterTest, WritesTheSameInWhateverSteps) {
+    for(const char* const json: {"{}", R"({"a": 1})", R"({"a": {}, "b": [], "c": null})",
+            R"({"a": {"b": {"c": {"d": {"e": {"f": 1, "g": [{}, {"h": 2}]}}}, "i": "\u00fc\n\""}, "j": -1.5}, "k": true})"}) {
+        const rapidjson::Document document = documentOf(json);
+        for(const std::size_t members: {1u, 2u, 3u, 1000u}) {
+            int steps = 0;
+            EXPECT_EQ(textOf(documentOf(written(document, members, steps))), textOf(document)) << json;
+        }
+    }
+}
+
+TEST_F(DocumentWriterTest, AStepIsAsLargeAsWasAskedFor) {
+    const rapidjson::Document document = documentOf(R"({"a": {"b": 1, "c": 2, "d": {"e": 3}}, "f": 4})");
+    int steps = 0;
+    written(document, 1, steps);
+    EXPECT_EQ(steps, 7) << "six values, and the end";
+    written(document, 7, steps);
+    EXPECT_EQ(steps, 1);
+}
+
+}
+}
