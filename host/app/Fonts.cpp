@@ -38,7 +38,10 @@ void load(Containers::StringView iconFont, LetterSet* const letters) {
     if(!readable) {
         Corrade::Utility::Warning{}
             << "Fonts::load(): no font found on this machine, taking the GUI's own, which has few letters";
-        atlas.AddFontDefaultVector();
+        ImFontConfig config;
+        // Without a size of its own it takes no other font in.
+        config.SizePixels = Size;
+        atlas.AddFontDefaultVector(&config);
     }
 
     // Before the fallbacks: their private-use letters are not ours.
