@@ -1,5 +1,10 @@
 #include "app/DesktopWindow.h"
 
+#include <cstdlib>
+#include <iostream>
+
+#include <dlfcn.h>
+
 #define GLFW_INCLUDE_NONE
 #include <GLFW/glfw3.h>
 
@@ -16,6 +21,26 @@ const char* lastReason() {
     return description ? description : "";
 }
 
+/* The part of Xlib's interface that is needed, so that its headers are not. */
+using LossHandler = int (*)(void* display);
+using SetLossHandler = LossHandler (*)(LossHandler handler);
+
+[[noreturn]] int endWithoutDisplay(void*) {
+    Corrade::Utility::Error{} << "DesktopWindow: the display is gone, so the editor ends";
+    std::cout.flush();
+    // Nothing can be closed in order: whatever is on the display, OpenGL among it, is gone, too.
+    std::_Exit(DesktopWindow::NoDisplay);
+}
+
+/** Without this the library of the X Window System ends the process with a code and words of its own. */
+void watchDisplay() {
+    void* const library = dlopen("libX11.so.6", RTLD_LAZY | RTLD_NOLOAD);
+    if(!library) return;
+    if(void* const function = dlsym(library, "XSetIOErrorHandler"))
+        reinterpret_cast<SetLossHandler>(function)(endWithoutDisplay);
+    dlclose(library);
+}
+
 }
 
 DesktopWindow::~DesktopWindow() {
@@ -30,6 +55,7 @@ bool DesktopWindow::open(const char* title, const Options& options) {
                                   << lastReason();
         return false;
     }
+    watchDisplay();
     glfwWindowHint(GLFW_CONTEXT_VERSION_MAJOR, 3);
     glfwWindowHint(GLFW_CONTEXT_VERSION_MINOR, 3);
     glfwWindowHint(GLFW_OPENGL_PROFILE, GLFW_OPENGL_CORE_PROFILE);

@@ -20,6 +20,10 @@ public:
         bool visible = true;
     };
 
+    /** The code that the process ends with when the display goes while the window is open, after a sentence that says so. What is not saved
+        is lost then, but for copies. */
+    static constexpr int NoDisplay = 3;
+
     DesktopWindow() = default;
 
     /** Closes the window. */

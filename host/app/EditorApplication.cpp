@@ -37,15 +37,18 @@ namespace QuorvaneEngine {
 
 namespace {
 
+static_assert(DesktopWindow::NoDisplay == int(ExitCode::NoDisplay));
+
 constexpr UnsignedInt WorkerThreads = 2;
 
 /* How long the editor sleeps while nobody touches it, in seconds, and how many frames it draws before: the GUI needs some to
    settle. */
-constexpr double IdleSleep = 0.1;
+constexpr double IdleSleep = 0.5;
 constexpr int BusyFrames = 8;
 
-/** While something runs that the user watches. */
+/* While something runs that the user watches; and for how long after the last input, for what appears with a delay. */
 constexpr double WatchSleep = 0.03;
+constexpr int WatchFrames = 40;
 
 Containers::String openArchiveDialog(Containers::StringView title, Containers::StringView defaultPath) {
     Containers::Array<Containers::String> files =
@@ -210,11 +213,14 @@ private:
     }
 
     void waitForInput() {
-        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy() || _fonts.isBusy();
+        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy() || _fonts.isBusy() || _watch > 0;
         _window.pollEvents(_busy > 0 ? 0.0 : isWatched ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
-        if(context.InputEventsQueue.Size || context.ActiveId) _busy = BusyFrames;
-        else if(_busy > 0) --_busy;
+        if(context.InputEventsQueue.Size || context.ActiveId) {
+            _busy = BusyFrames;
+            _watch = WatchFrames;
+        } else if(_busy > 0) --_busy;
+        else if(_watch > 0) --_watch;
     }
 
     DesktopWindow& _window;
@@ -234,6 +240,7 @@ private:
     EditorFrame _frame;
     Title _title;
     int _busy = BusyFrames;
+    int _watch = 0;
 };
 
 }

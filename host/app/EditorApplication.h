@@ -14,7 +14,7 @@ enum class ExitCode : int {
     Failure = 1,
     /** The command line is wrong. */
     Usage = 2,
-    /** There is no display, or none with OpenGL 3.3. */
+    /** There is no display, or none with OpenGL 3.3, or it has gone. */
     NoDisplay = 3
 };
 

@@ -18,6 +18,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/** Starts the editor on a display that ends a while after the project is open. Ends as the editor does. */
+constexpr const char* OnDyingDisplay = R"sh(
+mkfifo "$DESK/number"
+Xvfb -displayfd 3 -screen 0 1600x1000x24 3<>"$DESK/number" 2>/dev/null &
+server=$!
+read -r number <"$DESK/number"
+DISPLAY=:$number timeout 100 "$EDITOR" --project "$PROJECT" --scale 1 >"$DESK/out" &
+guard=$!
+tries=0
+until [ -d "$PROJECT/.editor" ] || [ $tries -gt 300 ]; do sleep 0.2; tries=$((tries + 1)); done
+sleep 2
+kill $server
+wait $guard
+status=$?
+cat "$DESK/out"
+exit $status
+)sh";
+
 /** The desktop editor, started as a user would, on a copy of the sample project. */
 class EditorProgram: public testing::Test {
 protected:
@@ -246,6 +264,36 @@ TEST_F(EditorProgram, WithoutADisplayASentenceSaysSoAndTheEndIsThree) {
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_EQ(result.error.find("DesktopWindow::open(): the editor needs a display and found none: "), 0u)
         << result.error;
+}
+
+TEST_F(EditorProgram, ADisplayThatGoesIsSaidAndTheEndIsThree) {
+    const ProgramResult result = runProgram({"/bin/sh", "-c", OnDyingDisplay}, desk.string(),
+        {"EDITOR=" QUORVANE_EDITOR, "PROJECT=" + project.string(), "XDG_DATA_HOME=" + (root / "data").string(),
+            "DESK=" + desk.string()});
+    EXPECT_EQ(result.exitCode, 3) << result.error;
+    EXPECT_EQ(result.error, "DesktopWindow: the display is gone, so the editor ends\n");
+    EXPECT_NE(result.out.find("Opened "), std::string::npos) << result.out;
+}
+
+TEST_F(EditorProgram, WithoutFontsTheLibrarysOwnIsTakenWithAWarning) {
+    write(root / "fonts.conf", "<?xml version=\"1.0\"?>\n<fontconfig></fontconfig>\n");
+    const ProgramResult result = draw({}, {"FONTCONFIG_FILE=" + (root / "fonts.conf").string()});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(
+        result.error, "Fonts::load(): no font found on this machine, taking the GUI's own, which has few letters\n");
+    EXPECT_GT(Picture{picture.string()}.colors(), 50u);
+}
+
+TEST_F(EditorProgram, SettingsThatAreGarbageAreOneWarningAndTheEditorGoesOn) {
+    fs::create_directories(root / "data/QuorvaneEngine");
+    write(root / "data/QuorvaneEngine/settings.json", "{\"version\": 1,");
+    const ProgramResult result = runProgram({"/bin/sh", "-c", OnDyingDisplay}, desk.string(),
+        {"EDITOR=" QUORVANE_EDITOR, "PROJECT=" + project.string(), "XDG_DATA_HOME=" + (root / "data").string(),
+            "DESK=" + desk.string()});
+    const std::string file = (root / "data/QuorvaneEngine/settings.json").string();
+    EXPECT_EQ(result.error.find("Settings::read(): " + file + ":1:"), 0u) << result.error;
+    EXPECT_EQ(result.error.find("Settings::read()", 1), std::string::npos) << result.error;
+    EXPECT_NE(result.out.find("Opened "), std::string::npos) << result.out;
 }
 
 TEST_F(EditorProgram, WithoutOpenGL33ASentenceSaysSoAndTheEndIsThree) {
