@@ -15,6 +15,7 @@
 #include "QuorvaneEditor/ProjectWatch.h"
 #include "QuorvaneEditor/QuorvaneEditor.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
+#include "Ui/Ui.h"
 #include "app/Widgets.h"
 #include "modules/ModuleLoader.h"
 
@@ -58,7 +59,12 @@ AbstractModule* ViewSet::load(Containers::StringView name) {
 void ViewSet::start(Entry& entry) {
     // A view's module has no other kind of object.
     entry.view = static_cast<EditorView*>(load(entry.module));
-    if(entry.view) entry.view->init(ImGui::GetCurrentContext(), _data, _application);
+    if(!entry.view) return;
+    for(const Entry& other: _entries)
+        if(&other != &entry && other.view && other.view->title() == entry.view->title())
+            Corrade::Utility::Warning{} << "ViewSet::start(): the views of" << other.module << "and" << entry.module
+                                        << "share a window, because both have the title" << entry.view->title();
+    entry.view->init(ImGui::GetCurrentContext(), _data, _application);
 }
 
 void ViewSet::stop(Entry& entry) {
@@ -148,8 +154,27 @@ void ViewSet::draw() {
     for(Entry& entry: _entries) {
         if(!entry.view || !entry.view->open()) continue;
         if(entry.failed) drawReason(entry);
-        else entry.view->draw();
+        else drawView(entry);
     }
+}
+
+void ViewSet::drawView(Entry& entry) {
+    Ui& ui = _application->ui();
+    const std::size_t scope = ui.scopePath().size();
+    const std::size_t flagCount = ui.flagStack.size();
+    entry.view->draw();
+    const Containers::StringView leftOpen = ui.scopePath().exceptPrefix(std::min(scope, ui.scopePath().size()));
+    const std::size_t flagsLeft = ui.flagStack.size() - std::min(flagCount, ui.flagStack.size());
+    if(leftOpen.isEmpty() && !flagsLeft) return;
+    if(!std::exchange(entry.isLeakTold, true)) {
+        Corrade::Utility::Warning warning;
+        warning << "ViewSet::draw():" << entry.view->title() << "left open:";
+        if(!leftOpen.isEmpty()) warning << "the scope" << leftOpen;
+        if(flagsLeft) warning << flagsLeft << "flags";
+    }
+    // Their IDs are gone with the window that they belong to.
+    if(!leftOpen.isEmpty()) ui.path[scope] = '\0';
+    while(ui.flagStack.size() > flagCount) ui.popFlags();
 }
 
 void ViewSet::drawReason(Entry& entry) {

@@ -54,7 +54,8 @@ public:
     void checkConditions();
 
     /** Draws the open views, each of which gets its reason and a button to repair it drawn in its place while its condition does
-        not hold. Between the begin and the end of a frame. */
+        not hold. Scopes and flags of the toolkit that a view leaves open are closed, which is a warning, once. Between the begin and
+        the end of a frame. */
     void draw();
 
     /** Why a view is not drawn; empty when it is. */
@@ -71,6 +72,7 @@ private:
         EditorView* view = nullptr;
         const ViewCondition* failed = nullptr;
         Containers::String reason;
+        bool isLeakTold = false;
     };
 
     AbstractModule* load(Containers::StringView name);
@@ -78,6 +80,7 @@ private:
     void start(Entry& entry);
     void stop(Entry& entry);
     void reload(Entry& entry);
+    void drawView(Entry& entry);
     void drawReason(Entry& entry);
 
     ModuleLoader* _modules;

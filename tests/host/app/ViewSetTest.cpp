@@ -87,5 +87,30 @@ TEST_F(ViewSetTest, SubscriptionsAreTakenOverToAnotherProjectAndEndWithTheSet) {
     pushObject();
 }
 
+TEST_F(ViewSetTest, WhatAViewLeavesOpenIsClosedAndSaidOnceAndSoIsATitleThatTwoHave) {
+    ModuleLoader leaking{QUORVANE_FIXTURES "/leaking"};
+    std::ostringstream warned;
+    const Corrade::Utility::Warning warnings{&warned};
+    ViewSet views{leaking, application, session.data(), {}};
+    views.restart();
+    EXPECT_EQ(warned.str(),
+        "ViewSet::start(): the views of Leaking and Twin share a window, because both have the title Leaking\n");
+    warned.str("");
+
+    ImGuiIO& io = ImGui::GetIO();
+    io.DisplaySize = {200.0f, 200.0f};
+    io.BackendFlags |= ImGuiBackendFlags_RendererHasTextures;
+    for(int frame = 0; frame != 3; ++frame) {
+        ImGui::NewFrame();
+        views.draw();
+        EXPECT_EQ(ui.scopePath(), "");
+        EXPECT_TRUE(ui.flagStack.empty());
+        EXPECT_FALSE(ui.flags & Ui::Flag::NoLabel);
+        ImGui::EndFrame();
+    }
+    const std::string once = "ViewSet::draw(): Leaking left open: the scope /objects/door 1 flags\n";
+    EXPECT_EQ(warned.str(), once + once);
+}
+
 }
 }
