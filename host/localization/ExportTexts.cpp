@@ -1,5 +1,6 @@
 #include "ExportTexts.h"
 
+#include <cstring>
 #include <iterator>
 
 #include "Fingerprint.h"
@@ -66,9 +67,13 @@ ExportTexts::~ExportTexts() = default;
 
 void ExportTexts::readFingerprints() {
     if(_languages.size() == 1) return;
-    _fingerprints.reserve(_terms.terms().size());
-    for(const ProjectTerm& term: _terms.terms())
-        _fingerprints.push_back(term.source.isEmpty() ? Containers::String{} : fingerprint(term.source));
+    _fingerprints.resize(_terms.terms().size());
+    for(std::size_t i = 0; i != _fingerprints.size(); ++i) {
+        const Containers::StringView source = _terms.terms()[i].source;
+        if(source.isEmpty()) continue;
+        const Containers::String digits = fingerprint(source);
+        std::memcpy(_fingerprints[i].digits, digits.data(), sizeof(Fingerprint::digits));
+    }
 }
 
 const ExportTexts::Language* ExportTexts::find(const UnsignedInt language) const {
@@ -83,8 +88,11 @@ Containers::ArrayView<const Containers::StringView> ExportTexts::keysWithoutPlac
 }
 
 bool ExportTexts::isStale(const ProjectTranslation::Parts& translation, const std::size_t source) const {
-    return !translation.text.isEmpty() && !_fingerprints[source].isEmpty() &&
-        translation.source != _fingerprints[source];
+    // Every text of every language comes here.
+    const char* const digits = _fingerprints[source].digits;
+    constexpr std::size_t Size = sizeof(Fingerprint::digits);
+    if(translation.source.size() == Size && std::memcmp(translation.source.data(), digits, Size) == 0) return false;
+    return !translation.text.isEmpty() && *digits;
 }
 
 /** A plural form that only the target language has is a translation of the form that every language has. */

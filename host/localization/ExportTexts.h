@@ -73,8 +73,13 @@ private:
 
     UnsignedInt _defaultLanguage;
     ProjectTerms _terms;
-    /** Of the terms' source texts, empty where there is none; none at all where the default language alone is asked for. */
-    std::vector<Containers::String> _fingerprints;
+    struct Fingerprint {
+        /** Zeros where the term has no text. */
+        char digits[16]{};
+    };
+
+    /** Of the terms' source texts; none where the default language alone is asked for. */
+    std::vector<Fingerprint> _fingerprints;
     std::vector<Language> _languages;
     /** By namespace. */
     std::vector<std::unique_ptr<PluralSets>> _plurals;
