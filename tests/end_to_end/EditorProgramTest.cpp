@@ -89,7 +89,7 @@ TEST_F(EditorProgram, DrawsTheProjectIntoAPictureAndEndsWithZero) {
     const ProgramResult result = draw({"--size", "1200x800"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.error, "");
-    EXPECT_NE(result.out.find("Opened " + project.string() + "\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("Opened to be looked at: " + project.string() + "\n"), std::string::npos) << result.out;
     const Picture read{picture.string()};
     EXPECT_EQ(read.width, 1200u);
     EXPECT_EQ(read.height, 800u);
@@ -115,7 +115,9 @@ TEST_F(EditorProgram, ThePictureShowsTheViewThatIsAskedFor) {
 TEST_F(EditorProgram, AViewThatIsNotThereIsSaidAndNoPictureTaken) {
     const ProgramResult result = draw({"--view", "Gallery"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.error, "runEditor(): there is no view Gallery, but Messages, Localization Report, Localization\n");
+    EXPECT_EQ(result.error,
+        "runEditor(): there is no view Gallery, but Messages, History, Plug-ins, Localization Report, "
+        "Localization\n");
     EXPECT_FALSE(fs::exists(picture));
 }
 
