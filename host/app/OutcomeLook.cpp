@@ -12,12 +12,12 @@ using Counts = LocalizationReport::Counts;
 using Theme::Color;
 
 constexpr OutcomeLook Looks[]{
-    {TermOutcome::Added, ICON_FA_CIRCLE_PLUS, Color::Good, "Added", &Counts::added},
-    {TermOutcome::Changed, ICON_FA_PEN, Color::Link, "Changed", &Counts::changed},
-    {TermOutcome::Unchanged, ICON_FA_CHECK, Color::PaleLetters, "Unchanged", &Counts::unchanged},
-    {TermOutcome::Empty, ICON_FA_CIRCLE, Color::PaleLetters, "No text", &Counts::empty},
-    {TermOutcome::Skipped, ICON_FA_TRIANGLE_EXCLAMATION, Color::Caution, "Skipped", &Counts::skipped},
-    {TermOutcome::Notice, ICON_FA_CIRCLE_INFO, Color::Link, "Notices", &Counts::notices},
+    {TermOutcome::Added, Color::Good, ICON_FA_CIRCLE_PLUS, "Added", &Counts::added},
+    {TermOutcome::Changed, Color::Link, ICON_FA_PEN, "Changed", &Counts::changed},
+    {TermOutcome::Unchanged, Color::PaleLetters, ICON_FA_CHECK, "Unchanged", &Counts::unchanged},
+    {TermOutcome::Empty, Color::PaleLetters, ICON_FA_CIRCLE, "No text", &Counts::empty},
+    {TermOutcome::Skipped, Color::Caution, ICON_FA_TRIANGLE_EXCLAMATION, "Skipped", &Counts::skipped},
+    {TermOutcome::Notice, Color::Link, ICON_FA_CIRCLE_INFO, "Notices", &Counts::notices},
 };
 
 }

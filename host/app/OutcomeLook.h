@@ -9,11 +9,10 @@ namespace QuorvaneEngine {
 /** How an outcome is shown wherever a report is. */
 struct OutcomeLook {
     TermOutcome outcome;
+    Theme::Color tone;
 
     /** As the icon font's text. */
     const char* icon;
-
-    Theme::Color tone;
 
     /** What heads its numbers. */
     const char* heading;

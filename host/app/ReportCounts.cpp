@@ -24,7 +24,7 @@ constexpr float NameWidth = 140.0f;
 /** Counted beside the outcomes. */
 const OutcomeLook& staleLook() {
     static const OutcomeLook look{
-        TermOutcome::Unchanged, "", outcomeLook(TermOutcome::Skipped).tone, "Stale", &Counts::stale};
+        TermOutcome::Unchanged, outcomeLook(TermOutcome::Skipped).tone, "", "Stale", &Counts::stale};
     return look;
 }
 
