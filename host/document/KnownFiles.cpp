@@ -50,6 +50,12 @@ void KnownFiles::set(const Containers::StringView path, const FileStamp& stamp, 
     _known.push_back({Containers::String{path}, placeOf(path), stamp, bytes.size(), hashOf(bytes)});
 }
 
+/** Knows a file that cannot be read by its stamp alone: it is the same until that changes. */
+void KnownFiles::setUnread(const Containers::StringView path, const FileStamp& stamp) {
+    noteRemoved(path);
+    _known.push_back({Containers::String{path}, placeOf(path), stamp, ~std::size_t{}, 0});
+}
+
 void KnownFiles::noteRead(
     const Containers::StringView path, const FileStamp& stamp, const Containers::StringView bytes) {
     set(path, stamp, bytes);
@@ -85,7 +91,10 @@ std::vector<Containers::String> KnownFiles::added() {
         if(!isOfTranslations(view(name))) continue;
         const Containers::String path = string(std::string{TranslationsFolder}.append(view(name)));
         const auto isSame = [&path](const File& file) { return file.path == path; };
-        if(std::none_of(_known.begin(), _known.end(), isSame)) paths.push_back(path);
+        // A link that leads nowhere is no file.
+        FileStamp ofFile;
+        if(_files->stampOf(placeOf(path), ofFile) == 0 && std::none_of(_known.begin(), _known.end(), isSame))
+            paths.push_back(path);
     }
     if(paths.empty()) _translationsStamp = stamp;
     return paths;
@@ -131,9 +140,9 @@ std::vector<KnownFiles::Difference> KnownFiles::learn() {
     for(const Difference& difference: differences) {
         const FileStamp stamp = stampOf(difference.path);
         Containers::String bytes;
-        if(difference.isThere && _files->readFile(placeOf(difference.path), bytes) == 0)
-            set(difference.path, stamp, bytes);
-        else noteRemoved(difference.path);
+        if(!difference.isThere) noteRemoved(difference.path);
+        else if(_files->readFile(placeOf(difference.path), bytes) == 0) set(difference.path, stamp, bytes);
+        else setUnread(difference.path, stamp);
     }
     return differences;
 }

@@ -73,6 +73,7 @@ private:
     Containers::String placeOf(Containers::StringView path) const;
     Look look(File& file) const;
     void set(Containers::StringView path, const FileStamp& stamp, Containers::StringView bytes);
+    void setUnread(Containers::StringView path, const FileStamp& stamp);
 
     /** The paths of files that were added to the folder of translations. */
     std::vector<Containers::String> added();

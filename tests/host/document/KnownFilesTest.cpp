@@ -1,5 +1,6 @@
 #include "KnownFiles.h"
 
+#include <filesystem>
 #include <string>
 
 #include <Corrade/Containers/StringStl.h>
@@ -131,6 +132,44 @@ TEST_F(KnownFilesTest, AFileThatWasChangedBetweenItsStampAndItsReadingIsSeen) {
     known.noteRead("project.json", before, "[]");
     disk.put("/p/project.json", "[1]");
     EXPECT_EQ(look(), DiskState::Changed);
+}
+
+TEST(KnownFilesDisk, WhatCannotBeReadIsOneChangeAndThenKnown) {
+    const TestFolder folder;
+    KnownFiles known{FileSystem::disk(), folder.path.c_str()};
+    for(const char* const path: {"project.json", "localization/de.json"}) {
+        folder.write(path, "{}");
+        known.noteRead(path, known.stampOf(path), "{}");
+    }
+    for(const char* const path: {"project.json", "localization/de.json"}) {
+        const std::string place = folder.path + "/" + path;
+        ASSERT_TRUE(std::filesystem::remove(place));
+        ASSERT_TRUE(std::filesystem::create_directory(place));
+        EXPECT_EQ(known.look(), DiskState::Changed);
+        EXPECT_EQ(known.learn().size(), 1u);
+        EXPECT_EQ(known.look(), DiskState::Same);
+        EXPECT_FALSE(known.isForeign(path));
+        ASSERT_TRUE(std::filesystem::remove(place));
+        folder.write(path, "{}");
+        EXPECT_TRUE(known.isForeign(path));
+        known.learn();
+    }
+}
+
+TEST(KnownFilesDisk, ALinkThatLeadsNowhereIsNoFile) {
+    const TestFolder folder;
+    KnownFiles known{FileSystem::disk(), folder.path.c_str()};
+    folder.write("project.json", "{}");
+    folder.write("localization/de.json", "{}");
+    known.learn();
+    known.noteRead("project.json", known.stampOf("project.json"), "{}");
+    known.noteRead("localization/de.json", known.stampOf("localization/de.json"), "{}");
+    ASSERT_EQ(known.look(), DiskState::Same);
+    std::filesystem::create_symlink("nowhere", folder.path + "/localization/fr.json");
+    EXPECT_EQ(known.look(), DiskState::Same);
+    std::filesystem::remove(folder.path + "/localization/fr.json");
+    folder.write("localization/fr.json", "{}");
+    EXPECT_EQ(known.look(), DiskState::Changed);
 }
 
 TEST(KnownFilesDisk, LookingAllocatesNothing) {
