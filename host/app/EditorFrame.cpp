@@ -197,6 +197,7 @@ void EditorFrame::proceed() {
 
 void EditorFrame::executeAnswer(Answer answer) {
     if(answer == Answer::None) return;
+    _nextLook = ImGui::GetTime() + LookPeriod;
     const bool isProceeding = std::exchange(_isProceeding, false);
     switch(answer) {
     case Answer::None:
@@ -230,8 +231,10 @@ void EditorFrame::executeAnswer(Answer answer) {
 void EditorFrame::lookAtDisk() {
     const double now = ImGui::GetTime();
     if(now < _nextLook || !hasProject() || _questions.isAsking(Question::Changed) ||
-        _questions.isAsking(Question::SaveOver))
+        _questions.isAsking(Question::SaveOver) || !_questions.failure().isEmpty())
         return;
+    // A key that is meant for the text would answer.
+    if(ImGui::GetIO().WantTextInput) return;
     _nextLook = now + LookPeriod;
     askForChanges(Question::Changed);
 }

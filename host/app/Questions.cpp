@@ -84,10 +84,11 @@ void Questions::ask(const Question question, const Containers::StringView text) 
 }
 
 Answer Questions::draw() {
+    // What could not be done comes before what is to be done next.
+    if(!_failure.isEmpty()) drawFailure();
     Answer answer = Answer::None;
     for(std::size_t question = 0; question != Count && answer == Answer::None; ++question)
         if(_isAsked[question] || _isShown[question]) answer = drawQuestion(question);
-    if(!_failure.isEmpty()) drawFailure();
     if(_showsAbout) drawAbout();
     return answer;
 }
@@ -105,6 +106,8 @@ Answer Questions::drawQuestion(const std::size_t question) {
         ImGui::CloseCurrentPopup();
         return Answer::None;
     }
+    // Who went on by keys until now did not choose the first button.
+    if(ImGui::IsWindowAppearing() && form.escape == Answer::None) ImGui::SetNavCursorVisible(false);
     {
         const Widgets::BlockScope block{Widgets::scaled(TextWidth)};
         Widgets::heading(form.icon, form.heading);

@@ -136,7 +136,8 @@ TEST_F(EditorFrameDiskTest, WhatCannotBeReloadedIsToldOfAndTheDocumentStays) {
     EXPECT_TRUE(play("reload", [this](ImGuiTestContext& user) {
         user.ItemClick("//Counter/Count");
         write("first", "{\"name\": \n<<<<<<<");
-        user.Yield(LookFrames);
+        // As long as it takes to read the question.
+        user.Yield(3 * LookFrames);
         user.ItemClick("//Changed on disk/Reload");
         user.Yield(3);
         IM_CHECK(frame.failure().contains("project.json:2:1: "));
@@ -144,6 +145,44 @@ TEST_F(EditorFrameDiskTest, WhatCannotBeReloadedIsToldOfAndTheDocumentStays) {
         user.Yield(LookFrames);
         user.ItemClick("//Changed on disk/Keep mine");
         user.Yield(2);
+    }));
+    EXPECT_EQ(counted(), 1);
+    EXPECT_TRUE(session.changes().canUndo());
+}
+
+TEST_F(EditorFrameDiskTest, WhoIsTypingIsAskedAfterwards) {
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("type", [this](ImGuiTestContext& user) {
+        choose(user, "View/Messages");
+        user.ItemClick("//Messages/**/##messages");
+        change();
+        user.Yield(2 * LookFrames);
+        IM_CHECK(!isAsked(user));
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(LookFrames);
+        IM_CHECK(isAsked(user));
+    }));
+    EXPECT_EQ(counted(), 0);
+}
+
+TEST_F(EditorFrameDiskTest, AKeyThatWasMeantForSomethingElseReloadsNothing) {
+    ImGui::GetIO().ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("press", [this](ImGuiTestContext& user) {
+        user.ItemClick("//Counter/Count");
+        user.NavMoveTo("//Counter/Count");
+        user.KeyPress(ImGuiKey_RightArrow);
+        IM_CHECK(ImGui::GetIO().NavVisible);
+        change();
+        user.Yield(LookFrames);
+        IM_CHECK(isAsked(user));
+        for(const ImGuiKey key: {ImGuiKey_Space, ImGuiKey_Enter}) {
+            user.KeyPress(key);
+            user.Yield(LookFrames);
+            IM_CHECK(isAsked(user));
+        }
     }));
     EXPECT_EQ(counted(), 1);
     EXPECT_TRUE(session.changes().canUndo());
