@@ -12,10 +12,10 @@
 
 #include "ChangeManager.h"
 #include "QuorvaneEditor/JobSystem.h"
-#include "document/DocumentWriter.h"
 #include "document/EditorSession.h"
 #include "document/FileSystem.h"
 #include "document/JsonReader.h"
+#include "document/SteppedJsonWriter.h"
 #include "localization/Fingerprint.h"
 
 namespace QuorvaneEngine {

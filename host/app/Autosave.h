@@ -12,7 +12,7 @@
 
 namespace QuorvaneEngine {
 
-class DocumentWriter;
+class SteppedJsonWriter;
 class EditorSession;
 class FileSystem;
 
@@ -74,7 +74,7 @@ private:
     Containers::String _folder;
 
     Containers::Pointer<rapidjson::Document> _found;
-    Containers::Pointer<DocumentWriter> _writer;
+    Containers::Pointer<SteppedJsonWriter> _writer;
 
     /** The job that runs, or ran last. */
     std::shared_ptr<Task> _task;

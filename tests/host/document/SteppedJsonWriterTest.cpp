@@ -1,4 +1,4 @@
-#include "DocumentWriter.h"
+#include "SteppedJsonWriter.h"
 
 #include <string>
 
@@ -7,18 +7,18 @@
 namespace QuorvaneEngine {
 namespace {
 
-class DocumentWriterTest: public WarnedTest {
+class SteppedJsonWriterTest: public WarnedTest {
 protected:
     /** What is written in steps of some values. */
     static std::string written(const rapidjson::Document& document, const std::size_t members, int& steps) {
-        DocumentWriter writer{document};
+        SteppedJsonWriter writer{document};
         for(steps = 1; !writer.write(members); ++steps) {
         }
         return writer.text();
     }
 };
 
-TEST_F(DocumentWriterTest, WritesTheSameInWhateverSteps) {
+TEST_F(SteppedJsonWriterTest, WritesTheSameInWhateverSteps) {
     for(const char* const json: {"{}", R"({"a": 1})", R"({"a": {}, "b": [], "c": null})",
             R"({"a": {"b": {"c": {"d": {"e": {"f": 1, "g": [{}, {"h": 2}]}}}, "i": "\u00fc\n\""}, "j": -1.5}, "k": true})"}) {
         const rapidjson::Document document = documentOf(json);
@@ -29,7 +29,7 @@ TEST_F(DocumentWriterTest, WritesTheSameInWhateverSteps) {
     }
 }
 
-TEST_F(DocumentWriterTest, AStepIsAsLargeAsWasAskedFor) {
+TEST_F(SteppedJsonWriterTest, AStepIsAsLargeAsWasAskedFor) {
     const rapidjson::Document document = documentOf(R"({"a": {"b": 1, "c": 2, "d": {"e": 3}}, "f": 4})");
     int steps = 0;
     written(document, 1, steps);

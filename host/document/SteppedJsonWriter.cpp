@@ -1,4 +1,4 @@
-#include "DocumentWriter.h"
+#include "SteppedJsonWriter.h"
 
 #include <string_view>
 
@@ -13,9 +13,9 @@ constexpr std::size_t Depth = 4;
 
 }
 
-DocumentWriter::DocumentWriter(const rapidjson::Value& document): _open{{&document, 0}}, _text{"{"} {}
+SteppedJsonWriter::SteppedJsonWriter(const rapidjson::Value& document): _open{{&document, 0}}, _text{"{"} {}
 
-bool DocumentWriter::write(std::size_t members) {
+bool SteppedJsonWriter::write(std::size_t members) {
     while(!_open.empty() && members) {
         Object& object = _open.back();
         if(object.next == object.value->MemberCount()) {

@@ -11,10 +11,10 @@
 namespace QuorvaneEngine {
 
 /** Writes a document as JSON text on one line, a part at a time, for who has no time for all of it at once. */
-class QUORVANE_API DocumentWriter {
+class QUORVANE_API SteppedJsonWriter {
 public:
     /** @param document     must be an object; must stay as it is until all of it is written */
-    explicit DocumentWriter(const rapidjson::Value& document);
+    explicit SteppedJsonWriter(const rapidjson::Value& document);
 
     /** Writes some more.
         @param members  how many values at most, each with all that is in it where it is nested deeper than terms are
