@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "TextLines.h"
+
 namespace QuorvaneEngine {
 
 namespace {
@@ -18,18 +20,6 @@ constexpr std::string_view Actions[]{"replace", "create", "remove"};
 /** The index of @p word among @p words, or their number. */
 template <std::size_t count> std::size_t indexOf(const std::string_view (&words)[count], std::string_view word) {
     return std::size_t(std::find(words, words + count, word) - words);
-}
-
-/** The lines of a text, each of which must end with LF; none where the last does not. */
-std::vector<std::string_view> linesOf(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while(!text.empty()) {
-        const std::size_t end = text.find('\n');
-        if(end == std::string_view::npos) return {};
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    return lines;
 }
 
 }

@@ -14,6 +14,7 @@
 
 #include "FileSystem.h"
 #include "PrintableText.h"
+#include "TextLines.h"
 
 namespace QuorvaneEngine::LockNote {
 
@@ -38,17 +39,6 @@ std::string hostName() {
 std::string programName() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).filename().string();
-}
-
-std::vector<std::string_view> linesOf(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while(!text.empty()) {
-        const std::size_t end = text.find('\n');
-        if(end == std::string_view::npos) return {};
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    return lines;
 }
 
 template <class T> bool readNumber(const std::string_view text, T& number) {
