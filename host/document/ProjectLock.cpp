@@ -54,9 +54,11 @@ bool ProjectLock::take(const Containers::StringView folder, const Making making,
 bool ProjectLock::takeForSaving(const Containers::StringView folder, FileError& error) {
     if(isTaken(folder) && hasEditorFolder(folder)) return true;
     const bool isAnnounced = _isAnnounced;
-    if(!take(folder, Making::Yes, error)) return false;
-    if(isAnnounced) announce();
-    return true;
+    const bool isTaken = take(folder, Making::Yes, error);
+    // Also who is refused tells, once he has it.
+    _isAnnounced = isAnnounced;
+    if(isTaken && isAnnounced) announce();
+    return isTaken;
 }
 
 void ProjectLock::announce() {
@@ -74,7 +76,8 @@ bool ProjectLock::isTaken(const Containers::StringView folder) const {
 }
 
 void ProjectLock::release() {
-    if(std::exchange(_isAnnounced, false)) LockNote::remove(*_files, _folder);
+    // Where the locked folder was replaced, the note is another program's.
+    if(std::exchange(_isAnnounced, false) && isTaken(_folder)) LockNote::remove(*_files, _folder);
     _lock.release();
     _folder = {};
 }

@@ -207,7 +207,7 @@ bool ProjectStorage::tryLock(const Containers::StringView folder, FileError& ref
     FileError ignored;
     if(!absoluteFolder(folder, path, ignored)) return true;
     FileStamp stamp;
-    const bool isProject = _files->stampOf(joined(view(path), "/", ProjectName), stamp) == 0;
+    const bool isProject = path == _folder || _files->stampOf(joined(view(path), "/", ProjectName), stamp) == 0;
     return take(path, isProject ? ProjectLock::Making::Yes : ProjectLock::Making::No, refusal);
 }
 
@@ -215,8 +215,11 @@ bool ProjectStorage::take(const Containers::String& path, const ProjectLock::Mak
     if(hasLock(path)) return true;
     Containers::Pointer<ProjectLock> lock{Corrade::InPlaceInit, *_files};
     if(!lock->take(path, making, error)) return false;
+    Containers::Pointer<ProjectLock>& place = path == _folder ? _lock : _nextLock;
+    // One that was lost takes nothing with it that is told from now on.
+    place = nullptr;
     lock->announce();
-    (path == _folder ? _lock : _nextLock) = std::move(lock);
+    place = std::move(lock);
     return true;
 }
 

@@ -97,6 +97,30 @@ TEST_F(ProjectLockTest, AFolderThatTookThePlaceOfTheLockedOneIsNotLocked) {
     EXPECT_TRUE(takeAndTell(second));
 }
 
+TEST_F(ProjectLockTest, WhatTellsOfAnotherProgramStays) {
+    ASSERT_TRUE(takeAndTell(first));
+    fs::remove_all(folder / "p/.editor");
+    fs::create_directory(folder / "p/.editor");
+    ASSERT_TRUE(takeAndTell(second));
+    const std::string note = folder.read("p/.editor/lock");
+    EXPECT_FALSE(first.takeForSaving((folder / "p").c_str(), error));
+    EXPECT_EQ(folder.read("p/.editor/lock"), note);
+    first.release();
+    EXPECT_EQ(folder.read("p/.editor/lock"), note);
+}
+
+TEST_F(ProjectLockTest, WhoWasRefusedTellsWhenHeHasItAgain) {
+    ASSERT_TRUE(takeAndTell(first));
+    fs::remove_all(folder / "p/.editor");
+    fs::create_directory(folder / "p/.editor");
+    ASSERT_TRUE(take(second));
+    EXPECT_FALSE(first.takeForSaving((folder / "p").c_str(), error));
+    second.release();
+    EXPECT_FALSE(fs::exists(folder / "p/.editor/lock"));
+    EXPECT_TRUE(first.takeForSaving((folder / "p").c_str(), error));
+    EXPECT_TRUE(fs::exists(folder / "p/.editor/lock"));
+}
+
 TEST_F(ProjectLockTest, WithoutAFolderForItNothingIsMadeAndTheProjectsOwnIsLocked) {
     fs::create_directory(folder / "empty");
     ASSERT_TRUE(takeAndTell(first, "empty"));

@@ -127,6 +127,20 @@ TEST_F(ProjectStorageDiskTest, TheLockGoesOnlyWhenAnotherProjectIsOpen) {
     EXPECT_TRUE(lock(other, second));
 }
 
+TEST_F(ProjectStorageDiskTest, ALockThatWasLostWithItsFolderIsTakenAgainAndTold) {
+    const Containers::StringView path{folder.data(), folder.size()};
+    FileError error;
+    ASSERT_TRUE(disk.tryLock(path, error) && open(disk, folder));
+    std::filesystem::remove_all(folder + "/.editor");
+    EXPECT_FALSE(disk.isLocked());
+    EXPECT_TRUE(disk.tryLock(path, error));
+    EXPECT_TRUE(disk.isLocked());
+    EXPECT_NE(text(LockNote::read(FileSystem::disk(), path)), "");
+    EXPECT_EQ(read(".editor/.gitignore"), "*\n");
+    ProjectStorage other{FileSystem::disk()};
+    EXPECT_FALSE(other.tryLock(path, error));
+}
+
 TEST_F(ProjectStorageDiskTest, ASaveOfAnotherProgramIsNotRecoveredWhileItIsRunning) {
     const std::string journal = "quorvane-journal 1\ncomplete\nreplace project.json\nend\n";
     std::filesystem::create_directories(folder + "/.editor/save");
