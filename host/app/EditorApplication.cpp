@@ -22,6 +22,7 @@
 #include "app/FontWatch.h"
 #include "app/Fonts.h"
 #include "app/KeyOrder.h"
+#include "app/LeftOutModules.h"
 #include "app/Look.h"
 #include "app/MessageLog.h"
 #include "app/NewView.h"
@@ -137,14 +138,16 @@ public:
         : _window{window},
           _line{line},
           _renderer{window},
-          _modules{moduleFolders(line)},
+          _note{userFolder(line)},
+          _modules{moduleFolders(line), &_note},
+          _leftOut{userFolder(line), _modules},
           _settings{userFolder(line)},
           _look{_settings, displayScale(), schemeOf(line, _settings)},
           _recent{userFolder(line)},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         Fonts::load(sharedFile("icons.otf"), &_letters);
         _frame.setDesktop(
-            {DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look, &_fonts});
+            {DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look, &_fonts, &_leftOut});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 
@@ -231,7 +234,9 @@ private:
     EditorSession _session{&_jobs};
     /** Null without OpenGL. */
     Containers::Pointer<Thumbnails> _thumbnails;
+    LoadNote _note;
     ModuleLoader _modules;
+    LeftOutModules _leftOut;
     LetterSet _letters;
     FontWatch _fonts{_letters};
     Settings _settings;

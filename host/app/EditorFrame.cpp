@@ -13,6 +13,7 @@
 #include "app/CommandPalette.h"
 #include "app/EditorPanels.h"
 #include "app/FontWatch.h"
+#include "app/LeftOutModules.h"
 #include "app/Look.h"
 #include "app/MessageLog.h"
 #include "app/RecentProjects.h"
@@ -126,11 +127,9 @@ void EditorFrame::prepare() {
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     _panels->prepare();
-    if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) {
-        _jobs->waitForAll();
-        if(_views.reload(module)) _log->note("Loaded " + module + " anew");
-    }
+    if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) load(module);
     executeAnswer(std::exchange(_answer, Answer::None));
+    askForSuspect();
     lookAtDisk();
     _autosave.update(ImGui::GetTime());
     if(const ViewCondition* const condition = _views.takeRepair()) condition->repair(_session->editor());
@@ -139,6 +138,18 @@ void EditorFrame::prepare() {
     _session->beginFrame();
     if(_desktop.fonts) _desktop.fonts->update(_session->project(), _session->data().storedRevision(), _languages);
     _views.checkConditions();
+}
+
+void EditorFrame::load(const Containers::String& module) {
+    if(_desktop.leftOut) _desktop.leftOut->forget(module);
+    _jobs->waitForAll();
+    if(_views.reload(module)) _log->note("Loaded " + module + " anew");
+}
+
+void EditorFrame::askForSuspect() {
+    if(!_desktop.leftOut || _questions.isAsking(Question::Suspect)) return;
+    const Containers::StringView suspect = _desktop.leftOut->suspect();
+    if(!suspect.isEmpty()) _questions.ask(Question::Suspect, suspect + ", " + _desktop.leftOut->fileOf(suspect));
 }
 
 void EditorFrame::learnLanguages() {
@@ -207,6 +218,8 @@ void EditorFrame::executeAnswer(Answer answer) {
     case Answer::KeepMine: return _session->keepDocument();
     case Answer::Restore: return restore();
     case Answer::DropCopy: return _autosave.discard();
+    case Answer::LeaveOut: return _desktop.leftOut->leaveOut(_desktop.leftOut->suspect());
+    case Answer::LoadAnyway: return load(Containers::String{_desktop.leftOut->suspect()});
     case Answer::SaveOver:
         _session->keepDocument();
         if(!save() || !isProceeding) return;

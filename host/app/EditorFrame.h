@@ -26,6 +26,7 @@ class EditorPanels;
 class EditorSession;
 class FileSystem;
 class FontWatch;
+class LeftOutModules;
 class Look;
 class MessageLog;
 class ModuleLoader;
@@ -59,6 +60,9 @@ public:
 
         /** Tells which languages can be shown; must outlive the frame. */
         FontWatch* fonts = nullptr;
+
+        /** Which modules are not loaded because an editor died with them; must outlive the frame. */
+        LeftOutModules* leftOut = nullptr;
     };
 
     /** @param session          must outlive this object, as must the others
@@ -117,6 +121,8 @@ private:
     void tellNewLanguages();
     void proceed();
     void restartViews();
+    void askForSuspect();
+    void load(const Containers::String& module);
     bool save();
     void lookAtDisk();
     void askForKept();

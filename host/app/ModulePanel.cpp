@@ -29,6 +29,7 @@ constexpr Look Looks[]{
     {"Loaded"_s, MessageLog::Severity::Note},
     {"Refused"_s, MessageLog::Severity::Warning},
     {"Failed"_s, MessageLog::Severity::Error},
+    {"Left out"_s, MessageLog::Severity::Warning},
 };
 
 void drawState(const ModuleLoader::Status status) {
@@ -40,7 +41,7 @@ void drawState(const ModuleLoader::Status status) {
     Widgets::text(look.name);
 }
 
-/** @return whether it is to be loaded anew */
+/** @return whether it is to be loaded, or loaded anew */
 bool drawRow(const ModuleLoader::Module& module) {
     const IdGuard id{Containers::StringView{module.name}};
     ImGui::TableNextRow();
@@ -58,6 +59,7 @@ bool drawRow(const ModuleLoader::Module& module) {
         if(!module.reason.isEmpty()) Widgets::text(module.reason);
     }
     ImGui::TableNextColumn();
+    if(module.status == ModuleLoader::Status::LeftOut) return ImGui::Button(ICON_FA_PLAY "  Load###Load");
     return ImGui::Button(ICON_FA_ARROWS_ROTATE "  Reload###Reload");
 }
 

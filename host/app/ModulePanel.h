@@ -12,7 +12,7 @@ namespace ModulePanel {
 
 /** Draws the window that lists the modules, each with its file, whether it is loaded, and if not, why.
     @param open     cleared by the close button
-    @return the name of the module that the user wants to be loaded anew, which the loader owns; empty for none */
+    @return the name of the module that the user wants to be loaded, or loaded anew, which the loader owns; empty for none */
 QUORVANE_API Containers::StringView draw(const ModuleLoader& modules, bool* open);
 
 }

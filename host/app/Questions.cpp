@@ -61,6 +61,9 @@ constexpr Form Forms[]{
     {"Kept changes", ICON_FA_CLOCK_ROTATE_LEFT, "Unsaved changes were kept",
         "Restore them, and they are unsaved changes of this project. Discard them, and they are lost.",
         {{"Restore", Answer::Restore}, {"Discard", Answer::DropCopy}, {}}, Answer::None},
+    {"Plug-in trouble", ICON_FA_PLUG_CIRCLE_XMARK, "The editor died while it was loading a plug-in",
+        "Left out, it stays so until it is loaded in View > Plug-ins, or its file is another one.",
+        {{"Leave out", Answer::LeaveOut}, {"Load anyway", Answer::LoadAnyway}, {}}, Answer::LeaveOut},
 };
 
 /** @return the answer that was given */

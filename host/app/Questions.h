@@ -15,7 +15,8 @@ enum class Question : std::uint8_t {
     InUse, /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
     Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine */
     SaveOver, /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
-    Restore /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
+    Restore, /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
+    Suspect /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway */
 };
 
 /** What the user wants done. */
@@ -29,7 +30,9 @@ enum class Answer : std::uint8_t {
     KeepMine,
     SaveOver,
     Restore,
-    DropCopy
+    DropCopy,
+    LeaveOut,
+    LoadAnyway
 };
 
 /** The host's own dialogs, which stand before everything else until they are answered. A dialog waits for
@@ -55,7 +58,7 @@ public:
     Answer draw();
 
 private:
-    static constexpr std::size_t Count = std::size_t(Question::Restore) + 1;
+    static constexpr std::size_t Count = std::size_t(Question::Suspect) + 1;
 
     Answer drawQuestion(std::size_t question);
     void drawFailure();

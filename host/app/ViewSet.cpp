@@ -35,9 +35,11 @@ void warn(Containers::StringView reason) {
 ViewSet::ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, EditorData& data,
     Containers::ArrayView<const ViewCondition> conditions)
     : _modules{&modules}, _application{&application}, _data{&data}, _conditions{conditions} {
-    for(const Containers::String& name: modules.names()) {
-        AbstractModule* const module = load(name);
-        if(module && module->moduleType() == ModuleTypeView) _entries.push_back(Entry{name, nullptr, nullptr, {}});
+    for(const ModuleLoader::Module& found: modules.modules()) {
+        if(found.status == ModuleLoader::Status::LeftOut) continue;
+        AbstractModule* const module = load(found.name);
+        if(module && module->moduleType() == ModuleTypeView)
+            _entries.push_back(Entry{found.name, nullptr, nullptr, {}});
     }
 }
 
@@ -51,12 +53,15 @@ ViewSet::~ViewSet() {
 
 AbstractModule* ViewSet::load(Containers::StringView name) {
     if(AbstractModule* const module = _modules->module(name)) return module;
+    const LoadNote::Scope note = _modules->noted(name);
     AbstractModule* const module = _modules->load(name);
     if(module) module->load();
     return module;
 }
 
 void ViewSet::start(Entry& entry) {
+    const LoadNote::Scope note = _modules->noted(entry.module);
+    entry.isProven = false;
     // A view's module has no other kind of object.
     entry.view = static_cast<EditorView*>(load(entry.module));
     if(!entry.view) return;
@@ -105,6 +110,8 @@ void ViewSet::reload() {
 
 void ViewSet::reload(Entry& entry) {
     if(entry.view) {
+        const LoadNote::Scope note = _modules->noted(entry.module);
+        entry.isProven = false;
         endSubscriptions(entry);
         entry.view = static_cast<EditorView*>(_modules->reload(entry.module));
     } else if(_started) {
@@ -124,6 +131,7 @@ bool ViewSet::reload(const Containers::StringView module) {
         reload(*known);
         return _modules->module(module);
     }
+    const LoadNote::Scope note = _modules->noted(module);
     AbstractModule* const object = _modules->module(module) ? _modules->reload(module) : load(module);
     if(!object || object->moduleType() != ModuleTypeView) return object;
     _entries.push_back(Entry{Containers::String{module}, nullptr, nullptr, {}});
@@ -153,8 +161,15 @@ void ViewSet::checkConditions() {
 void ViewSet::draw() {
     for(Entry& entry: _entries) {
         if(!entry.view || !entry.view->open()) continue;
-        if(entry.failed) drawReason(entry);
-        else drawView(entry);
+        if(entry.failed) {
+            drawReason(entry);
+        } else if(entry.isProven) {
+            drawView(entry);
+        } else {
+            const LoadNote::Scope note = _modules->noted(entry.module);
+            drawView(entry);
+            entry.isProven = true;
+        }
     }
 }
 

@@ -17,7 +17,7 @@ class ModuleLoader;
 /** The views that modules contribute, for the open project. */
 class QUORVANE_API ViewSet {
 public:
-    /** Loads all modules. Their views are made by the first @ref restart() .
+    /** Loads all modules but those that are left out. Their views are made by the first @ref restart() .
         @param modules      must outlive this object, as must the others
         @param conditions   not copied */
     explicit ViewSet(ModuleLoader& modules, QuorvaneEditorApplication& application, EditorData& data,
@@ -73,6 +73,9 @@ private:
         const ViewCondition* failed = nullptr;
         Containers::String reason;
         bool isLeakTold = false;
+
+        /** Whether the view has drawn since it was made. */
+        bool isProven = false;
     };
 
     AbstractModule* load(Containers::StringView name);

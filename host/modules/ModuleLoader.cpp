@@ -60,8 +60,8 @@ private:
 
 }
 
-ModuleLoader::ModuleLoader(const Containers::ArrayView<const Containers::String> folders)
-    : _state{Corrade::InPlaceInit} {
+ModuleLoader::ModuleLoader(const Containers::ArrayView<const Containers::String> folders, LoadNote* const note)
+    : _note{note}, _state{Corrade::InPlaceInit} {
     if(folders.isEmpty()) {
         Utility::Error{} << "ModuleLoader::ModuleLoader(): there are no folders";
         std::abort();
@@ -70,7 +70,8 @@ ModuleLoader::ModuleLoader(const Containers::ArrayView<const Containers::String>
     listModules();
 }
 
-ModuleLoader::ModuleLoader(const Containers::StringView folder): _state{Corrade::InPlaceInit} {
+ModuleLoader::ModuleLoader(const Containers::StringView folder, LoadNote* const note)
+    : _note{note}, _state{Corrade::InPlaceInit} {
     look(folder);
     listModules();
 }
@@ -87,6 +88,16 @@ void ModuleLoader::note(const Containers::StringView name, const Status status, 
         module.status = status;
         module.reason = Containers::String{reason};
     }
+}
+
+void ModuleLoader::leaveOut(const Containers::StringView name, const Containers::StringView reason) {
+    if(!find(name)) note(name, Status::LeftOut, reason);
+}
+
+LoadNote::Scope ModuleLoader::noted(const Containers::StringView name) const {
+    for(const Module& module: _modules)
+        if(module.name == name) return LoadNote::Scope{_note, module.file};
+    return LoadNote::Scope{nullptr, {}};
 }
 
 void ModuleLoader::look(const Containers::StringView folder) {

@@ -7,6 +7,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "modules/LoadNote.h"
 
 namespace QuorvaneEngine {
 
@@ -23,7 +24,9 @@ public:
         /** Told by its metadata that it does not fit; nothing of it was mapped. */
         Refused,
         /** It could not be mapped, or not be taken out of the process to be replaced. */
-        Failed
+        Failed,
+        /** Found, and not to be loaded before somebody asks for it by name. */
+        LeftOut
     };
 
     struct Module {
@@ -33,17 +36,18 @@ public:
         Containers::String file;
         Status status = Status::NotLoaded;
 
-        /** Why it is not loaded, of one that was refused or failed; as it was printed. */
+        /** Why it is not loaded, of one that was refused, failed or is left out; as it was printed. */
         Containers::String reason;
     };
 
     /** Looks for modules; none is loaded yet.
         @param folders  at least one, with forward slashes, empty for the current one; a folder that does not exist or holds no modules is a
-                        message. Of modules with one name that of the first folder counts, which is a message, too. */
-    explicit ModuleLoader(Containers::ArrayView<const Containers::String> folders);
+                        message. Of modules with one name that of the first folder counts, which is a message, too.
+        @param note     tells the next start of the editor with which module this one died; null for none, else must outlive the loader */
+    explicit ModuleLoader(Containers::ArrayView<const Containers::String> folders, LoadNote* note = nullptr);
 
     /** Looks for modules in one folder. */
-    explicit ModuleLoader(Containers::StringView folder);
+    explicit ModuleLoader(Containers::StringView folder, LoadNote* note = nullptr);
 
     /** Stops and unloads every module. */
     ~ModuleLoader();
@@ -56,6 +60,12 @@ public:
 
     /** What lies in the folders, in the order of @ref names(), and what has become of it. */
     Containers::ArrayView<const Module> modules() const { return _modules; }
+
+    /** Marks a module that is not loaded as left out, until it is loaded. A name that is unknown or loaded is left alone. */
+    void leaveOut(Containers::StringView name, Containers::StringView reason);
+
+    /** What is done with a module while the result lives is noted, if there is a note to do so. */
+    LoadNote::Scope noted(Containers::StringView name) const;
 
     /** Maps a module into the process and constructs its object; one that is loaded already is returned as it is.
         @return owned by the loader, valid until the module is unloaded; null when it is refused */
@@ -100,6 +110,7 @@ private:
 
     /** How many messages there were before any module was loaded. */
     std::size_t _folderMessages = 0;
+    LoadNote* _note;
     Containers::Pointer<State> _state;
 };
 

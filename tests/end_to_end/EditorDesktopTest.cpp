@@ -135,6 +135,37 @@ TEST_F(EditorDesktop, WhoTakesAPictureIsNotNoted) {
     for(const char* const folder: {"home", "data", "desk"}) EXPECT_EQ(in(folder), Names{}) << folder;
 }
 
+TEST_F(EditorDesktop, APluginThatTheEditorDiedWithIsLeftOutOnceTheUserSaysSo) {
+    const std::vector<std::string> environment{inDataFolder(), "QUORVANE_DYING=bound",
+        "MODULES=" QUORVANE_FIXTURES "/dying", "LIST=" + (root / "data/QuorvaneEngine/left-out-modules.json").string()};
+    const std::string dying = "exec \"$EDITOR\" --modules \"$MODULES\" --project \"$PROJECT\"";
+    // A picture is the same for every user, and tells nobody.
+    EXPECT_EQ(run(dying + " --screenshot ../picture.png", environment).exitCode, -1);
+    EXPECT_EQ(in("data"), Names{});
+    EXPECT_EQ(run(dying, environment).exitCode, -1);
+    ASSERT_FALSE(in("data").empty());
+
+    std::string asked{Before};
+    asked.insert(asked.find("--project"), "--modules \"$MODULES\" ");
+    // Escape is the answer that harms nobody.
+    asked += R"(
+tries=0
+until grep -q '"answered": true' "$LIST" || [ $tries -gt 60 ]; do
+    xdotool key Escape
+    sleep 1
+    tries=$((tries + 1))
+done
+)";
+    const ProgramResult result = run(asked + After, environment);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error,
+        "LeftOutModules::LeftOutModules(): " QUORVANE_FIXTURES "/dying/Dying.so: the editor died while it was "
+        "loading this module\n");
+    EXPECT_EQ(in("data"),
+        (Names{"QuorvaneEngine", "QuorvaneEngine/left-out-modules.json", "QuorvaneEngine/recent-projects.json"}));
+    EXPECT_NE(read("data/QuorvaneEngine/left-out-modules.json").find("\"answered\": true"), std::string::npos);
+}
+
 TEST_F(EditorDesktop, TheMenusHandTheProjectAndTheDocumentationToTheDesktop) {
     const ProgramResult result = use("choose 25 110 77\nchoose 167 230 50\n", {inDataFolder()});
     EXPECT_EQ(result.exitCode, 0);
