@@ -38,7 +38,9 @@ private:
     std::array<int, 2> _ends;
 };
 
-[[noreturn]] void become(
+}
+
+void becomeProgram(
     const std::vector<std::string>& command, const std::string& folder, const std::vector<std::string>& environment) {
     for(const std::string& variable: environment) {
         const std::size_t equals = variable.find('=');
@@ -52,8 +54,6 @@ private:
     _exit(127);
 }
 
-}
-
 ProgramResult runProgram(
     const std::vector<std::string>& command, const std::string& folder, const std::vector<std::string>& environment) {
     ProgramResult result{};
@@ -63,7 +63,7 @@ ProgramResult runProgram(
     if(child == 0) {
         out.become(STDOUT_FILENO);
         error.become(STDERR_FILENO);
-        become(command, folder, environment);
+        becomeProgram(command, folder, environment);
     }
     std::thread reader{[&] { result.error = error.read(); }};
     result.out = out.read();

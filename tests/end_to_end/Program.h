@@ -21,4 +21,8 @@ struct ProgramResult {
 ProgramResult runProgram(const std::vector<std::string>& command, const std::string& folder,
     const std::vector<std::string>& environment = {});
 
+/** Makes the calling process, which was forked for that, a program; ends it with 127 where there is none. */
+[[noreturn]] void becomeProgram(
+    const std::vector<std::string>& command, const std::string& folder, const std::vector<std::string>& environment);
+
 }
