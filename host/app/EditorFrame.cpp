@@ -117,6 +117,7 @@ void EditorFrame::restartViews() {
     // Their code lies in the modules.
     _jobs->waitForAll();
     _views.restart();
+    if(_desktop.fonts) _desktop.fonts->restart(_session->watch(), _languages);
 }
 
 void EditorFrame::prepare() {
@@ -136,7 +137,7 @@ void EditorFrame::prepare() {
     _exchange.prepare();
     if(_areLanguagesTouched) tellNewLanguages();
     _session->beginFrame();
-    if(_desktop.fonts) _desktop.fonts->update(_session->project(), _session->data().storedRevision(), _languages);
+    if(_desktop.fonts) _desktop.fonts->update(_session->project(), ImGui::GetTime());
     _views.checkConditions();
 }
 
@@ -155,6 +156,7 @@ void EditorFrame::askForSuspect() {
 void EditorFrame::learnLanguages() {
     _languages = languagesOf(_session->project());
     _areLanguagesTouched = false;
+    if(_desktop.fonts) _desktop.fonts->setLanguages(_languages);
 }
 
 void EditorFrame::tellNewLanguages() {

@@ -1,12 +1,15 @@
 #include "fonts/FontCoverage.h"
 
+#include <algorithm>
+#include <string>
+#include <utility>
+
 #include <rapidjson/document.h>
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
 
 #include "QuorvaneEditor/AllLanguages.h"
 #include "QuorvaneEditor/ProjectFile.h"
 #include "localization/DocumentLookup.h"
+#include "localization/Parallel.h"
 #include "localization/TermSource.h"
 
 namespace QuorvaneEngine {
@@ -15,27 +18,8 @@ using namespace Containers::Literals;
 
 namespace {
 
-constexpr char32_t FirstNonAscii = 0x80;
-
-/** Codes that are named before the rest is counted. */
-constexpr std::size_t NamedLanguages = 5;
-
-/** Whether a letter is a place for ink. */
-bool isVisible(const char32_t letter) {
-    const auto code = UChar32(letter);
-    return u_isgraph(code) && !u_hasBinaryProperty(code, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
-}
-
-bool isShaped(const char32_t letter) {
-    const auto code = UChar32(letter);
-    const UCharDirection direction = u_charDirection(code);
-    if(direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC) return true;
-    const int joining = u_getIntPropertyValue(code, UCHAR_JOINING_TYPE);
-    if(joining == U_JT_DUAL_JOINING || joining == U_JT_RIGHT_JOINING || joining == U_JT_LEFT_JOINING) return true;
-    const int hangul = u_getIntPropertyValue(code, UCHAR_HANGUL_SYLLABLE_TYPE);
-    if(hangul == U_HST_LEADING_JAMO || hangul == U_HST_VOWEL_JAMO || hangul == U_HST_TRAILING_JAMO) return true;
-    return U_GET_GC_MASK(code) & U_GC_M_MASK;
-}
+/* What it takes to find a text, in bytes that are looked at meanwhile. */
+constexpr std::size_t BytesPerText = 64;
 
 Containers::StringView stringOf(const rapidjson::Value* const value) {
     if(!value || !value->IsString()) return {};
@@ -47,82 +31,148 @@ bool isDefaultLanguage(const rapidjson::Value& root, const Containers::StringVie
     return mark && mark->IsTrue();
 }
 
-/** "ar, he", and how many more there are. */
-template <class Condition>
-std::string codesOf(const std::vector<LanguageLetters>& languages, std::size_t& count, Condition&& condition) {
-    std::string codes;
-    count = 0;
-    for(const LanguageLetters& language: languages) {
-        if(!condition(language)) continue;
-        if(++count > NamedLanguages) continue;
-        const Containers::StringView code = AllLanguages[language.language].code;
-        codes.append(codes.empty() ? "" : ", ").append(code.data(), code.size());
-    }
-    if(count > NamedLanguages) codes += " and " + std::to_string(count - NamedLanguages) + " more";
-    return codes;
-}
-
-}
-
-void FontCoverage::restart(const Containers::ArrayView<const UnsignedInt> languages) {
-    _running.clear();
-    for(const UnsignedInt language: languages) _running.push_back({language, 0, 0, false});
-    _language = _text = 0;
-    _seen.clear();
-    if(isFinished()) _found.clear();
-}
-
-void FontCoverage::look(const Containers::StringView text) {
-    LanguageLetters& language = _running[_language];
-    for(std::int32_t at = 0; std::size_t(at) < text.size();) {
-        UChar32 code = 0;
-        U8_NEXT_OR_FFFD(text.data(), at, std::int32_t(text.size()), code);
-        const auto letter = char32_t(code);
-        if(letter < FirstNonAscii || _seen.has(letter)) continue;
-        _seen.add(letter);
-        if(!isVisible(letter)) continue;
-        language.needsShaping = language.needsShaping || isShaped(letter);
-        if(_drawn->has(letter)) continue;
-        if(!language.undrawn++) language.firstUndrawn = letter;
-    }
-}
-
-bool FontCoverage::advanceLanguage(ProjectFile& project, std::size_t& texts) {
-    const UnsignedInt language = _running[_language].language;
-    const bool isDefault = isDefaultLanguage(project.document(), AllLanguages[language].code);
-    const rapidjson::Value* const localization = memberOf(&project.document(), "localization"_s);
+const rapidjson::Value* entriesOf(const rapidjson::Value& root, const UnsignedInt language, const bool isDefault) {
+    const rapidjson::Value* const localization = memberOf(&root, "localization"_s);
     const rapidjson::Value* const entries = isDefault
         ? memberOf(localization, "terms"_s)
         : memberOf(memberOf(localization, "translations"_s), AllLanguages[language].code);
-    if(!entries || !entries->IsObject()) return true;
-    for(; texts && _text < entries->MemberCount(); --texts, ++_text) {
-        const rapidjson::Value& entry = (entries->MemberBegin() + std::ptrdiff_t(_text))->value;
-        const Containers::StringView text = stringOf(memberOf(&entry, isDefault ? "sourceText"_s : "text"_s));
-        look(isDefault ? stringOf(TermSource::value(project, text)) : text);
-    }
-    return _text == entries->MemberCount();
+    return entries && entries->IsObject() ? entries : nullptr;
 }
 
-void FontCoverage::advance(ProjectFile& project, std::size_t texts) {
-    if(isFinished()) return;
-    while(texts && advanceLanguage(project, texts)) {
-        _text = 0;
-        _seen.clear();
-        if(++_language == _running.size()) {
-            _found = _running;
+/** The member of the root that a source is below; empty where it names none. */
+std::string firstToken(const Containers::StringView sourceText) {
+    std::string name;
+    if(!sourceText.hasPrefix('/')) return name.append(sourceText.data(), sourceText.size());
+    for(std::size_t i = 1; i < sourceText.size() && sourceText[i] != '/'; ++i) {
+        if(sourceText[i] != '~') name += sourceText[i];
+        else if(++i != sourceText.size()) name += sourceText[i] == '1' ? '/' : '~';
+    }
+    return name;
+}
+
+/** Goes through terms or translations.
+    @param name     "sourceText" or "text"
+    @param use      is given the value of the name, and returns the size of the text that was looked at
+    @return whether the end was reached */
+template <class Use>
+bool walk(const rapidjson::Value* const entries, const Containers::StringView name, std::size_t& position,
+    std::size_t& bytes, Use&& use) {
+    if(!entries) return true;
+    for(; bytes && position < entries->MemberCount(); ++position) {
+        const rapidjson::Value& entry = (entries->MemberBegin() + std::ptrdiff_t(position))->value;
+        bytes -= std::min(bytes, BytesPerText + use(stringOf(memberOf(&entry, name))));
+    }
+    return position >= entries->MemberCount();
+}
+
+}
+
+std::size_t FontCoverage::find(const UnsignedInt language) const {
+    const auto found = std::find_if(_found.begin(), _found.end(),
+        [language](const LanguageLetters& letters) { return letters.language == language; });
+    return std::size_t(found - _found.begin());
+}
+
+void FontCoverage::restart(const Containers::ArrayView<const UnsignedInt> languages) {
+    std::vector<LanguageLetters> found;
+    for(const UnsignedInt language: languages) {
+        const std::size_t known = find(language);
+        found.push_back(known == _found.size() ? LanguageLetters{} : _found[known]);
+        found.back().language = language;
+    }
+    _found = std::move(found);
+    _touched.assign(_found.size(), true);
+    _touchedCount = _found.size();
+    _isRunning = false;
+    ++_revision;
+}
+
+void FontCoverage::touch(const UnsignedInt language) {
+    const std::size_t place = find(language);
+    if(place == _found.size() || _touched[place]) return;
+    _touched[place] = true;
+    ++_touchedCount;
+}
+
+void FontCoverage::touchSources(ProjectFile& project) {
+    for(const LanguageLetters& letters: _found)
+        if(isDefaultLanguage(project.document(), AllLanguages[letters.language].code)) touch(letters.language);
+}
+
+bool FontCoverage::add(const UnsignedInt language, const Containers::StringView text) {
+    const std::size_t place = find(language);
+    if(place == _found.size()) return true;
+    LanguageLetters& letters = _found[place];
+    const bool wasWell = letters.isWell();
+    letters.add(text, *_drawn);
+    if(!letters.isWell()) ++_revision;
+    // Its position may be past this text already.
+    if(_isRunning && _place == place) _running.add(text, *_drawn);
+    return wasWell;
+}
+
+bool FontCoverage::beginNext() {
+    if(_isRunning) return true;
+    if(!_touchedCount) return false;
+    _place = std::size_t(std::find(_touched.begin(), _touched.end(), true) - _touched.begin());
+    _touched[_place] = false;
+    --_touchedCount;
+    _running = {};
+    _running.language = _found[_place].language;
+    _text = 0;
+    return _isRunning = true;
+}
+
+void FontCoverage::learnSourceMember(const Containers::StringView sourceText) {
+    // Most terms have theirs below the same member, written in the same way.
+    for(const Containers::String& member: _sourceMembers)
+        if(sourceText.size() > member.size() + 1 && sourceText[member.size() + 1] == '/' &&
+            sourceText.slice(1, member.size() + 1) == member)
             return;
-        }
+    const std::string member = firstToken(sourceText);
+    if(member.empty()) return;
+    const Containers::StringView viewed{member.data(), member.size()};
+    if(std::find(_sourceMembers.begin(), _sourceMembers.end(), viewed) == _sourceMembers.end())
+        _sourceMembers.emplace_back(viewed);
+}
+
+void FontCoverage::advance(ProjectFile& project, std::size_t bytes) {
+    while(bytes && beginNext()) {
+        const bool isDefault = isDefaultLanguage(project.document(), AllLanguages[_running.language].code);
+        const bool isAtEnd = walk(entriesOf(project.document(), _running.language, isDefault),
+            isDefault ? "sourceText"_s : "text"_s, _text, bytes, [&](Containers::StringView text) {
+                if(isDefault) {
+                    learnSourceMember(text);
+                    text = stringOf(TermSource::value(project, text));
+                }
+                _running.add(text, *_drawn);
+                return text.size();
+            });
+        if(!isAtEnd) return;
+        _found[_place] = std::move(_running);
+        _isRunning = false;
+        ++_revision;
     }
 }
 
-std::string FontCoverage::summary() const {
-    std::size_t count = 0;
-    std::string text = codesOf(_found, count, [](const LanguageLetters& language) { return language.undrawn != 0; });
-    if(count) text += " cannot be drawn";
-    const std::string shaped =
-        codesOf(_found, count, [](const LanguageLetters& language) { return language.needsShaping; });
-    if(!count) return text;
-    return (text.empty() ? text : text + "; ") + shaped + (count == 1 ? " needs shaping" : " need shaping");
+Containers::Array<LanguageLetters> lettersOf(const rapidjson::Value& root,
+    const Containers::ArrayView<const UnsignedInt> languages, const UnsignedInt defaultLanguage,
+    const LetterSet& drawn) {
+    Containers::Array<LanguageLetters> all{Corrade::ValueInit, languages.size()};
+    forEachInParallel(languages.size(), [&](const std::size_t i) {
+        all[i].language = languages[i];
+        const bool isDefault = languages[i] == defaultLanguage;
+        DocumentLookup sources{root};
+        std::size_t position = 0;
+        std::size_t bytes = ~std::size_t{};
+        walk(entriesOf(root, languages[i], isDefault), isDefault ? "sourceText"_s : "text"_s, position, bytes,
+            [&](Containers::StringView text) {
+                if(isDefault && !text.isEmpty()) text = stringOf(sources.find(TermSource::path(text)));
+                all[i].add(text, drawn);
+                return text.size();
+            });
+    });
+    return all;
 }
 
 }

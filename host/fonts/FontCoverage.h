@@ -1,30 +1,16 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
 #include <vector>
 
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
-#include "fonts/LetterSet.h"
+#include "fonts/LanguageLetters.h"
 
 namespace QuorvaneEngine {
-
-/** What stands between the texts of a language and their reader. */
-struct LanguageLetters {
-    /** Index into @ref AllLanguages . */
-    UnsignedInt language = 0;
-
-    /** Different letters that no font has. */
-    UnsignedInt undrawn = 0;
-
-    /** The first of these. */
-    char32_t firstUndrawn = 0;
-
-    /** Whether there are letters that look right only when they are joined, reordered, put above each other, or set from right to left.
-        The GUI library sets one letter after the other. */
-    bool needsShaping = false;
-};
 
 /** Which languages of a project have texts that the fonts cannot draw. Goes through the project in steps, so that nobody waits for it. */
 class QUORVANE_API FontCoverage {
@@ -32,35 +18,64 @@ public:
     /** @param drawn    letters that can be drawn; ASCII always can. Must outlive this object */
     explicit FontCoverage(const LetterSet& drawn): _drawn{&drawn} {}
 
-    /** Begins anew. What was found before stays until the end is reached.
+    /** Takes other languages, and begins with all of them. What was found of a language stays until it has been looked at.
         @param languages    indices into @ref AllLanguages ; the texts of a default language are the source texts of the terms */
     void restart(Containers::ArrayView<const UnsignedInt> languages);
 
-    bool isFinished() const { return _language == _running.size(); }
+    /** Looks at all texts of a language once more, after what is being looked at. Does nothing for a language that was not given. */
+    void touch(UnsignedInt language);
 
-    /** Goes on. The project must be what it was at the last @ref restart() .
-        @param texts    to look at in this step */
-    void advance(ProjectFile& project, std::size_t texts);
+    /** Touches the languages that the project marks as default. */
+    void touchSources(ProjectFile& project);
+
+    /** Takes one more text of a language into account, at once. Letters that texts do not have any more are only forgotten by
+        @ref touch() .
+        @return whether the language looked well before */
+    bool add(UnsignedInt language, Containers::StringView text);
+
+    bool isFinished() const { return !_isRunning && _touchedCount == 0; }
+
+    /** Goes on. A project that has changed in between may need @ref touch() .
+        @param bytes    of texts to look at in this step, each text counting some more; the last one is looked at to its end */
+    void advance(ProjectFile& project, std::size_t bytes);
 
     /** Of each language, in the order in which they were given. */
     Containers::ArrayView<const LanguageLetters> languages() const { return {_found.data(), _found.size()}; }
 
-    /** Which languages cannot be drawn, and which need shaping, by their codes: "ja cannot be drawn; ar, he need shaping". Empty where
-        everything is well. */
-    std::string summary() const;
+    /** Counts what may have changed @ref languages() . */
+    UnsignedInt revision() const { return _revision; }
+
+    /** The members of the project's root that the source texts are below, as far as they were met. */
+    Containers::ArrayView<const Containers::String> sourceMembers() const {
+        return {_sourceMembers.data(), _sourceMembers.size()};
+    }
 
 private:
-    void look(Containers::StringView text);
-    bool advanceLanguage(ProjectFile& project, std::size_t& texts);
+    std::size_t find(UnsignedInt language) const;
+    bool beginNext();
+    void learnSourceMember(Containers::StringView sourceText);
 
     const LetterSet* _drawn;
     std::vector<LanguageLetters> _found;
-    std::vector<LanguageLetters> _running;
-    /** Of those in @ref _running , and the position of a text in it. */
-    std::size_t _language = 0;
+    /** One for each language, and how many are set. */
+    std::vector<bool> _touched;
+    std::size_t _touchedCount = 0;
+    /** The language that is looked at, its place in @ref _found , and the position of a text in it. */
+    bool _isRunning = false;
+    LanguageLetters _running;
+    std::size_t _place = 0;
     std::size_t _text = 0;
-    /** Letters of the language that were looked at. */
-    LetterSet _seen;
+    UnsignedInt _revision = 0;
+    std::vector<Containers::String> _sourceMembers;
 };
+
+/** The letters of languages at once, on all cores. May run on any thread while nobody changes the project.
+    @param root             the project's document, of any content
+    @param languages        indices into @ref AllLanguages
+    @param defaultLanguage  whose texts are the source texts of the terms
+    @param drawn            letters that can be drawn; ASCII always can
+    @return for each of @p languages its own, in their order */
+QUORVANE_API Containers::Array<LanguageLetters> lettersOf(const rapidjson::Value& root,
+    Containers::ArrayView<const UnsignedInt> languages, UnsignedInt defaultLanguage, const LetterSet& drawn);
 
 }
