@@ -18,6 +18,8 @@
 #include "batch/StatusTable.h"
 #include "document/FileSystem.h"
 #include "document/JsonWriter.h"
+#include "fonts/FontCoverage.h"
+#include "fonts/FontFinder.h"
 #include "localization/Export.h"
 #include "localization/Gathering.h"
 #include "localization/Import.h"
@@ -88,11 +90,15 @@ bool isWellTyped(Run& run) {
 
 BatchResult status(Run& run) {
     const std::vector<UnsignedInt> languages = run.project.chosenLanguages();
-    const Containers::Array<LanguageStatus> statuses = localizationStatus(run.project.session().project().document(),
-        Containers::arrayView(languages.data(), languages.size()), run.project.defaultLanguage());
+    const Containers::ArrayView<const UnsignedInt> chosen{languages.data(), languages.size()};
+    const rapidjson::Value& root = run.project.session().project().document();
+    const Containers::Array<LanguageStatus> statuses = localizationStatus(root, chosen, run.project.defaultLanguage());
+    LetterSet drawn;
+    const bool hasFonts = !findTextFonts(&drawn).isEmpty();
+    const Containers::Array<LanguageLetters> letters = lettersOf(root, chosen, run.project.defaultLanguage(), drawn);
     run.add("defaultLanguage", run.text(AllLanguages[run.project.defaultLanguage()].code));
-    if(run.options.isJson) addStatus(statuses, run.document);
-    else run.output.printText(statusTable(statuses, run.output.terminal()));
+    if(run.options.isJson) addStatus(statuses, letters, hasFonts, run.document);
+    else run.output.printText(statusTable(statuses, run.output.terminal()) + letterLines(letters, hasFonts));
     return isWellTyped(run) ? BatchResult::Done : BatchResult::Problems;
 }
 

@@ -7,6 +7,8 @@
 
 #include "QuorvaneEditor/AllLanguages.h"
 #include "batch/TextTable.h"
+#include "fonts/FontWords.h"
+#include "fonts/LanguageLetters.h"
 #include "localization/LocalizationStatus.h"
 
 namespace QuorvaneEngine {
@@ -121,13 +123,36 @@ std::string statusTable(const Containers::ArrayView<const LanguageStatus> status
     return tableOf(statuses, terminal, hasNames, bar).text() + legend(terminal);
 }
 
-void addStatus(const Containers::ArrayView<const LanguageStatus> statuses, rapidjson::Document& object) {
+std::string letterLines(const Containers::ArrayView<const LanguageLetters> languages, const bool hasFonts) {
+    std::string undrawn;
+    std::string shaped;
+    const auto add = [](std::string& list, const LanguageLetters& letters) {
+        list += list.empty() ? "" : ", ";
+        list += string(AllLanguages[letters.language].code);
+    };
+    for(const LanguageLetters& letters: languages) {
+        if(letters.needsShaping()) add(shaped, letters);
+        if(!letters.undrawn) continue;
+        add(undrawn, letters);
+        undrawn +=
+            " (" + std::to_string(letters.undrawn) + ", such as " + FontWords::codePoint(letters.firstUndrawn) + ')';
+    }
+    std::string lines;
+    if(!hasFonts) lines = "This machine has no fonts; which letters the editor can draw is known where it has some.\n";
+    else if(!undrawn.empty()) lines = "Letters that no font of this machine has: " + undrawn + '\n';
+    if(!shaped.empty()) lines += "Drawn letter by letter in the editor, which does no shaping: " + shaped + '\n';
+    return lines;
+}
+
+void addStatus(const Containers::ArrayView<const LanguageStatus> statuses,
+    const Containers::ArrayView<const LanguageLetters> letters, const bool hasFonts, rapidjson::Document& object) {
     auto& allocator = object.GetAllocator();
     const auto reference = [](const Containers::StringView text) {
         return rapidjson::StringRef(text.data(), rapidjson::SizeType(text.size()));
     };
     rapidjson::Value languages{rapidjson::kArrayType};
-    for(const LanguageStatus& status: statuses) {
+    for(std::size_t i = 0; i != statuses.size(); ++i) {
+        const LanguageStatus& status = statuses[i];
         rapidjson::Value entry{rapidjson::kObjectType};
         entry.AddMember("language", reference(AllLanguages[status.language].code), allocator);
         entry.AddMember("name", reference(AllLanguages[status.language].name), allocator);
@@ -135,9 +160,12 @@ void addStatus(const Containers::ArrayView<const LanguageStatus> statuses, rapid
         entry.AddMember("total", status.total(), allocator);
         for(const Column& column: Columns)
             entry.AddMember(reference(translationStateName(column.state)), status.count(column.state), allocator);
+        entry.AddMember("undrawn", hasFonts ? rapidjson::Value{letters[i].undrawn} : rapidjson::Value{}, allocator);
+        entry.AddMember("needsShaping", letters[i].needsShaping(), allocator);
         languages.PushBack(entry, allocator);
     }
     object.AddMember("languages", languages, allocator);
+    object.AddMember("hasFonts", hasFonts, allocator);
 }
 
 }

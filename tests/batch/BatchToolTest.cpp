@@ -44,8 +44,9 @@ TEST_F(LocalizeProgram, LinksNeitherAWindowNorOpenGl) {
     const ProgramResult result = runProgram({"/usr/bin/ldd", QUORVANE_LOCALIZE}, desk.path);
     ASSERT_EQ(result.exitCode, 0);
     EXPECT_NE(result.out.find("libquorvane-project.so"), std::string::npos) << result.out;
+    // Fontconfig and FreeType tell which letters can be drawn, and need no display.
     for(const char* const library: {"libGL", "libEGL", "libOpenGL", "libMagnumGL", "epoxy", "glfw", "libX", "libxcb",
-            "wayland", "imgui", "quorvane-host", "compat-gl", "fontconfig", "freetype", "libpng"})
+            "wayland", "imgui", "quorvane-host", "compat-gl"})
         EXPECT_EQ(result.out.find(library), std::string::npos) << library << '\n' << result.out;
 }
 
@@ -195,6 +196,41 @@ TEST_F(LocalizeProgram, StatusShowsTheLanguagesThatAreAskedFor) {
     ASSERT_EQ(document["languages"].Size(), 1u);
     EXPECT_STREQ(document["languages"][0]["language"].GetString(), "de");
     EXPECT_EQ(document["languages"][0]["total"].GetInt(), 2);
+}
+
+TEST_F(LocalizeProgram, StatusTellsWhatTheEditorCannotDraw) {
+    desk.write("small/project.json",
+        R"({"languages": {"en": {"isDefault": true}, "ar": {}, "de": {}}, "objects": {"door": {"text": "Door"}},
+        "localization": {"terms": {"door": {"sourceText": "/objects/door/text", "translatable": true}}}})");
+    desk.write("small/localization/ar.json", R"({"door": {"text": "\u0628\u0627\u0628"}})");
+    // A letter that Unicode gives to nobody.
+    desk.write("small/localization/de.json", R"({"door": {"text": "T\u00fcr \udbff\udffd"}})");
+    const std::string out = run({"status", "small"}).out;
+    EXPECT_TRUE(out.ends_with("Letters that no font of this machine has: de (1, such as U+10FFFD)\n"
+                              "Drawn letter by letter in the editor, which does no shaping: ar\n"))
+        << out;
+    const rapidjson::Document document = json({"status", "small"}, 0);
+    EXPECT_TRUE(document["hasFonts"].GetBool());
+    for(const rapidjson::Value& language: document["languages"].GetArray()) {
+        const std::string code = language["language"].GetString();
+        EXPECT_EQ(language["undrawn"].GetInt(), code == "de" ? 1 : 0) << code;
+        EXPECT_EQ(language["needsShaping"].GetBool(), code == "ar") << code;
+    }
+}
+
+TEST_F(LocalizeProgram, StatusSaysSoWhereThereAreNoFonts) {
+    desk.write("fonts.conf", "<?xml version=\"1.0\"?>\n<fontconfig></fontconfig>\n");
+    const std::vector<std::string> noFonts{"LC_ALL=C", "FONTCONFIG_FILE=" + desk / "fonts.conf"};
+    const ProgramResult result = run({"status", "small"}, noFonts);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "");
+    const std::string end =
+        "# done   + review or draft   ~ stale   . missing\n"
+        "This machine has no fonts; which letters the editor can draw is known where it has some.\n";
+    EXPECT_TRUE(result.out.ends_with(end)) << result.out;
+    const ProgramResult json = run({"status", "small", "--json"}, noFonts);
+    EXPECT_NE(json.out.find("\"undrawn\": null, \"needsShaping\": false}"), std::string::npos) << json.out;
+    EXPECT_NE(json.out.find("\"hasFonts\": false"), std::string::npos) << json.out;
 }
 
 TEST_F(LocalizeProgram, StatusFollowsTheTerminalAndItsColours) {

@@ -8,6 +8,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "fonts/LanguageLetters.h"
 #include "localization/LanguageLookup.h"
 #include "localization/LocalizationStatus.h"
 
@@ -108,15 +109,37 @@ TEST(StatusTable, WithoutLanguagesThereAreNoLines) {
         "# done   + review or draft   ~ stale   . missing\n");
 }
 
+TEST(StatusTable, LettersAndShapingAreTwoLines) {
+    LanguageLetters letters[3];
+    const char* const codes[]{"ja", "ar", "he"};
+    for(std::size_t i = 0; i != 3; ++i) letters[i].language = UnsignedInt(findLanguage(codes[i]));
+    EXPECT_EQ(letterLines(letters, true), "");
+    letters[0].undrawn = 2;
+    letters[0].firstUndrawn = 0x706f;
+    EXPECT_EQ(letterLines(letters, true), "Letters that no font of this machine has: ja (2, such as U+706F)\n");
+    letters[1].isJoined = letters[2].isRightToLeft = true;
+    letters[2].undrawn = 1;
+    letters[2].firstUndrawn = 0x5d0;
+    EXPECT_EQ(letterLines(letters, true),
+        "Letters that no font of this machine has: ja (2, such as U+706F), he (1, such as U+05D0)\n"
+        "Drawn letter by letter in the editor, which does no shaping: ar, he\n");
+    EXPECT_EQ(letterLines(letters, false),
+        "This machine has no fonts; which letters the editor can draw is known where it has some.\n"
+        "Drawn letter by letter in the editor, which does no shaping: ar, he\n");
+}
+
 TEST(StatusTable, MachinesGetTheNumbers) {
     rapidjson::Document object{rapidjson::kObjectType};
-    addStatus(Containers::arrayView(Statuses.data(), 2), object);
+    LanguageLetters letters[2];
+    letters[0].isJoined = true;
+    letters[1].undrawn = 3;
+    addStatus(Containers::arrayView(Statuses.data(), 2), Containers::arrayView(letters), true, object);
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
     object.Accept(writer);
     EXPECT_STREQ(buffer.GetString(),
-        R"({"languages":[{"language":"en","name":"English","percent":100,"total":180,"done":180,"review":0,"draft":0,"stale":0,"missing":0},)"
-        R"json({"language":"pt-BR","name":"Portuguese (Brazil)","percent":98,"total":180,"done":170,"review":4,"draft":3,"stale":2,"missing":1}]})json");
+        R"({"languages":[{"language":"en","name":"English","percent":100,"total":180,"done":180,"review":0,"draft":0,"stale":0,"missing":0,"undrawn":0,"needsShaping":true},)"
+        R"json({"language":"pt-BR","name":"Portuguese (Brazil)","percent":98,"total":180,"done":170,"review":4,"draft":3,"stale":2,"missing":1,"undrawn":3,"needsShaping":false}],"hasFonts":true})json");
 }
 
 }

@@ -45,10 +45,11 @@ ROOMS = {
     "host/include": ["engine"],
     "editor": ["engine", "host/include"],
     "plugin": ["engine", "host/include", "editor"],
-    "host": ["engine", "host/include", "editor", "host/document", "host/localization"],
+    "host": ["engine", "host/include", "editor", "host/document", "host/fonts", "host/localization"],
     "host/document": ["engine", "host/include", "editor", "host/localization"],
     "host/localization": ["engine", "host/include", "editor", "host/document"],
-    "host/batch": ["engine", "host/include", "host/document", "host/localization"],
+    "host/fonts": ["engine", "host/include", "host/document", "host/localization"],
+    "host/batch": ["engine", "host/include", "host/document", "host/fonts", "host/localization"],
 }
 
 # Headers that only some rooms may include: pattern, the rooms or files that may, what it is about.
