@@ -31,6 +31,7 @@
 #include "app/Settings.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
+#include "app/WindowTitle.h"
 #include "document/EditorSession.h"
 #include "modules/ModuleLoader.h"
 
@@ -111,25 +112,6 @@ ExitCode newView(const CommandLine& line, const char* const program) {
     return writeNewView(view) ? ExitCode::Success : ExitCode::Failure;
 }
 
-/** Follows the project's name. */
-class Title {
-public:
-    void update(DesktopWindow& window, EditorSession& session) {
-        std::string title = "Quorvane";
-        const Containers::StringView folder = session.folder();
-        if(!folder.isEmpty()) {
-            title = std::filesystem::path{folder.data()}.filename().string() + " - Quorvane";
-            if(session.hasUnsavedChanges()) title = "* " + title;
-        }
-        if(title == _shown) return;
-        window.setTitle(title.c_str());
-        _shown = std::move(title);
-    }
-
-private:
-    std::string _shown;
-};
-
 /** Everything that lives as long as the window does, in the order in which it is made. */
 class Editor {
 public:
@@ -155,7 +137,7 @@ public:
         if(!_renderer.isReady()) return ExitCode::NoDisplay;
         const bool isPicture = takesPicture(_line);
         // A picture changes nothing, whoever has the project.
-        const EditorFrame::Access access = isPicture ? EditorFrame::Access::Read : EditorFrame::Access::Write;
+        const EditorFrame::Access access = isPicture ? EditorFrame::Access::Picture : EditorFrame::Access::Write;
         if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && isPicture) return ExitCode::Failure;
         if(isPicture) return takePicture();
         while(!_frame.isFinished()) {
@@ -177,7 +159,8 @@ private:
         _look.setDisplayScale(displayScale());
         _frame.prepare();
         _thumbnails->update();
-        _title.update(_window, _session);
+        if(_title.update(_session.folder(), _session.hasUnsavedChanges(), _frame.isReadOnly()))
+            _window.setTitle(_title.text().data());
         _renderer.beginFrame();
         {
             const KeyOrder order;
@@ -243,7 +226,7 @@ private:
     Look _look;
     RecentProjects _recent;
     EditorFrame _frame;
-    Title _title;
+    WindowTitle _title;
     int _busy = BusyFrames;
     int _watch = 0;
 };

@@ -28,6 +28,8 @@
 
 namespace QuorvaneEngine {
 
+using namespace Containers::Literals;
+
 namespace {
 
 /** Seconds between two looks at the disk. */
@@ -49,7 +51,8 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog},
-      _autosave{session, jobs, FileSystem::disk()} {
+      _autosave{session, jobs, FileSystem::disk()},
+      _access{session} {
     _languageWatch = session.watch().subscribe(nullptr, "languages",
         [this](const Change&, Containers::ArrayView<Containers::StringView>) { _areLanguagesTouched = true; });
 }
@@ -62,10 +65,9 @@ EditorFrame::~EditorFrame() {
 }
 
 bool EditorFrame::open(Containers::StringView folder, Access access) {
-    FileError refusal;
-    if(access == Access::Write && !_session->tryLock(folder, refusal)) {
+    if(access == Access::Write && !_access.take(folder)) {
         _usedProject = Containers::String{folder};
-        _questions.ask(Question::InUse, refusal.path + ": " + refusal.reason + ".");
+        _questions.ask(Question::InUse, _access.refusal().path + ": " + _access.refusal().reason + ".");
         return false;
     }
     saveLayout();
@@ -75,8 +77,8 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
         _questions.showFailure(problems.isEmpty() ? Containers::String{folder} : problems);
         return false;
     }
-    _session->makeEditorFolder();
-    _access = access;
+    _access.begin(access);
+    if(access == Access::Write) _session->makeEditorFolder();
     _questions.forget(Question::Changed);
     _autosave.end();
     askForKept();
@@ -85,15 +87,14 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
     restartViews();
     _layout.load();
     if(_desktop.recent) _desktop.recent->add(_session->folder());
-    _log->note(
-        (access == Access::Read ? "Opened to be looked at: " : "Opened ") + Containers::String{_session->folder()});
+    _log->note((access == Access::Write ? "Opened " : "Opened read-only: ") + Containers::String{_session->folder()});
     for(const Containers::String& finding: reviewProject(_session->project())) Corrade::Utility::Warning{} << finding;
     return true;
 }
 
 void EditorFrame::askForKept() {
     _questions.forget(Question::Restore);
-    switch(_autosave.begin(_access == Access::Write)) {
+    switch(_autosave.begin(_access.kind() == Access::Write)) {
     case Autosave::Found::Nothing: return;
     case Autosave::Found::Changes:
         return _questions.ask(Question::Restore, "The editor did not end well when this project was open.");
@@ -121,7 +122,7 @@ void EditorFrame::restartViews() {
 }
 
 void EditorFrame::prepare() {
-    if(hasProject()) _layout.saveChanges();
+    if(keepsLayout()) _layout.saveChanges();
     // What views have done in the last frame they know.
     if(_areLanguagesTouched) learnLanguages();
     // A job of the GUI thread may change the project.
@@ -216,7 +217,7 @@ void EditorFrame::executeAnswer(Answer answer) {
     case Answer::None:
     case Answer::Cancel: return;
     case Answer::OpenReadOnly: open(std::exchange(_usedProject, {}), Access::Read); return;
-    case Answer::Reload: open(Containers::String{_session->folder()}, _access); return;
+    case Answer::Reload: open(Containers::String{_session->folder()}, _access.kind()); return;
     case Answer::KeepMine: return _session->keepDocument();
     case Answer::Restore: return restore();
     case Answer::DropCopy: return _autosave.discard();
@@ -251,7 +252,14 @@ void EditorFrame::lookAtDisk() {
     // A key that is meant for the text would answer.
     if(ImGui::GetIO().WantTextInput) return;
     _nextLook = now + LookPeriod;
-    askForChanges(Question::Changed);
+    if(!askForChanges(Question::Changed)) updateAccess();
+}
+
+void EditorFrame::updateAccess() {
+    // What another program has kept of its changes is asked for before it is written over.
+    if(!_access.update(*_log)) return;
+    _questions.forget(Question::ReadOnly);
+    askForKept();
 }
 
 bool EditorFrame::askForChanges(const Question question) {
@@ -263,6 +271,11 @@ bool EditorFrame::askForChanges(const Question question) {
 
 bool EditorFrame::save() {
     _questions.forget(Question::Changed);
+    updateAccess();
+    if(isReadOnly()) {
+        _questions.ask(Question::ReadOnly, _session->folder() + ": "_s + _access.obstacle() + "."_s);
+        return false;
+    }
     if(askForChanges(Question::SaveOver) || !_session->save()) return false;
     _log->note("Saved " + Containers::String{_session->folder()});
     return true;
@@ -270,10 +283,12 @@ bool EditorFrame::save() {
 
 bool EditorFrame::hasProject() const { return !_session->folder().isEmpty(); }
 
+bool EditorFrame::keepsLayout() const { return hasProject() && _access.kind() == Access::Write; }
+
 void EditorFrame::saveLayout() {
     // Jobs of the GUI thread run, which may change the project.
     _exchange.stop();
-    if(hasProject()) _layout.save();
+    if(keepsLayout()) _layout.save();
 }
 
 MainMenu::Available EditorFrame::available() {
@@ -309,7 +324,7 @@ void EditorFrame::draw() {
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
     const Containers::StringView fonts = _desktop.fonts ? _desktop.fonts->summary() : Containers::StringView{};
-    if(StatusBar::draw(_session->folder(), available.save, *_log, fonts)) _panels->toggleMessages();
+    if(StatusBar::draw(_session->folder(), available.save, *_log, fonts, _access.obstacle())) _panels->toggleMessages();
     if(hasProject()) {
         _layout.draw();
         _views.draw();

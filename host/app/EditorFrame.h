@@ -13,6 +13,7 @@
 #include "Ui/Ui.h"
 #include "app/Autosave.h"
 #include "app/MainMenu.h"
+#include "app/ProjectAccess.h"
 #include "app/ProjectLayout.h"
 #include "app/Questions.h"
 #include "app/TermExchange.h"
@@ -83,13 +84,10 @@ public:
     void setDesktop(Desktop desktop) { _desktop = std::move(desktop); }
 
     /** What a project is opened for. */
-    enum class Access : std::uint8_t {
-        Write, /**< other programs are kept from saving it */
-        Read /**< it can be saved where no other program is writing it */
-    };
+    using Access = ProjectAccess::Kind;
 
     /** Opens a project in place of the present one and gives it fresh views; unsaved changes are lost. On failure everything is as
-        before, and the reason is shown; where another program is writing the project, the user is asked whether to look at it only.
+        before, and the reason is shown; where another program is writing the project, the user is asked whether to open it read-only.
         What is wrong with a project that can be worked with all the same is printed as
         warnings. The windows' layout is kept in the one project, and taken from the other. Between two frames. */
     bool open(Containers::StringView folder, Access access = Access::Write);
@@ -105,6 +103,9 @@ public:
     void requestQuit() { _command = Command::Quit; }
 
     bool isFinished() const { return _finished; }
+
+    /** Whether another program has the open project, which cannot be saved as long as it does. */
+    bool isReadOnly() const { return _access.kind() == Access::Read; }
 
     /** Why the last project could not be opened; empty when it could, and when the user has read it. */
     Containers::StringView failure() const { return _questions.failure(); }
@@ -124,6 +125,8 @@ private:
     void askForSuspect();
     void load(const Containers::String& module);
     bool save();
+    void updateAccess();
+    bool keepsLayout() const;
     void lookAtDisk();
     void askForKept();
     void restore();
@@ -160,8 +163,7 @@ private:
     /** The folder that the user is asked about, which another program is writing. */
     Containers::String _usedProject;
 
-    /** What the open project was opened for. */
-    Access _access = Access::Write;
+    ProjectAccess _access;
 
     /** When to look next whether somebody else has changed the project, in seconds. */
     double _nextLook = 0.0;

@@ -48,7 +48,7 @@ constexpr Form Forms[]{
     {"Unsaved changes", ICON_FA_FLOPPY_DISK, "Save the changes of this project?", "What is not saved is lost.",
         {{"Save", Answer::Save}, {"Don't save", Answer::Discard}, {"Cancel", Answer::Cancel}}, Answer::Cancel},
     {"Project in use", ICON_FA_LOCK, "This project is open elsewhere",
-        "It can be looked at here. It cannot be saved as long as the other program has it open.",
+        "It can be opened read-only: it cannot be saved as long as the other program has it open.",
         {{"Open read-only", Answer::OpenReadOnly}, {"Cancel", Answer::Cancel}, {}}, Answer::Cancel},
     {"Changed on disk", ICON_FA_ROTATE, "Another program has changed this project",
         "Reload takes what is on the disk; what is not saved here is lost, and nothing can be undone. Keep mine goes "
@@ -64,6 +64,10 @@ constexpr Form Forms[]{
     {"Plug-in trouble", ICON_FA_PLUG_CIRCLE_XMARK, "The editor died while it was loading a plug-in",
         "Left out, it stays so until it is loaded in View > Plug-ins, or its file is another one.",
         {{"Leave out", Answer::LeaveOut}, {"Load anyway", Answer::LoadAnyway}, {}}, Answer::LeaveOut},
+    {"Project not saved", ICON_FA_LOCK, "This project is read-only here",
+        "Your changes stay here, unsaved. They can be saved as soon as the other program has closed the project; "
+        "then it says so.",
+        {{"OK", Answer::Cancel}, {}, {}}, Answer::Cancel},
 };
 
 /** @return the answer that was given */

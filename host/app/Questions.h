@@ -16,7 +16,8 @@ enum class Question : std::uint8_t {
     Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine */
     SaveOver, /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
     Restore, /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
-    Suspect /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway */
+    Suspect, /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway */
+    ReadOnly /**< no question: why the project cannot be saved; Cancel */
 };
 
 /** What the user wants done. */
@@ -58,7 +59,7 @@ public:
     Answer draw();
 
 private:
-    static constexpr std::size_t Count = std::size_t(Question::Suspect) + 1;
+    static constexpr std::size_t Count = std::size_t(Question::ReadOnly) + 1;
 
     Answer drawQuestion(std::size_t question);
     void drawFailure();

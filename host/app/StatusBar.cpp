@@ -33,6 +33,16 @@ void drawProject(Containers::StringView folder, bool unsaved) {
     } else Widgets::paleText(ICON_FA_CHECK "  Saved");
 }
 
+void drawObstacle(Containers::StringView obstacle) {
+    ImGui::SameLine(0.0f, Widgets::scaled(16.0f));
+    {
+        StyleGuard style;
+        style.color(ImGuiCol_Text, Theme::color(Theme::Color::Caution));
+        ImGui::TextUnformatted(ICON_FA_LOCK "  Read-only: another editor has this project");
+    }
+    if(ImGui::IsItemHovered()) ImGui::SetTooltip("%.*s", int(obstacle.size()), obstacle.data());
+}
+
 void drawFonts(Containers::StringView fonts) {
     ImGui::SameLine(0.0f, Widgets::scaled(16.0f));
     {
@@ -48,7 +58,8 @@ void drawFonts(Containers::StringView fonts) {
 
 }
 
-bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log, Containers::StringView fonts) {
+bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log, Containers::StringView fonts,
+    Containers::StringView obstacle) {
     StyleGuard style;
     style.color(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_MenuBarBg))
         .variable(ImGuiStyleVar_WindowPadding, ImVec2{Widgets::scaled(12.0f), Widgets::scaled(5.0f)})
@@ -60,6 +71,7 @@ bool draw(Containers::StringView folder, bool unsaved, const MessageLog& log, Co
     if(!bar) return false;
 
     drawProject(folder, unsaved);
+    if(!obstacle.isEmpty()) drawObstacle(obstacle);
     if(!fonts.isEmpty()) drawFonts(fonts);
     const MessageLog::Message* const message = log.last();
     if(!message) return false;

@@ -89,11 +89,16 @@ TEST_F(EditorProgram, DrawsTheProjectIntoAPictureAndEndsWithZero) {
     const ProgramResult result = draw({"--size", "1200x800"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.error, "");
-    EXPECT_NE(result.out.find("Opened to be looked at: " + project.string() + "\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("Opened read-only: " + project.string() + "\n"), std::string::npos) << result.out;
     const Picture read{picture.string()};
     EXPECT_EQ(read.width, 1200u);
     EXPECT_EQ(read.height, 800u);
     EXPECT_GT(read.colors(), 100u);
+}
+
+TEST_F(EditorProgram, APictureChangesNothingInTheProject) {
+    ASSERT_EQ(draw({"--frames", "200"}).exitCode, 0);
+    EXPECT_FALSE(fs::exists(project / ".editor"));
 }
 
 TEST_F(EditorProgram, ThePictureShowsTheModulesView) {

@@ -38,6 +38,24 @@ protected:
     }
 };
 
+TEST_F(EditorFrameAutosaveTest, WhoTakesAProjectOverIsAskedForWhatTheOtherProgramKept) {
+    crash();
+    Containers::Pointer<EditorSession> other{Corrade::InPlaceInit};
+    FileError refusal;
+    ASSERT_TRUE(other->tryLock(path("first").c_str(), refusal));
+    ASSERT_TRUE(frame.open(path("first").c_str(), EditorFrame::Access::Read));
+    EXPECT_TRUE(play("take over", [&other](ImGuiTestContext& user) {
+        user.Yield(KeepFrames);
+        IM_CHECK(!user.ItemExists("//Kept changes/Restore"));
+        other = nullptr;
+        user.Yield(KeepFrames);
+        user.ItemClick("//Kept changes/Restore");
+        user.Yield(5);
+    }));
+    EXPECT_EQ(counted(), 1);
+    EXPECT_TRUE(session.hasUnsavedChanges());
+}
+
 TEST_F(EditorFrameAutosaveTest, KeptChangesAreRestoredIfTheUserWishes) {
     crash();
     ASSERT_TRUE(open("first"));

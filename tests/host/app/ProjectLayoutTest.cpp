@@ -374,6 +374,7 @@ TEST_F(ProjectLayoutTest, ALayoutThatIsResetAndNotDrawnIsNoneThatCannotBeLoaded)
 TEST_F(ProjectLayoutTest, AProjectThatCannotBeWrittenIsOpenedWithoutAWord) {
     ASSERT_TRUE(open("first"));
     std::filesystem::remove_all(root / "first/.editor");
+    std::ofstream{root / "first/.editor"};
     draw(3);
     const std::size_t count = log.count();
     ASSERT_TRUE(open("second"));
