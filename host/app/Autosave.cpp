@@ -15,6 +15,7 @@
 #include "document/EditorSession.h"
 #include "document/FileSystem.h"
 #include "document/JsonReader.h"
+#include "document/MendedText.h"
 #include "document/SteppedJsonWriter.h"
 #include "localization/Fingerprint.h"
 
@@ -58,8 +59,39 @@ struct Autosave::Task {
     bool isCancelled = false;
     bool isDone = false;
 
-    /** The number of an error, and what could not be done; 0 while all is well. */
+    /** The number of an error; 0 while all is well. */
     int error = 0;
+
+    /** Which file. */
+    Containers::String path;
+};
+
+/** What is written. */
+struct Autosave::Copy {
+    std::string text;
+    Containers::String state;
+    FileSystem* files;
+    Containers::String path;
+    Containers::String project;
+
+    /** @param aside    where the bytes lie before they are in place
+        @param task     which may be cancelled meanwhile
+        @return the number of an error */
+    int write(const Containers::StringView aside, Task& task) {
+        // What the editor takes for a text it may not take from a file.
+        if(!JsonReader::isUtf8({text.data(), text.size()})) text = mendedText(text);
+        const std::string header = headerOf(state, {text.data(), text.size()});
+        const Containers::StringView parts[]{{header.data(), header.size()}, {text.data(), text.size()}};
+        int error = files->writeFile(aside, parts[0] + parts[1], project + "/project.json");
+        if(!error) error = files->syncFile(aside);
+        {
+            const std::lock_guard lock{task.mutex};
+            if(!error && !task.isCancelled) error = files->renameFile(aside, path);
+            if(error || task.isCancelled) files->removeFile(aside);
+            if(task.isCancelled) return 0;
+        }
+        return error ? error : files->syncFolder(project + "/.editor");
+    }
 };
 
 Autosave::Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files)
@@ -74,7 +106,8 @@ Autosave::Found Autosave::begin(const bool isWriting) {
     _writer = nullptr;
     _failure = {};
     _isKept = false;
-    _seenRevision = _keptRevision = -1;
+    _seenRevision = _keptRevision = _failedRevision = -1;
+    _isWaiting = false;
     _folder = isWriting ? Containers::String{_session->folder()} : Containers::String{};
     return _folder.isEmpty() ? Found::Nothing : read();
 }
@@ -91,6 +124,8 @@ Autosave::Found Autosave::read() {
     JsonError jsonError;
     if(reason.isEmpty() && !JsonReader::readObject(content, *document, jsonError)) reason = jsonError.reason;
     if(!reason.isEmpty()) {
+        const Containers::String aside = place("autosave.unreadable");
+        if(!_files->renameFile(path, aside)) reason = reason + "; kept as " + aside;
         Corrade::Utility::Warning{} << "Autosave::begin():" << path << Corrade::Utility::Warning::nospace << ":"
                                     << reason;
         return Found::Nothing;
@@ -114,6 +149,7 @@ void Autosave::discard() {
     _found = nullptr;
     _writer = nullptr;
     _keptRevision = -1;
+    _isWaiting = false;
     if(!std::exchange(_isKept, false)) return;
     if(_task) {
         const std::lock_guard lock{_task->mutex};
@@ -128,6 +164,34 @@ void Autosave::end() {
     _folder = {};
 }
 
+bool Autosave::takeResult(const double now) {
+    if(!_task) return true;
+    int error = 0;
+    {
+        const std::lock_guard lock{_task->mutex};
+        if(!_task->isDone) return false;
+        error = _task->error;
+    }
+    const std::shared_ptr<Task> task = std::move(_task);
+    const Containers::String failure = error ? systemReason("written", error) : Containers::String{};
+    if(error) {
+        _failedRevision = std::exchange(_keptRevision, -1);
+        _retry = now + RetryPeriod;
+    }
+    if(!failure.isEmpty() && failure != _failure)
+        Corrade::Utility::Warning{} << "Autosave::update():" << task->path << Corrade::Utility::Warning::nospace << ":"
+                                    << failure << Corrade::Utility::Warning::nospace
+                                    << "; unsaved changes are not kept for the case of a crash";
+    _failure = failure;
+    return true;
+}
+
+bool Autosave::isReady(const double now) {
+    if(_session->changes().isGroupOpen() || !_session->project().document().IsObject()) return false;
+    if(_keptRevision == _seenRevision || (_failedRevision == _seenRevision && now < _retry)) return false;
+    return now - _changed >= Quiet || (_isWaiting && now - _waitsSince >= OldestAge);
+}
+
 void Autosave::update(const double now) {
     if(_folder.isEmpty() || _found) return;
     const Int revision = _session->project().revision();
@@ -135,48 +199,60 @@ void Autosave::update(const double now) {
         _seenRevision = revision;
         _changed = now;
         _writer = nullptr;
+        if(!std::exchange(_isWaiting, true)) _waitsSince = now;
     }
     if(!_session->hasUnsavedChanges()) return discard();
-    if(_task) {
-        const std::lock_guard lock{_task->mutex};
-        if(!_task->isDone) return;
-        const Containers::String failure = _task->error ? systemReason("written", _task->error) : Containers::String{};
-        if(!failure.isEmpty() && failure != _failure)
-            Corrade::Utility::Warning{} << "Autosave::update():" << place("autosave")
-                                        << Corrade::Utility::Warning::nospace << ":" << failure
-                                        << Corrade::Utility::Warning::nospace
-                                        << "; unsaved changes are not kept for the case of a crash";
-        _failure = failure;
-    }
-    if(_keptRevision == revision || now - _changed < Quiet || _session->changes().isGroupOpen()) return;
-    if(!_session->project().document().IsObject()) return;
+    if(!takeResult(now) || !isReady(now)) return;
     if(!_writer) _writer.emplace(_session->project().document());
+    const bool isInOneGo = _isWaiting && now - _waitsSince >= OldestAge + Grace;
     const auto end = std::chrono::steady_clock::now() + Slice;
     bool isWritten = false;
-    while(!isWritten && std::chrono::steady_clock::now() < end) isWritten = _writer->write(SliceMembers);
+    while(!isWritten && (isInOneGo || std::chrono::steady_clock::now() < end)) isWritten = _writer->write(SliceMembers);
     if(isWritten) keep();
 }
 
-void Autosave::keep() {
+Autosave::Copy Autosave::copy() {
     _keptRevision = _seenRevision;
     _isKept = true;
-    _task = std::make_shared<Task>();
-    auto text = std::make_shared<std::string>(std::move(_writer->text()));
+    _isWaiting = false;
+    // Somebody may have tidied up.
+    _session->makeEditorFolder();
+    Copy copy{std::move(_writer->text()), Containers::String{_session->savedState()}, _files, place("autosave"),
+        Containers::String{_folder}};
     _writer = nullptr;
-    const Containers::String state{_session->savedState()};
+    return copy;
+}
+
+void Autosave::keep() {
+    _task = std::make_shared<Task>();
+    _task->path = place("autosave");
     _jobs->dispatch(
-        [task = _task, text, state, files = _files, path = place("autosave"), aside = place("autosave.new")] {
-            const std::string header = headerOf(state, {text->data(), text->size()});
-            const Containers::StringView parts[]{{header.data(), header.size()}, {text->data(), text->size()}};
-            int error = files->writeFile(aside, parts[0] + parts[1], {});
-            if(!error) error = files->syncFile(aside);
+        [task = _task, copy = std::make_shared<Copy>(copy()), aside = place("autosave.new")] {
+            const int error = copy->write(aside, *task);
             const std::lock_guard lock{task->mutex};
-            if(!error && !task->isCancelled) error = files->renameFile(aside, path);
-            if(error || task->isCancelled) files->removeFile(aside);
-            task->error = task->isCancelled ? 0 : error;
+            task->error = error;
             task->isDone = true;
         },
         {}, {});
+}
+
+void Autosave::keepNow() {
+    if(_folder.isEmpty() || _found || !_session->project().document().IsObject() || !_session->hasUnsavedChanges())
+        return;
+    if(_task) {
+        // What it writes may be older.
+        const std::lock_guard lock{_task->mutex};
+        _task->isCancelled = true;
+    }
+    _writer.emplace(_session->project().document());
+    while(!_writer->write(SliceMembers)) {
+    }
+    Task task;
+    const int error = copy().write(place("autosave.now"), task);
+    if(error)
+        Corrade::Utility::Warning{} << "Autosave::keepNow():" << place("autosave") << Corrade::Utility::Warning::nospace
+                                    << ":" << systemReason("written", error) << Corrade::Utility::Warning::nospace
+                                    << "; unsaved changes are lost";
 }
 
 }

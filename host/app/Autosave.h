@@ -17,12 +17,13 @@ class EditorSession;
 class FileSystem;
 
 /** Keeps a copy of unsaved changes for the case of a crash, in the file `.editor/autosave` of the project: some seconds after the last
-    change, whenever there are some. The document is written out a few milliseconds a frame, begun anew with each change, and a job
-    puts the bytes on the disk: first aside, then in place. The copy goes when the project is saved or undone to what is saved, and when
+    change, whenever there are some, and in spite of changes when the oldest of them is too old. The document is written out a few milliseconds a
+    frame, begun anew with each change, and a job puts the bytes on the disk, with the rights that `project.json` has: first aside, then in place. What
+    cannot be written is tried again after a while. The copy goes when the project is saved or undone to what is saved, and when
     it is left behind on purpose.
 
     The file has a line with the format's name and version, the fingerprint of the saved state that it belongs to, the size in bytes of what
-    follows and its fingerprint; what follows is the document as JSON text. Belongs to the GUI thread. */
+    follows and its fingerprint; what follows is the document as JSON text, with U+FFFD in place of bytes that are no UTF-8. Belongs to the GUI thread. */
 class QUORVANE_API Autosave {
 public:
     /** What was found when a project was opened. */
@@ -35,6 +36,14 @@ public:
     /** Seconds without a change before the copy is written. */
     static constexpr double Quiet = 3.0;
 
+    /** Seconds after which a change is kept though there are others all the time; and for how much longer that may take a few milliseconds a frame,
+        before it is done in one go. */
+    static constexpr double OldestAge = 20.0;
+    static constexpr double Grace = 2.0;
+
+    /** Seconds before what failed is tried again, where nothing changes. */
+    static constexpr double RetryPeriod = 30.0;
+
     /** @param session  must outlive this object, as must the others */
     explicit Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files);
     ~Autosave();
@@ -42,7 +51,8 @@ public:
     Autosave& operator=(const Autosave&) = delete;
 
     /** Turns to the project that was just opened. What an earlier program left behind waits for @ref restore() or @ref discard() , and
-        nothing is kept before. A file that cannot be read, is cut, or is none of these is a warning, and replaced by the next copy.
+        nothing is kept before. A file that cannot be read, is cut, or is none of these is a warning, and renamed to
+        `.editor/autosave.unreadable`, in place of an older one, so that a newer version or a patient person may have it.
         @param isWriting    whether the project is this program's to write; else its copy is another one's, and nothing is done */
     Found begin(bool isWriting);
 
@@ -59,11 +69,21 @@ public:
         @param now  in seconds */
     void update(double now);
 
+    /** Keeps unsaved changes in this very moment, for who is about to end without a question. */
+    void keepNow();
+
+    /** Whether some of the document is to be written out in the next frame. */
+    bool isBusy() const { return bool(_writer); }
+
 private:
     struct Task;
+    struct Copy;
 
     Containers::String place(const char* name) const;
     Found read();
+    bool isReady(double now);
+    bool takeResult(double now);
+    Copy copy();
     void keep();
 
     EditorSession* _session;
@@ -86,7 +106,13 @@ private:
     /** Revisions of the document: as it was last seen, and as it is kept. */
     Int _seenRevision = -1;
     Int _keptRevision = -1;
+    Int _failedRevision = -1;
     double _changed = 0.0;
+
+    /** Since when there are changes that are not on their way to the disk. */
+    bool _isWaiting = false;
+    double _waitsSince = 0.0;
+    double _retry = 0.0;
 };
 
 }

@@ -1,6 +1,7 @@
 #include "app/Autosave.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include "ChangeManager.h"
 #include "QuorvaneEditor/JobSystem.h"
 #include "document/EditorSession.h"
+#include "host/localization/TestFolder.h"
 #include "support/CapturedOutput.h"
 
 namespace QuorvaneEngine {
@@ -68,9 +70,9 @@ protected:
         ASSERT_TRUE(disk.exists(File));
     }
 
-    std::string read() {
+    std::string read(const char* const path = File) {
         Containers::String bytes;
-        EXPECT_EQ(disk.readFile(File, bytes), 0);
+        EXPECT_EQ(disk.readFile(path, bytes), 0);
         return {bytes.data(), bytes.size()};
     }
 
@@ -152,6 +154,140 @@ TEST_F(AutosaveTest, NothingIsKeptBeforeSomeQuietSecondsNorInAGroup) {
     EXPECT_EQ(disk.changes, changes) << "written once";
 }
 
+TEST_F(AutosaveTest, WhoNeverStopsHasACopyOfWhatIsOldAllTheSame) {
+    Program program{disk};
+    program.open();
+    const auto work = [&](const double seconds) {
+        for(const double end = program.now + seconds; program.now < end;) {
+            program.push("/x", int(program.now * 10.0) + 2);
+            program.wait(0.1);
+        }
+    };
+    work(Autosave::OldestAge - 1.0);
+    EXPECT_FALSE(disk.exists(File));
+    work(Autosave::Grace + 2.0);
+    ASSERT_TRUE(disk.exists(File));
+    const std::string first = read();
+    work(Autosave::OldestAge - Autosave::Grace - 2.0);
+    EXPECT_EQ(read(), first) << "not at every change from then on";
+    work(2.0 * Autosave::Grace + 2.0);
+    EXPECT_NE(read(), first);
+}
+
+TEST_F(AutosaveTest, WhatIsLargeIsKeptWhileItsUserGoesOn) {
+    std::string large{R"({"x": 1)"};
+    for(int i = 0; i != 100000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
+    disk.put("/p/project.json", large + "}");
+    Program program{disk};
+    program.open();
+    // Too often for a few milliseconds a frame to be enough.
+    for(int i = 2; program.now < Autosave::OldestAge + Autosave::Grace + 1.0; ++i) {
+        program.push("/x", i);
+        program.wait(0.1);
+    }
+    EXPECT_TRUE(disk.exists(File));
+    EXPECT_FALSE(program.autosave.isBusy());
+}
+
+TEST_F(AutosaveTest, WhoIsAboutToEndKeepsWhatHeHasAtOnce) {
+    Program program{disk};
+    program.open();
+    program.autosave.keepNow();
+    EXPECT_FALSE(disk.exists(File)) << "nothing has changed";
+    program.push("/x", 2);
+    program.autosave.keepNow();
+    ASSERT_TRUE(disk.exists(File));
+    EXPECT_FALSE(disk.exists("/p/.editor/autosave.now"));
+    Program next{disk};
+    ASSERT_EQ(next.open(), Found::Changes);
+    next.autosave.keepNow();
+    next.autosave.restore();
+    EXPECT_EQ(next.value("/x"), 2);
+}
+
+TEST_F(AutosaveTest, WhatIsKeptAtOnceIsNotReplacedByAnOlderCopyThatComesLate) {
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    for(; program.now < Autosave::Quiet + 1.0; program.now += 0.1) program.autosave.update(program.now);
+    program.push("/x", 3);
+    program.autosave.keepNow();
+    program.jobs.runMainThreadJobs();
+    EXPECT_FALSE(disk.exists("/p/.editor/autosave.new"));
+    Program next{disk};
+    ASSERT_EQ(next.open(), Found::Changes);
+    next.autosave.restore();
+    EXPECT_EQ(next.value("/x"), 3);
+}
+
+TEST_F(AutosaveTest, WhatCannotBeKeptAtOnceIsAWarning) {
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    disk.failAt(0, ENOSPC, true);
+    const CapturedOutput output;
+    program.autosave.keepNow();
+    EXPECT_EQ(output.warning(),
+        "Autosave::keepNow(): /p/.editor/autosave: cannot be written: No space left on device; unsaved changes are "
+        "lost\n");
+}
+
+TEST_F(AutosaveTest, BytesThatAreNoTextAreReplacedAndAllElseIsRestored) {
+    {
+        Program program{disk};
+        program.open();
+        program.push("/x", 2);
+        program.session.changes().pushChange("/y",
+            Containers::StringView{"Gr\xfc\xdf"
+                                   "e \xe2\x82"},
+            false);
+        program.wait();
+        ASSERT_TRUE(disk.exists(File));
+    }
+    const CapturedOutput output;
+    Program next{disk};
+    ASSERT_EQ(next.open(), Found::Changes);
+    EXPECT_EQ(output.warning(), "");
+    next.autosave.restore();
+    EXPECT_EQ(next.value("/x"), 2);
+    EXPECT_STREQ(next.session.project().getValue("/y", false)->GetString(),
+        "Gr\xef\xbf\xbd\xef\xbf\xbd"
+        "e \xef\xbf\xbd");
+}
+
+TEST_F(AutosaveTest, AFolderThatIsGoneIsMadeAgain) {
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    program.wait();
+    for(const char* const name: {"autosave", ".gitignore"})
+        EXPECT_EQ(disk.removeFile(("/p/.editor/" + std::string{name}).c_str()), 0);
+    ASSERT_EQ(disk.removeFolder("/p/.editor"), 0);
+    program.push("/x", 3);
+    const CapturedOutput output;
+    program.wait();
+    EXPECT_TRUE(disk.exists(File));
+    EXPECT_EQ(output.warning(), "");
+}
+
+TEST_F(AutosaveTest, AFailureIsToldWithTheFileThatItWasAbout) {
+    disk.put("/q/project.json", "{}");
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    for(; program.now < Autosave::Quiet + 1.0; program.now += 0.1) program.autosave.update(program.now);
+    const CapturedOutput output;
+    disk.failAt(0, ENOSPC);
+    program.jobs.runMainThreadJobs();
+    disk.behave();
+    ASSERT_TRUE(program.session.open("/q"));
+    program.autosave.begin(true);
+    program.push("/x", 2);
+    program.wait();
+    EXPECT_EQ(output.warning().find("Autosave::update(): /p/.editor/autosave: cannot be written: "), 0u)
+        << output.warning();
+}
+
 TEST_F(AutosaveTest, ItGoesWithTheChanges) {
     Program program{disk};
     program.open();
@@ -214,11 +350,14 @@ TEST_F(AutosaveTest, WhatIsGarbageCutOrForeignIsAWarningAndNothingElse) {
         Program next{disk};
         EXPECT_EQ(next.open(), Found::Nothing);
         EXPECT_EQ(next.value("/x"), 1);
+        EXPECT_FALSE(disk.exists(File));
+        EXPECT_EQ(read("/p/.editor/autosave.unreadable"), bytes);
         return output.warning();
     };
+    const std::string kept = "; kept as /p/.editor/autosave.unreadable\n";
     const std::string foreign =
-        "Autosave::begin(): /p/.editor/autosave: is nothing that was kept for the case of a crash\n";
-    const std::string cut = "Autosave::begin(): /p/.editor/autosave: is cut or damaged, and cannot be restored\n";
+        "Autosave::begin(): /p/.editor/autosave: is nothing that was kept for the case of a crash" + kept;
+    const std::string cut = "Autosave::begin(): /p/.editor/autosave: is cut or damaged, and cannot be restored" + kept;
     for(const std::string& bytes: {std::string{}, std::string{"garbage\n"}, std::string{"{}"}, std::string(10000, '\0'),
             "quorvane-autosave 2 " + whole.substr(20), std::string{"quorvane-autosave 1 \n"}})
         EXPECT_EQ(warningOf(bytes), foreign) << bytes;
@@ -254,9 +393,42 @@ TEST_F(AutosaveTest, AFullDiskIsToldOfOnceAndTriedAgainAfterTheNextChange) {
     EXPECT_TRUE(disk.exists(File));
 }
 
+TEST_F(AutosaveTest, WhatFailedIsTriedAgainAfterSomeTimeWithoutAChange) {
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    const CapturedOutput output;
+    disk.failAt(0, ENOSPC, true);
+    program.wait();
+    disk.behave();
+    program.wait(Autosave::RetryPeriod - Autosave::Quiet);
+    EXPECT_FALSE(disk.exists(File));
+    program.wait(2.0 * Autosave::Quiet);
+    EXPECT_TRUE(disk.exists(File));
+    const std::size_t changes = disk.changes;
+    program.wait(2.0 * Autosave::RetryPeriod);
+    EXPECT_EQ(disk.changes, changes) << "written once";
+}
+
+TEST_F(AutosaveTest, TheCopyHasTheRightsOfTheProject) {
+    const TestFolder folder;
+    folder.write("project.json", R"({"x": 1})");
+    const std::filesystem::perms rights = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    std::filesystem::permissions(folder / "project.json", rights);
+    JobSystem jobs{0};
+    EditorSession session{&jobs};
+    Autosave autosave{session, jobs, FileSystem::disk()};
+    ASSERT_TRUE(session.open(folder.path.c_str()));
+    session.makeEditorFolder();
+    autosave.begin(true);
+    session.changes().pushChange("/x", rapidjson::Value{2}, false);
+    autosave.keepNow();
+    EXPECT_EQ(std::filesystem::status(folder / ".editor/autosave").permissions(), rights);
+}
+
 TEST_F(AutosaveTest, APowerLossLeavesTheOldCopyOrTheNew) {
     crash();
-    for(std::size_t step = 0; step != 3; ++step) {
+    for(std::size_t step = 0; step != 4; ++step) {
         {
             Program program{disk};
             ASSERT_EQ(program.open(), Found::Changes);
