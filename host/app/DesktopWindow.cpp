@@ -25,8 +25,12 @@ const char* lastReason() {
 using LossHandler = int (*)(void* display);
 using SetLossHandler = LossHandler (*)(LossHandler handler);
 
+void (*lossHandler)(void*) = nullptr;
+void* lossContext = nullptr;
+
 [[noreturn]] int endWithoutDisplay(void*) {
-    Corrade::Utility::Error{} << "DesktopWindow: the display is gone, so the editor ends";
+    Corrade::Utility::Error{} << "DesktopWindow::endWithoutDisplay(): the display is gone, so the editor ends";
+    if(lossHandler) lossHandler(lossContext);
     std::cout.flush();
     // Nothing can be closed in order: whatever is on the display, OpenGL among it, is gone, too.
     std::_Exit(DesktopWindow::NoDisplay);
@@ -41,6 +45,11 @@ void watchDisplay() {
     dlclose(library);
 }
 
+}
+
+void DesktopWindow::setLossHandler(void (*const handler)(void*), void* const context) {
+    lossHandler = handler;
+    lossContext = context;
 }
 
 DesktopWindow::~DesktopWindow() {

@@ -20,9 +20,12 @@ public:
         bool visible = true;
     };
 
-    /** The code that the process ends with when the display goes while the window is open, after a sentence that says so. What is not saved
-        is lost then, but for copies. */
+    /** The code that the process ends with when the display goes while the window is open, after a sentence that says so. */
     static constexpr int NoDisplay = 3;
+
+    /** What is done before that, with nothing that is on the display; null for nothing. It may come in any call that has to do with the display.
+        @param context  handed to it */
+    void setLossHandler(void (*handler)(void* context), void* context);
 
     DesktopWindow() = default;
 

@@ -29,6 +29,7 @@
 #include "app/RecentProjects.h"
 #include "app/Renderer.h"
 #include "app/Settings.h"
+#include "app/TerminationSignals.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
 #include "app/WindowTitle.h"
@@ -140,12 +141,19 @@ public:
         const EditorFrame::Access access = isPicture ? EditorFrame::Access::Picture : EditorFrame::Access::Write;
         if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && isPicture) return ExitCode::Failure;
         if(isPicture) return takePicture();
+        _window.setLossHandler([](void* const frame) { static_cast<EditorFrame*>(frame)->keepUnsaved(); }, &_frame);
+        const TerminationSignals signals;
         while(!_frame.isFinished()) {
             waitForInput();
+            if(signals.isAsked()) {
+                _frame.endKeeping();
+                break;
+            }
             if(_window.takeCloseRequest()) _frame.requestQuit();
             drawFrame();
             _window.present();
         }
+        _window.setLossHandler(nullptr, nullptr);
         return ExitCode::Success;
     }
 
@@ -199,7 +207,8 @@ private:
     }
 
     void waitForInput() {
-        const bool isWatched = _frame.exchange().isBusy() || _thumbnails->isBusy() || _fonts.isBusy() || _watch > 0;
+        const bool isWatched =
+            _frame.exchange().isBusy() || _frame.isKeeping() || _thumbnails->isBusy() || _fonts.isBusy() || _watch > 0;
         _window.pollEvents(_busy > 0 ? 0.0 : isWatched ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
         if(context.InputEventsQueue.Size || context.ActiveId) {

@@ -244,6 +244,12 @@ void EditorFrame::executeAnswer(Answer answer) {
     _finished = true;
 }
 
+void EditorFrame::endKeeping() {
+    keepUnsaved();
+    saveLayout();
+    _finished = true;
+}
+
 void EditorFrame::lookAtDisk() {
     const double now = ImGui::GetTime();
     if(now < _nextLook || !hasProject() || _questions.isAsking(Question::Changed) ||

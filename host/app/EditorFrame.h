@@ -102,6 +102,15 @@ public:
     /** Ends the editor, after asking for unsaved changes, which waits until no popup of a view is open. */
     void requestQuit() { _command = Command::Quit; }
 
+    /** Ends the editor without a question; unsaved changes are offered when the project is opened next. Between two frames. */
+    void endKeeping();
+
+    /** Keeps unsaved changes for who opens the project next, in a moment in which nothing else can be done any more. */
+    void keepUnsaved() { _autosave.keepNow(); }
+
+    /** Whether unsaved changes are being kept, a part with every frame. */
+    bool isKeeping() const { return _autosave.isBusy(); }
+
     bool isFinished() const { return _finished; }
 
     /** Whether another program has the open project, which cannot be saved as long as it does. */

@@ -166,6 +166,27 @@ done
     EXPECT_NE(read("data/QuorvaneEngine/left-out-modules.json").find("\"answered\": true"), std::string::npos);
 }
 
+TEST_F(EditorDesktop, ASystemThatEndsItLosesNothingThatIsNotSaved) {
+    const std::string saved = read("a lighthouse/project.json");
+    std::string script{Before};
+    script.insert(script.find("--project"), "--modules \"$MODULES\" ");
+    // The program before the editor hands the signal on. Its title tells what is not saved.
+    script += R"(
+timeout 60 xdotool search --sync --onlyvisible --name "\* $(basename "$PROJECT") - Quorvane" >/dev/null || exit 103
+kill -TERM $editor
+wait $editor
+status=$?
+trap - EXIT
+exit $status
+)";
+    const ProgramResult result =
+        run(script, {inDataFolder(), "QUORVANE_DYING=changing", "MODULES=" QUORVANE_FIXTURES "/dying"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.error, "");
+    EXPECT_NE(read("a lighthouse/.editor/autosave").find("\"counted\":1"), std::string::npos);
+    EXPECT_EQ(read("a lighthouse/project.json"), saved);
+}
+
 TEST_F(EditorDesktop, TheMenusHandTheProjectAndTheDocumentationToTheDesktop) {
     const ProgramResult result = use("choose 25 110 77\nchoose 167 230 50\n", {inDataFolder()});
     EXPECT_EQ(result.exitCode, 0);

@@ -273,13 +273,19 @@ TEST_F(EditorProgram, WithoutADisplayASentenceSaysSoAndTheEndIsThree) {
         << result.error;
 }
 
-TEST_F(EditorProgram, ADisplayThatGoesIsSaidAndTheEndIsThree) {
+TEST_F(EditorProgram, ADisplayThatGoesIsSaidUnsavedChangesAreKeptAndTheEndIsThree) {
+    const std::map<std::string, std::string> before = files();
+    const std::string changing = (root / "changing").string();
+    write(changing, "#!/bin/sh\nexec " QUORVANE_EDITOR " --modules " QUORVANE_FIXTURES "/dying \"$@\"\n");
+    fs::permissions(changing, fs::perms::owner_all);
     const ProgramResult result = runProgram({"/bin/sh", "-c", OnDyingDisplay}, desk.string(),
-        {"EDITOR=" QUORVANE_EDITOR, "PROJECT=" + project.string(), "XDG_DATA_HOME=" + (root / "data").string(),
-            "DESK=" + desk.string()});
+        {"EDITOR=" + changing, "QUORVANE_DYING=changing", "PROJECT=" + project.string(),
+            "XDG_DATA_HOME=" + (root / "data").string(), "DESK=" + desk.string()});
     EXPECT_EQ(result.exitCode, 3) << result.error;
-    EXPECT_EQ(result.error, "DesktopWindow: the display is gone, so the editor ends\n");
+    EXPECT_EQ(result.error, "DesktopWindow::endWithoutDisplay(): the display is gone, so the editor ends\n");
     EXPECT_NE(result.out.find("Opened "), std::string::npos) << result.out;
+    EXPECT_NE(read(project / ".editor/autosave").find("\"counted\":1"), std::string::npos);
+    EXPECT_EQ(files(), before);
 }
 
 TEST_F(EditorProgram, WithoutFontsTheLibrarysOwnIsTakenWithAWarning) {

@@ -90,6 +90,18 @@ TEST_F(EditorFrameAutosaveTest, KeptChangesAreDiscardedIfTheUserWishes) {
     EXPECT_FALSE(session.hasUnsavedChanges());
 }
 
+TEST_F(EditorFrameAutosaveTest, WhoIsToldToEndKeepsWhatIsNotSavedAndAsksNothing) {
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("change", [](ImGuiTestContext& user) { user.ItemClick("//Counter/Count"); }));
+    ASSERT_FALSE(isKept());
+    frame.endKeeping();
+    EXPECT_TRUE(frame.isFinished());
+    EXPECT_TRUE(isKept());
+    EXPECT_TRUE(std::filesystem::exists(root / "first/.editor/imgui.ini"));
+    EXPECT_EQ(read("first").find("counted"), std::string::npos);
+}
+
 TEST_F(EditorFrameAutosaveTest, ReloadingAndQuittingLeaveNothingBehind) {
     ASSERT_TRUE(open("first"));
     draw(3);
