@@ -67,14 +67,14 @@ const char* Settings::take(const rapidjson::Document& document) {
 void Settings::setScheme(const Theme::Scheme scheme) {
     if(scheme == _scheme) return;
     _scheme = scheme;
-    write();
+    write(SchemeName, rapidjson::Value{rapidjson::StringRef(SchemeNames[std::size_t(_scheme)])});
 }
 
 void Settings::setScale(const Int percent) {
     const Int scale = std::clamp(percent, SmallestScale, LargestScale);
     if(scale == _scale) return;
     _scale = scale;
-    write();
+    write(ScaleName, rapidjson::Value{_scale});
 }
 
 Int Settings::nextScale(const Int percent, const int direction) {
@@ -86,15 +86,16 @@ Int Settings::nextScale(const Int percent, const int direction) {
     return notSmaller == std::begin(Scales) ? SmallestScale : notSmaller[-1];
 }
 
-void Settings::write() const {
+void Settings::write(const char* const name, rapidjson::Value value) const {
     rapidjson::Document document{rapidjson::kObjectType};
     rapidjson::Document present;
     JsonError error;
-    // What another editor, or another version, has put there.
     if(_file.read(present, error) == UserFile::Found::Document && present.IsObject()) document.Swap(present);
+    const bool hasVersion = document.HasMember(VersionName) && document[VersionName].IsNumber();
+    if(hasVersion && document[VersionName].GetDouble() > Version)
+        return _file.warn("Settings::write", {1, 1, "the settings are of a later version, and stay as they are"});
     setMember(document, VersionName, rapidjson::Value{Version});
-    setMember(document, SchemeName, rapidjson::Value{rapidjson::StringRef(SchemeNames[std::size_t(_scheme)])});
-    setMember(document, ScaleName, rapidjson::Value{_scale});
+    setMember(document, name, std::move(value));
     _file.write("Settings::write", document);
 }
 

@@ -28,8 +28,8 @@ public:
     /** Percent of the size that the display asks for. */
     Int scale() const { return _scale; }
 
-    /** Both write the file where the value is another than before. Members that this program does not know are kept. A file that cannot
-        be written is a warning. */
+    /** Both write the file where the value is another than before, and in it this one value: what else another editor has put there is kept, as is what
+        this program does not know. A file that cannot be written is a warning, as is one of a later version, which stays as it is. */
     void setScheme(Theme::Scheme scheme);
     void setScale(Int percent);
 
@@ -41,7 +41,7 @@ private:
     void read();
     /** @return why not all of it can be taken; null where it can */
     const char* take(const rapidjson::Document& document);
-    void write() const;
+    void write(const char* name, rapidjson::Value value) const;
 
     UserFile _file;
     Theme::Scheme _scheme = Theme::Scheme::Dark;

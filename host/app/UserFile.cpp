@@ -2,7 +2,10 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <system_error>
+
+#include <unistd.h>
 
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
@@ -21,6 +24,17 @@ namespace Path = Corrade::Utility::Path;
 
 /** Bytes; nobody has settings that need more. */
 constexpr std::size_t LargestFile = 1024 * 1024;
+
+/** The file that a name leads to, be it there or not. */
+Containers::String targetOf(const Containers::String& path) {
+    std::error_code error;
+    const std::filesystem::path name{path.data()};
+    if(!std::filesystem::is_symlink(name, error)) return path;
+    std::filesystem::path target = std::filesystem::canonical(name, error);
+    if(error) target = std::filesystem::read_symlink(name, error);
+    // One that is relative is so to where the link lies.
+    return error ? path : Containers::String{(name.parent_path() / target).c_str()};
+}
 
 /** Lets the owner of a file read it, beside whoever may. */
 void makeReadable(const Containers::String& file) {
@@ -50,21 +64,34 @@ void UserFile::warn(const char* const function, const JsonError& error) const {
               << error.reason;
 }
 
-bool UserFile::replace(const rapidjson::Value& value) const {
+Containers::String UserFile::replace(const rapidjson::Value& value) const {
     Containers::String text;
-    Containers::String error;
+    Containers::String problem;
+    if(!JsonWriter::write(value, {1}, text, problem)) return "cannot be written: " + problem;
+    std::error_code failure;
+    std::filesystem::create_directories(_folder.data(), failure);
     FileSystem& disk = FileSystem::disk();
+    const Containers::String file = targetOf(_path);
+    // Another program may write at the same time.
+    const Containers::String written = file + ("." + std::to_string(::getpid()) + ".new").c_str();
     // One that was left behind may have rights that keep everybody from writing it.
-    const Containers::String written = _path + ".new";
     disk.removeFile(written);
-    if(!JsonWriter::write(value, {1}, text, error) || disk.writeFile(written, text, _path)) return false;
-    makeReadable(written);
-    return !disk.renameFile(written, _path);
+    int error = disk.writeFile(written, text, file);
+    if(!error) {
+        makeReadable(written);
+        error = disk.syncFile(written);
+    }
+    if(!error) error = disk.renameFile(written, file);
+    if(!error) return {};
+    disk.removeFile(written);
+    return systemReason("written", error);
 }
 
 void UserFile::write(const char* const function, const rapidjson::Value& value) const {
-    if(!isKept() || (Path::make(_folder) && replace(value))) return;
-    Warning{} << function << Warning::nospace << "(): cannot write" << _path;
+    if(!isKept()) return;
+    const Containers::String reason = replace(value);
+    if(!reason.isEmpty())
+        Warning{} << function << Warning::nospace << "():" << _path << Warning::nospace << ":" << reason;
 }
 
 }

@@ -27,15 +27,17 @@ public:
         @param function     whose warning it is */
     void warn(const char* function, const JsonError& error) const;
 
-    /** Replaces the file, so that nobody ever finds half of it. Its rights stay, but who writes it may read it from then on. On failure
-        prints a warning.
+    /** Replaces the file, so that nobody ever finds half of it, also where two programs write at once or the power goes. Where its name is a link, that
+        stays, and the file that it leads to is replaced. Its rights stay, but who writes it may read it from then on. On failure prints a warning with
+        the reason.
         @param function     whose warning it is */
     void write(const char* function, const rapidjson::Value& value) const;
 
     bool isKept() const { return !_path.isEmpty(); }
 
 private:
-    bool replace(const rapidjson::Value& value) const;
+    /** @return why it cannot be; empty where all went well */
+    Containers::String replace(const rapidjson::Value& value) const;
 
     Containers::String _folder;
     Containers::String _path;

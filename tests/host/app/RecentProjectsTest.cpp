@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "host/localization/TestFolder.h"
 #include "support/CapturedOutput.h"
@@ -87,6 +88,27 @@ TEST_F(RecentProjectsTest, AFileThatIsGarbageIsAWarningAndNone) {
     EXPECT_EQ(output.warning().find("RecentProjects::read(): " + (folder / File) + ":2:2: "), 0u) << output.warning();
 }
 
+TEST_F(RecentProjectsTest, AnEmptyFileIsAWarningAndReplacedByTheFirstProject) {
+    folder.write(File, "");
+    const CapturedOutput output;
+    RecentProjects recent = fresh();
+    EXPECT_EQ(list(recent), Names{});
+    EXPECT_EQ(output.warning().find("RecentProjects::read(): " + (folder / File) + ":1:1: "), 0u) << output.warning();
+    recent.add("/a");
+    EXPECT_EQ(list(fresh()), Names{"/a"});
+}
+
+TEST_F(RecentProjectsTest, AFolderInPlaceOfTheFileIsAWarning) {
+    std::filesystem::create_directories(folder / File);
+    const std::string warning = "RecentProjects::read(): " + (folder / File) + ":1:1: the file cannot be read\n";
+    const CapturedOutput output;
+    RecentProjects recent = fresh();
+    recent.add("/a");
+    EXPECT_EQ(list(recent), Names{"/a"});
+    EXPECT_EQ(output.warning(),
+        warning + warning + "RecentProjects::add(): " + (folder / File) + ": cannot be written: Is a directory\n");
+}
+
 TEST_F(RecentProjectsTest, EntriesThatAreNoTextsAreLeftOut) {
     folder.write(File, R"(["/a", 1, null, "", ["/b"], "/c"])");
     EXPECT_EQ(list(fresh()), (Names{"/a", "/c"}));
@@ -134,8 +156,10 @@ TEST_F(RecentProjectsTest, AListWithoutRightsIsToldAndReplacedByOneThatItsOwnerC
 
 TEST_F(RecentProjectsTest, WhatAnEditorThatWasKilledLeftBehindIsNoHindrance) {
     fresh().add("/a");
-    folder.write(std::string{File} + ".new", "[\"/h");
-    std::filesystem::permissions(folder / (std::string{File} + ".new"), std::filesystem::perms::none);
+    // The number of the process is one that it had, too.
+    const std::string left = std::string{File} + "." + std::to_string(getpid()) + ".new";
+    folder.write(left, "[\"/h");
+    std::filesystem::permissions(folder / left, std::filesystem::perms::none);
     const OrdinaryUser user{folder.path};
     if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
     const CapturedOutput output;
@@ -161,7 +185,8 @@ TEST_F(RecentProjectsTest, AFolderThatCannotBeWrittenIsAWarning) {
     RecentProjects recent = fresh();
     recent.add("/a");
     EXPECT_EQ(list(recent), Names{"/a"});
-    EXPECT_EQ(output.warning(), "RecentProjects::add(): cannot write " + (folder / File) + "\n");
+    EXPECT_EQ(
+        output.warning(), "RecentProjects::add(): " + (folder / File) + ": cannot be written: Permission denied\n");
 }
 
 }

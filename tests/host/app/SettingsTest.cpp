@@ -9,11 +9,13 @@
 
 #include "host/localization/TestFolder.h"
 #include "support/CapturedOutput.h"
+#include "support/OrdinaryUser.h"
 
 namespace QuorvaneEngine {
 namespace {
 
 using Test::CapturedOutput;
+using Test::OrdinaryUser;
 using Theme::Scheme;
 
 constexpr const char* File = "settings/settings.json";
@@ -64,8 +66,50 @@ TEST_F(SettingsTest, KeepWhatAnotherEditorHasPutThereMeanwhile) {
     Settings settings = fresh();
     folder.write(File, "{\"version\": 1, \"more\": true}");
     settings.setScale(75);
-    EXPECT_EQ(
-        folder.read(File), "{\n  \"version\": 1,\n  \"more\": true,\n  \"theme\": \"dark\",\n  \"scale\": 75\n}\n");
+    EXPECT_EQ(folder.read(File), "{\n  \"version\": 1,\n  \"more\": true,\n  \"scale\": 75\n}\n");
+}
+
+TEST_F(SettingsTest, WhatTwoEditorsChooseIsKeptOfBoth) {
+    Settings one = fresh();
+    Settings other = fresh();
+    one.setScale(150);
+    other.setScheme(Scheme::Light);
+    EXPECT_EQ(fresh().scale(), 150);
+    EXPECT_EQ(fresh().scheme(), Scheme::Light);
+}
+
+TEST_F(SettingsTest, ThoseOfALaterVersionStayAsTheyAre) {
+    for(const char* const text: {"{\"version\": 2, \"theme\": [\"light\"]}", "{\"version\": 1.5}"}) {
+        folder.write(File, text);
+        const CapturedOutput output;
+        Settings settings = fresh();
+        settings.setScale(150);
+        EXPECT_EQ(settings.scale(), 150);
+        EXPECT_EQ(folder.read(File), text);
+        EXPECT_EQ(output.warning(),
+            "Settings::read(): " + (folder / File) + ":1:1: the settings are of another version\nSettings::write(): " +
+                (folder / File) + ":1:1: the settings are of a later version, and stay as they are\n");
+    }
+}
+
+TEST_F(SettingsTest, ThoseWithoutAVersionAreOfThisOneWhenSomethingIsChosen) {
+    folder.write(File, "{\"scale\": 125}");
+    const CapturedOutput output;
+    fresh().setScheme(Scheme::Light);
+    EXPECT_EQ(folder.read(File), "{\n  \"scale\": 125,\n  \"version\": 1,\n  \"theme\": \"light\"\n}\n");
+}
+
+TEST_F(SettingsTest, AFileWithoutRightsIsToldAndReplacedByOneThatItsOwnerCanRead) {
+    folder.write(File, "{\"version\": 1, \"scale\": 150}");
+    std::filesystem::permissions(folder / File, std::filesystem::perms::none);
+    const OrdinaryUser user{folder.path};
+    if(!user.isOrdinary) GTEST_SKIP() << "permissions do not bind the superuser, who cannot become another user here";
+    const CapturedOutput output;
+    Settings settings = fresh();
+    expectFirstValues(settings);
+    EXPECT_EQ(output.warning(), "Settings::read(): " + (folder / File) + ":1:1: the file cannot be read\n");
+    settings.setScale(125);
+    EXPECT_EQ(fresh().scale(), 125);
 }
 
 TEST_F(SettingsTest, WhatIsNoSettingsIsOneWarningAndHasTheFirstValues) {
@@ -120,8 +164,9 @@ TEST_F(SettingsTest, AFolderInPlaceOfTheFileIsAWarning) {
     expectFirstValues(settings);
     settings.setScale(125);
     EXPECT_EQ(output.warning(),
-        "Settings::read(): " + (folder / File) + ":1:1: the file cannot be read\nSettings::write(): cannot write " +
-            (folder / File) + "\n");
+        "Settings::read(): " + (folder / File) + ":1:1: the file cannot be read\nSettings::write(): " +
+            (folder / File) + ": cannot be written: Is a directory\n");
+    EXPECT_EQ(folder.files().size(), 2u) << "nothing lies beside it";
     EXPECT_EQ(settings.scale(), 125);
 }
 
