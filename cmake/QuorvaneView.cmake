@@ -6,7 +6,8 @@
 #     CORRADE_PLUGIN_REGISTER(<name>, <class>, QUORVANE_MODULE_INTERFACE)
 #
 # The metadata carry a stamp of what a module and the editor that loads it have to have in common: compiler, Dear ImGui with
-# its configuration, and which Corrade and Magnum. The editor refuses a module with another one before it loads it.
+# its configuration, and which Corrade and Magnum. The editor refuses a module with another one before it loads it. The stamp's
+# number of the framework alone may differ.
 #
 #   TITLE, DESCRIPTION   in the metadata, each one line; the title is <name> where none is given
 #   EXPORTS              symbols beside the five entry points that the library shows, for tests
@@ -16,7 +17,9 @@ function(quorvane_stamp variable)
     # Versions of a compiler that differ in the last numbers only lay out everything alike.
     string(REGEX MATCH "^[0-9]+" version "${CMAKE_CXX_COMPILER_VERSION}")
     get_property(libraries GLOBAL PROPERTY QUORVANE_STAMP)
-    set(${variable} "compiler=${CMAKE_CXX_COMPILER_ID} ${version}\n${libraries}" PARENT_SCOPE)
+    # The framework's number goes up with each virtual function that its classes get; an editor calls none that a module lacks.
+    set(framework "framework=2")
+    set(${variable} "compiler=${CMAKE_CXX_COMPILER_ID} ${version}\n${framework}\n${libraries}" PARENT_SCOPE)
 endfunction()
 
 function(quorvane_add_view name)

@@ -74,6 +74,7 @@ void EditorView::mouseScrollEvent() {}
 void EditorView::keyPressEvent() {}
 void EditorView::keyReleaseEvent() {}
 void EditorView::exitEvent() {}
+bool EditorView::show(Containers::StringView) { return false; }
 
 QuorvaneEditor& EditorView::editor() const { return _application->editor(); }
 

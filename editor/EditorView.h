@@ -50,6 +50,18 @@ public:
     virtual void keyReleaseEvent();
     virtual void exitEvent();
 
+    /** Brings what stands at a path of the project document before the user's eyes, in the next frame that shows the view: the
+        window scrolls there, turns to the tab that has it, gives up a search that hides it. The host opens the window and brings it
+        to the front. Called between two frames, also while the window is closed.
+
+        The last one of the virtual functions, so that a module from before it was there works as ever, with this host and with one
+        that does not know it: the host calls it only on views whose metadata say that they were built with it (`framework=2` in the
+        stamp, by `quorvane_add_view()`). What is added to this class follows behind it, with the next number.
+        @param path     JSON Pointer (RFC 6901); not kept
+        @return whether the view is going to show it: false, the default, where it has no place for such a value, or where there is
+                no value */
+    virtual bool show(Containers::StringView path);
+
     QuorvaneEditor& editor() const;
     Ui& ui() const;
 

@@ -6,6 +6,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Format.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "ImGuiGuards.h"
 #include "QuorvaneEditor/AllLanguages.h"
@@ -62,6 +63,18 @@ void LocalizationView::init(ImGuiContext* context, EditorData* editorData, Quorv
 
 void LocalizationView::deinit() {}
 void LocalizationView::keyPressEvent() {}
+
+bool LocalizationView::show(const Containers::StringView path) {
+    constexpr Containers::StringView Terms = "/localization/terms/"_s;
+    if(!path.hasPrefix(Terms)) return false;
+    const Containers::StringView below = path.exceptPrefix(Terms);
+    const Containers::StringView token = below.prefix(below.findOr('/', below.end()).begin());
+    if(!editor().project().getValue(path, false)) return false;
+    /* An input that is being edited would keep its text */
+    ImGui::ClearActiveID();
+    _mark.want(token);
+    return true;
+}
 
 void LocalizationView::refreshLanguages() {
     Containers::arrayResize<Containers::ArrayMallocAllocator>(_languages, Corrade::NoInit, 0);
@@ -156,7 +169,9 @@ bool LocalizationView::drawTabBar() {
     if(!bar) return false;
     bool switched = false;
     for(int i = 0; i != 2; ++i) {
-        const TabItemGuard tab{ImGui::BeginTabItem(Tabs[i])};
+        const bool isWanted = i == 0 && currentTab != 0 && _mark.isWanted();
+        const ImGuiTabItemFlags flags = isWanted ? ImGuiTabItemFlags_SetSelected : ImGuiTabItemFlags_None;
+        const TabItemGuard tab{ImGui::BeginTabItem(Tabs[i], nullptr, flags)};
         if(!tab || currentTab == i) continue;
         _searchBuffer[0] = '\0';
         currentTab = i;

@@ -4,6 +4,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "EditorView.h"
+#include "TermMark.h"
 #include "TermRows.h"
 
 namespace QuorvaneEngine {
@@ -23,6 +24,9 @@ public:
     void draw() override;
     void keyPressEvent() override;
 
+    /** Shows terms, of which it marks the row for a while. */
+    bool show(Containers::StringView path) override;
+
 private:
     void refreshLanguages();
     Containers::StringView findDefaultLanguage();
@@ -33,6 +37,8 @@ private:
 
     void drawTermsTab(bool refilter);
     void filterTerms();
+    std::size_t findWantedTerm();
+    void scrollTo(std::size_t row);
     void drawTermTable();
     void skipTermRows(std::size_t begin, std::size_t end);
     void drawTermRow(std::size_t row);
@@ -85,6 +91,9 @@ private:
 
     /** Where the project marks the default language, so that a frame asks for nothing else; empty where it marks none. */
     Containers::String _defaultLanguagePath;
+
+    /** The term that was asked for last. */
+    TermMark _mark;
 };
 
 }

@@ -41,6 +41,12 @@ Containers::StringView TermRows::key(const std::size_t row) const { return view(
 Containers::StringView TermRows::token(const std::size_t row) const { return view(_rows[row].token); }
 Containers::StringView TermRows::text(const std::size_t row) const { return view(_rows[row].text); }
 
+std::size_t TermRows::find(const Containers::StringView token) const {
+    std::size_t row = 0;
+    while(row != size() && this->token(row) != token) ++row;
+    return row;
+}
+
 Containers::ArrayView<const UnsignedInt> TermRows::lineStarts(const std::size_t row) const {
     const Slice lines = _rows[row].lines;
     return Containers::ArrayView<const UnsignedInt>{_lineStarts.data() + lines.offset, lines.size};

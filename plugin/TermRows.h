@@ -62,6 +62,9 @@ public:
     /** The key as a reference token of a JSON Pointer (RFC 6901): "~" and "/" escaped. Empty for the empty key alone. */
     Containers::StringView token(std::size_t row) const;
 
+    /** The row of the term with a reference token, @ref size() where none has it. */
+    std::size_t find(Containers::StringView token) const;
+
     /** The source text that is shown, NUL-terminated. */
     Containers::StringView text(std::size_t row) const;
 

@@ -26,6 +26,9 @@ namespace {
 constexpr ImGuiSelectableFlags RowFlags =
     ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowOverlap | ImGuiSelectableFlags_SpanAvailWidth;
 
+/* Where in the region a row begins that was scrolled to: 0 is its top, 1 its bottom */
+constexpr float TopOfShown = 0.3f;
+
 /* Shows a line of a key. NULs are spelled, because the library takes one at the beginning of a text for its end. */
 void drawKeyLine(ImVec2 position, const float right, Containers::StringView line) {
     while(!line.isEmpty() && position.x < right) {
@@ -66,6 +69,25 @@ void LocalizationView::filterTerms() {
     lastSearch = _editorData->storedRevision();
 }
 
+std::size_t LocalizationView::findWantedTerm() {
+    std::size_t row = _filteredTerms.find(_mark.token());
+    if(row == _filteredTerms.size() && _searchBuffer[0]) {
+        _searchBuffer[0] = '\0';
+        filterTerms();
+        row = _filteredTerms.find(_mark.token());
+    }
+    _mark.settle(row != _filteredTerms.size(), ImGui::GetTime());
+    return row;
+}
+
+void LocalizationView::scrollTo(const std::size_t row) {
+    const float origin = ImGui::GetCurrentTable()->RowPosY2;
+    const ImGuiWindow& window = *ImGui::GetCurrentWindow();
+    const float top = origin + _filteredTerms.top(row);
+    if(top >= window.InnerRect.Min.y && origin + _filteredTerms.top(row + 1) <= window.InnerRect.Max.y) return;
+    ImGui::SetScrollFromPosY(top - window.Pos.y, TopOfShown);
+}
+
 void LocalizationView::drawTermTable() {
     const TableGuard table{ImGui::BeginTable("termstable", 3, ImGuiTableFlags_Borders)};
     if(!table) return;
@@ -74,12 +96,17 @@ void LocalizationView::drawTermTable() {
     ImGui::TableSetupColumn("Translatable?", ImGuiTableColumnFlags_WidthFixed, ImGui::CalcTextSize("Translatable?").x);
     ImGui::TableHeadersRow();
 
+    const bool isWanted = _mark.isWanted();
+    const std::size_t wanted = isWanted ? findWantedTerm() : 0;
+
     /* The header row has fixed the columns, so the width at which texts wrap is known before the first of them is drawn */
     ImGui::TableSetColumnIndex(1);
     const ImGuiStyle& style = ImGui::GetStyle();
     _filteredTerms.layOut({std::max(ImGui::GetContentRegionAvail().x, 1.0f), style.CellPadding.y, style.ItemSpacing.y,
         Ui::checkboxHeight()});
     ImGui::TableEndRow(ImGui::GetCurrentTable());
+
+    if(isWanted && wanted != _filteredTerms.size()) scrollTo(wanted);
 
     std::size_t next = 0;
     for(const TermRows::Range rows: ShownRows{_filteredTerms}) {
@@ -98,6 +125,8 @@ void LocalizationView::skipTermRows(const std::size_t begin, const std::size_t e
 void LocalizationView::drawTermRow(const std::size_t row) {
     const Containers::StringView text = _filteredTerms.text(row);
     ImGui::TableNextRow();
+    if(const float mark = _mark.strength(_filteredTerms.token(row), ImGui::GetTime()); mark > 0.0f)
+        ImGui::TableSetBgColor(ImGuiTableBgTarget_RowBg0, ImGui::GetColorU32(ImGuiCol_TextSelectedBg, mark));
 
     ImGui::TableNextColumn();
     if(drawTermKey(row)) _selectedTerm = text;

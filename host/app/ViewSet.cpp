@@ -25,6 +25,9 @@ namespace {
 
 constexpr Int ModuleTypeView = 1;
 
+/** The first framework whose views have EditorView::show(). */
+constexpr Int ShowingFramework = 2;
+
 void warn(Containers::StringView reason) {
     for(Containers::StringView line: reason.splitWithoutEmptyParts('\n'))
         Corrade::Utility::Warning{} << "project.json:" << line;
@@ -161,6 +164,10 @@ void ViewSet::checkConditions() {
 void ViewSet::draw() {
     for(Entry& entry: _entries) {
         if(!entry.view || !entry.view->open()) continue;
+        if(std::exchange(entry.isRaised, false)) {
+            ImGui::SetNextWindowFocus();
+            ImGui::SetNextWindowCollapsed(false);
+        }
         if(entry.failed) {
             drawReason(entry);
         } else if(entry.isProven) {
@@ -204,6 +211,15 @@ void ViewSet::drawReason(Entry& entry) {
     if(Widgets::primaryButton("Repair")) _repair = entry.failed;
     ImGui::SameLine();
     Widgets::paleText("One step, which Edit > Undo takes back");
+}
+
+bool ViewSet::show(const Containers::StringView path) {
+    for(Entry& entry: _entries) {
+        if(!entry.view || _modules->framework(entry.module) < ShowingFramework || !entry.view->show(path)) continue;
+        entry.view->open() = entry.isRaised = true;
+        return true;
+    }
+    return false;
 }
 
 Containers::StringView ViewSet::reason(UnsignedInt view) const {

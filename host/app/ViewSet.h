@@ -58,6 +58,12 @@ public:
         the end of a frame. */
     void draw();
 
+    /** Has the first view that can show a value of the project do so, opened and in front of the others from the next frame on. Views
+        of modules from before they could be asked are not. Between two frames.
+        @param path     JSON Pointer (RFC 6901)
+        @return whether there is such a view */
+    bool show(Containers::StringView path);
+
     /** Why a view is not drawn; empty when it is. */
     Containers::StringView reason(UnsignedInt view) const;
 
@@ -76,6 +82,9 @@ private:
 
         /** Whether the view has drawn since it was made. */
         bool isProven = false;
+
+        /** Whether the next frame brings its window to the front. */
+        bool isRaised = false;
     };
 
     AbstractModule* load(Containers::StringView name);

@@ -34,6 +34,7 @@ struct ModuleLoader::Loaded {
     Containers::String name;
     Folder* folder;
     Containers::Pointer<AbstractModule> module;
+    Int framework;
 };
 
 struct ModuleLoader::State {
@@ -145,6 +146,10 @@ ModuleLoader::Folder& ModuleLoader::folderOf(const Containers::StringView name) 
     return *_state->folders.back();
 }
 
+Containers::String ModuleLoader::metadataFile(const Folder& folder, const Containers::StringView name) {
+    return Utility::Path::join(folder.path, name + ".conf");
+}
+
 bool ModuleLoader::fits(const Folder& folder, const Containers::StringView name) {
     // What a module needs is mapped with it. The list grows while it is walked.
     std::vector<Containers::String> needed{Containers::String{name}};
@@ -152,7 +157,7 @@ bool ModuleLoader::fits(const Folder& folder, const Containers::StringView name)
         // Of what the manager refuses without the library it says so itself.
         if(folder.manager.loadState(needed[i]) != PluginManager::LoadState::NotLoaded) continue;
         const PluginManager::PluginMetadata& metadata = *folder.manager.metadata(needed[i]);
-        Containers::String problem = stampProblem(Utility::Path::join(folder.path, metadata.name() + ".conf"));
+        Containers::String problem = stampProblem(metadataFile(folder, metadata.name()));
         if(problem.isEmpty()) problem = fileProblem(Utility::Path::join(folder.path, metadata.name() + ".so"));
         if(!problem.isEmpty()) {
             keep("ModuleLoader::load(): " + needed[i] + " is not loaded: " + problem + ".");
@@ -184,7 +189,9 @@ AbstractModule* ModuleLoader::load(Containers::StringView name) {
         module ? Containers::StringView{} : Containers::StringView{message});
     keep(std::move(message));
     if(!module) return nullptr;
-    _state->loaded.push_back(std::make_unique<Loaded>(Loaded{Containers::String{name}, &folder, std::move(module)}));
+    const Int framework = moduleFramework(metadataFile(folder, name));
+    _state->loaded.push_back(
+        std::make_unique<Loaded>(Loaded{Containers::String{name}, &folder, std::move(module), framework}));
     return _state->loaded.back()->module.get();
 }
 
@@ -197,6 +204,11 @@ void ModuleLoader::keep(Containers::String&& message) {
 AbstractModule* ModuleLoader::module(Containers::StringView name) const {
     Loaded* const loaded = find(name);
     return loaded ? loaded->module.get() : nullptr;
+}
+
+Int ModuleLoader::framework(const Containers::StringView name) const {
+    const Loaded* const loaded = find(name);
+    return loaded ? loaded->framework : 0;
 }
 
 bool ModuleLoader::unload(Containers::StringView name) {

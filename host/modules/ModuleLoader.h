@@ -74,6 +74,9 @@ public:
     /** The module's object, null when it is not loaded. */
     AbstractModule* module(Containers::StringView name) const;
 
+    /** What @ref moduleFramework() said of a module when it was loaded; 0 when it is not. */
+    Int framework(Containers::StringView name) const;
+
     /** Stops a module for good, destroys its object and takes its library out of the process, with all state that it kept in
         variables of its own; a library that stays is a warning with the plug-in manager's state. A name that is not loaded is left
         alone.
@@ -99,6 +102,7 @@ private:
     void listModules();
     void note(Containers::StringView name, Status status, Containers::StringView reason = {});
     Folder& folderOf(Containers::StringView name) const;
+    static Containers::String metadataFile(const Folder& folder, Containers::StringView name);
     bool fits(const Folder& folder, Containers::StringView name);
     Loaded* find(Containers::StringView name) const;
     bool discard(Loaded& loaded);

@@ -1,5 +1,7 @@
 #include "modules/ModuleStamp.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 
 #include <Corrade/Containers/Array.h>
@@ -55,6 +57,12 @@ Containers::String stampProblem(const Containers::StringView metadataFile) {
         problems = problems + line.theirs + (told.empty() ? "(nothing)" : theirs) + line.ours + ours;
     }
     return problems;
+}
+
+Int moduleFramework(const Containers::StringView metadataFile) {
+    const Utility::Configuration metadata{metadataFile, Utility::Configuration::Flag::ReadOnly};
+    const Utility::ConfigurationGroup* const stamp = metadata.group("stamp");
+    return stamp ? std::max(std::atoi(stamp->value("framework").c_str()), 1) : 1;
 }
 
 }

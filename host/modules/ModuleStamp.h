@@ -13,4 +13,8 @@ namespace QuorvaneEngine {
     @return what differs, one clause for each, without a full stop; empty when nothing does */
 QUORVANE_API Containers::String stampProblem(Containers::StringView metadataFile);
 
+/** The number of the view framework that a module was built with, by which the host knows what it can ask of the module's objects.
+    @return 1 for the first framework, whose modules' metadata do not say */
+QUORVANE_API Int moduleFramework(Containers::StringView metadataFile);
+
 }

@@ -101,7 +101,7 @@ protected:
         return count;
     }
 
-    /** A counter of the module that is in the process: draws, inits, deinits, loads without a state. */
+    /** A counter of the module that is in the process: draws, inits, deinits, loads without a state, values to show. */
     static int moduleCounter(int which) {
         void* const handle = dlopen(ModuleFile, RTLD_LAZY | RTLD_NOLOAD);
         if(!handle) return -1;

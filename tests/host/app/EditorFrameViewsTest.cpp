@@ -172,5 +172,45 @@ TEST_F(EditorFrameTest, ReloadedModulesKeepTheirBinding) {
     EXPECT_LT(moduleCounter(0), 10);
 }
 
+TEST_F(EditorFrameTest, AViewThatIsAskedToShowAValueIsOpenedAndBroughtToTheFront) {
+    write("first", R"({"counted": 1})");
+    ASSERT_TRUE(open("first"));
+    EXPECT_TRUE(play("show", [this](ImGuiTestContext& user) {
+        const auto isInFront = [] {
+            const ImGuiWindow* const window = ImGui::FindWindowByName("Counter");
+            return window->Active && !window->Hidden && !window->Collapsed &&
+                ImGui::GetCurrentContext()->NavWindow == window;
+        };
+        user.WindowClose("//Counter");
+        user.Yield(2);
+        IM_CHECK(frame.views().show("/counted"));
+        IM_CHECK(isOpen("Counter"));
+        user.Yield(3);
+        IM_CHECK(isInFront());
+
+        choose(user, "View/History");
+        user.Yield(2);
+        // Under the mouse a docked view takes the focus.
+        user.MouseMoveToPos({5.0f, 5.0f});
+        user.WindowFocus("//History");
+        user.Yield(2);
+        IM_CHECK(!isInFront());
+        IM_CHECK(frame.views().show("/counted"));
+        user.Yield(3);
+        IM_CHECK(isInFront());
+    }));
+}
+
+TEST_F(EditorFrameTest, AValueThatNoViewShowsOpensNone) {
+    write("first", R"({"counted": 1})");
+    ASSERT_TRUE(open("first"));
+    draw(2);
+    isOpen("Counter") = false;
+    const int shows = moduleCounter(4);
+    EXPECT_FALSE(frame.views().show("/name"));
+    EXPECT_EQ(moduleCounter(4), shows + 1);
+    EXPECT_FALSE(isOpen("Counter"));
+}
+
 }
 }

@@ -1,15 +1,20 @@
 #include "app/ViewSet.h"
 
+#include <filesystem>
+#include <fstream>
 #include <ostream>
 #include <sstream>
+#include <string>
 
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 #include <rapidjson/document.h>
 
+#include "ChangeManager.h"
 #include "QuorvaneEditor/ProjectWatch.h"
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
@@ -110,6 +115,31 @@ TEST_F(ViewSetTest, WhatAViewLeavesOpenIsClosedAndSaidOnceAndSoIsATitleThatTwoHa
     }
     const std::string once = "ViewSet::draw(): Leaking left open: the scope /objects/door 1 flags\n";
     EXPECT_EQ(warned.str(), once + once);
+}
+
+/* Where the function that is asked stands in a newer view, an older one may have anything. */
+TEST_F(ViewSetTest, AViewOfAnOlderFrameworkIsNotAskedToShowAValue) {
+    namespace fs = std::filesystem;
+    const fs::path root = fs::temp_directory_path() / ("quorvane-older-" + std::to_string(getpid()));
+    fs::create_directories(root);
+    fs::copy_file(QUORVANE_FIXTURES "/good/Counter.so", root / "Counter.so");
+    const std::ifstream newer{QUORVANE_FIXTURES "/good/Counter.conf"};
+    std::ostringstream metadata;
+    metadata << newer.rdbuf();
+    std::string older = metadata.str();
+    const std::size_t at = older.find("framework=");
+    ASSERT_NE(at, std::string::npos);
+    older.erase(at, older.find('\n', at) + 1 - at);
+
+    session.changes().pushChange("/counted", rapidjson::Value{1}, false);
+    for(const std::string& text: {older, metadata.str()}) {
+        std::ofstream{root / "Counter.conf"} << text;
+        ModuleLoader loader{root.c_str()};
+        ViewSet views{loader, application, session.data(), {}};
+        views.restart();
+        EXPECT_EQ(views.show("/counted"), text != older);
+    }
+    fs::remove_all(root);
 }
 
 }

@@ -163,5 +163,36 @@ TEST_F(ModuleStampTest, AReloadReadsTheStampAnew) {
     EXPECT_TRUE(loader.load("Counter"));
 }
 
+TEST_F(ModuleStampTest, TheFrameworkIsAsTheMetadataSayAndTheFirstWhereTheySayNothing) {
+    const std::string file = (root / "Counter.conf").string();
+    EXPECT_EQ(moduleFramework(file.c_str()), 2);
+    write(with("framework", "3"));
+    EXPECT_EQ(moduleFramework(file.c_str()), 3);
+    EXPECT_EQ(problem(), "");
+    for(const char* const value: {"", "0", "-7", "new"}) {
+        write(with("framework", value));
+        EXPECT_EQ(moduleFramework(file.c_str()), 1) << value;
+    }
+    write("[metadata]\ntitle=Counter\n");
+    EXPECT_EQ(moduleFramework(file.c_str()), 1);
+    fs::remove(file);
+    EXPECT_EQ(moduleFramework(file.c_str()), 1);
+}
+
+/* The file may be another one by then. */
+TEST_F(ModuleStampTest, TheLoaderKnowsTheFrameworkOfTheLibraryThatItHasLoaded) {
+    ModuleLoader loader{root.c_str()};
+    EXPECT_EQ(loader.framework("Counter"), 0);
+    ASSERT_TRUE(loader.load("Counter"));
+    write(with("framework", "3"));
+    EXPECT_EQ(loader.framework("Counter"), 2);
+    loader.unload("Counter");
+    ASSERT_TRUE(loader.load("Counter"));
+    EXPECT_EQ(loader.framework("Counter"), 3);
+    loader.unload("Counter");
+    EXPECT_EQ(loader.framework("Counter"), 0);
+    EXPECT_EQ(loader.framework("Nobody"), 0);
+}
+
 }
 }
