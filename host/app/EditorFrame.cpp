@@ -47,7 +47,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
       _panels{Corrade::InPlaceInit, session, log, modules},
-      _palette{Corrade::InPlaceInit},
+      _palette{Corrade::InPlaceInit, session.project()},
       _layout{session.editor()},
       _views{modules, _application, session.data(), conditions},
       _exchange{session, jobs, log, fileSystem ? *fileSystem : FileSystem::disk(), folderDialog, archiveDialog},
@@ -128,6 +128,7 @@ void EditorFrame::prepare() {
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
+    showChosenTerm();
     _panels->prepare();
     if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) load(module);
     executeAnswer(std::exchange(_answer, Answer::None));
@@ -152,6 +153,11 @@ void EditorFrame::askForSuspect() {
     if(!_desktop.leftOut || _questions.isAsking(Question::Suspect)) return;
     const Containers::StringView suspect = _desktop.leftOut->suspect();
     if(!suspect.isEmpty()) _questions.ask(Question::Suspect, suspect + ", " + _desktop.leftOut->fileOf(suspect));
+}
+
+void EditorFrame::showChosenTerm() {
+    const Containers::String path = _palette->takeTerm();
+    if(!path.isEmpty() && !_views.show(path)) _log->note("No view shows " + path);
 }
 
 void EditorFrame::learnLanguages() {

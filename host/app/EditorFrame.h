@@ -127,6 +127,7 @@ private:
     void executeAnswer(Answer answer);
     void chooseProject();
     void drawStartPage();
+    void showChosenTerm();
     void learnLanguages();
     void tellNewLanguages();
     void proceed();

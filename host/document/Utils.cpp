@@ -4,8 +4,7 @@
 
 #include <Corrade/Containers/Array.h>
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
+#include "CaseFolding.h"
 
 namespace QuorvaneEngine::Utils {
 
@@ -14,32 +13,9 @@ namespace {
 /** Needles of up to this many bytes are folded on the stack. */
 constexpr std::size_t LocalSize = 256;
 
-unsigned char foldAscii(unsigned char byte) { return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte; }
-
-/** Reads one character from text that is not empty and folds it. A byte that is not valid UTF-8 becomes a number beyond
-    Unicode. */
-UChar32 foldNext(const char*& at, const char* end) {
-    const unsigned char byte = static_cast<unsigned char>(*at);
-    if(byte < 0x80) {
-        ++at;
-        return foldAscii(byte);
-    }
-    // No character has more than four bytes.
-    const std::int32_t size = std::int32_t(end - at < 4 ? end - at : 4);
-    std::int32_t read = 0;
-    UChar32 character = 0;
-    U8_NEXT(at, read, size, character);
-    if(character < 0) {
-        ++at;
-        return UCHAR_MAX_VALUE + 1 + byte;
-    }
-    at += read;
-    return u_foldCase(character, U_FOLD_CASE_DEFAULT);
-}
-
 struct Needle {
     /** Folded characters. */
-    UChar32* characters;
+    char32_t* characters;
 
     /** For each length of a match that has begun: how much of its end is a beginning of the needle. */
     std::uint32_t* borders;
@@ -49,7 +25,7 @@ struct Needle {
 
 void fold(Containers::StringView text, Needle& needle) {
     needle.size = 0;
-    for(const char* at = text.begin(); at != text.end();) needle.characters[needle.size++] = foldNext(at, text.end());
+    for(const char* at = text.begin(); at != text.end();) needle.characters[needle.size++] = nextFolded(at, text.end());
 
     needle.borders[0] = 0;
     for(std::uint32_t i = 1, border = 0; i < needle.size; ++i) {
@@ -60,8 +36,12 @@ void fold(Containers::StringView text, Needle& needle) {
 }
 
 /** The first byte from @p at on that is not ASCII, or folds to a character. */
-const char* skip(const char* at, const char* end, UChar32 character) {
-    while(at != end && !(*at & 0x80) && foldAscii(static_cast<unsigned char>(*at)) != character) ++at;
+const char* skip(const char* at, const char* end, char32_t character) {
+    while(at != end && !(*at & 0x80)) {
+        const char* next = at;
+        if(nextFolded(next, end) == character) break;
+        at = next;
+    }
     return at;
 }
 
@@ -79,14 +59,14 @@ std::ptrdiff_t search(Containers::StringView haystack, const Needle& needle) {
             anchor = at;
             sinceAnchor = 0;
         }
-        const UChar32 character = foldNext(at, end);
+        const char32_t character = nextFolded(at, end);
         ++sinceAnchor;
         while(matched && character != needle.characters[matched]) matched = needle.borders[matched - 1];
         if(character == needle.characters[matched]) ++matched;
         if(matched != needle.size) continue;
 
         // Characters that match may differ in size, so where the match begins is found by counting.
-        for(; sinceAnchor != matched; --sinceAnchor) foldNext(anchor, end);
+        for(; sinceAnchor != matched; --sinceAnchor) nextFolded(anchor, end);
         return anchor - haystack.begin();
     }
     return -1;
@@ -98,13 +78,13 @@ std::ptrdiff_t caseInsensitiveSearch(Containers::StringView haystack, Containers
     if(needle.isEmpty()) return 0;
     if(haystack.isEmpty()) return -1;
     if(needle.size() <= LocalSize) {
-        UChar32 characters[LocalSize];
+        char32_t characters[LocalSize];
         std::uint32_t borders[LocalSize];
         Needle folded{characters, borders, 0};
         fold(needle, folded);
         return search(haystack, folded);
     }
-    Containers::Array<UChar32> characters{Corrade::ValueInit, needle.size()};
+    Containers::Array<char32_t> characters{Corrade::ValueInit, needle.size()};
     Containers::Array<std::uint32_t> borders{Corrade::ValueInit, needle.size()};
     Needle folded{characters.data(), borders.data(), 0};
     fold(needle, folded);
