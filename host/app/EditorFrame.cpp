@@ -335,8 +335,12 @@ void EditorFrame::drawStartPage() {
 void EditorFrame::draw() {
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
-    const Containers::StringView fonts = _desktop.fonts ? _desktop.fonts->summary() : Containers::StringView{};
-    if(StatusBar::draw(_session->folder(), available.save, *_log, fonts, _access.obstacle())) _panels->toggleMessages();
+    StatusBar::Facts facts{_session->folder(), available.save, {}, {}, _access.obstacle()};
+    if(_desktop.fonts) {
+        facts.fonts = _desktop.fonts->summary();
+        facts.fontDetails = _desktop.fonts->details();
+    }
+    if(StatusBar::draw(facts, *_log)) _panels->toggleMessages();
     if(hasProject()) {
         _layout.draw();
         _views.draw();
