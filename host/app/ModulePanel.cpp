@@ -37,7 +37,7 @@ void drawState(const ModuleLoader::Status status) {
     StyleGuard style;
     style.color(ImGuiCol_Text, MessagePanel::color(look.severity));
     ImGui::TextUnformatted(MessagePanel::icon(look.severity));
-    ImGui::SameLine(Widgets::scaled(24.0f));
+    ImGui::SameLine();
     Widgets::text(look.name);
 }
 
