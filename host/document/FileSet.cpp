@@ -214,7 +214,7 @@ void FileSet::remove(const Containers::StringView path) {
 
 bool FileSet::makeEditorFolder(FileSystem& files, const Containers::StringView folder, FileError& error) {
     Steps steps{files, folder, error};
-    if(!steps.makeFolder(EditorFolder)) return false;
+    if(!steps.hasNoLink(EditorFolder, IsLink) || !steps.makeFolder(EditorFolder)) return false;
     Containers::String ignored;
     const int failure = files.readFile(steps.at(IgnoreFile), ignored);
     // One that is empty was being made when the program was ended.

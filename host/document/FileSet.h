@@ -61,7 +61,7 @@ public:
     static bool findJournal(FileSystem& files, Containers::StringView folder, const Stage& stage, bool& isFound,
         Journal& journal, FileError& error);
 
-    /** Makes the folder for what version control is to ignore, and tells it so. */
+    /** Makes the folder for what version control is to ignore, and tells it so; not through a link. */
     static bool makeEditorFolder(FileSystem& files, Containers::StringView folder, FileError& error);
 
 private:

@@ -31,6 +31,10 @@ Containers::String fileOf(const Containers::StringView folder) {
     return string(std::string{folder.data(), folder.size()} + "/.editor/lock");
 }
 
+bool isElsewhere(FileSystem& files, const Containers::StringView folder) {
+    return files.isLink(string(std::string{folder.data(), folder.size()} + "/.editor"));
+}
+
 std::string hostName() {
     char name[256]{};
     return ::gethostname(name, sizeof(name) - 1) == 0 ? name : "";
@@ -61,14 +65,16 @@ void write(FileSystem& files, const Containers::StringView folder) {
         {programName(), std::to_string(::getpid()), hostName(), std::to_string(std::time(nullptr))})
         text.append("\n").append(line);
     text += '\n';
-    files.writeFile(fileOf(folder), string(text), {});
+    if(!isElsewhere(files, folder)) files.writeFile(fileOf(folder), string(text), {});
 }
 
-void remove(FileSystem& files, const Containers::StringView folder) { files.removeFile(fileOf(folder)); }
+void remove(FileSystem& files, const Containers::StringView folder) {
+    if(!isElsewhere(files, folder)) files.removeFile(fileOf(folder));
+}
 
 Containers::String read(FileSystem& files, const Containers::StringView folder) {
     Containers::String text;
-    if(files.readFile(fileOf(folder), text, LargestFile)) return {};
+    if(isElsewhere(files, folder) || files.readFile(fileOf(folder), text, LargestFile)) return {};
     const std::vector<std::string_view> lines = linesOf({text.data(), text.size()});
     pid_t process = 0;
     std::time_t since = 0;

@@ -12,7 +12,7 @@ class FileSystem;
 /** What a program that has a project locked tells the others about itself, in the file `.editor/lock` of the project. It is for people
     to read: whether the project is locked is known by the @ref FolderLock alone, which goes with its program; the file may be left.
 
-    The file has a line for each of: the format's name and version, the program, the process, the host, and seconds since 1970. */
+    The file has a line for each of: the format's name and version, the program, the process, the host, and seconds since 1970. Where `.editor` is a link, it is left alone. */
 namespace LockNote {
 
 /** Writes that this program has the project, since now. Where it cannot be written, nobody is told.

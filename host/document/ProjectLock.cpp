@@ -22,7 +22,9 @@ Containers::String joined(const Containers::StringView folder, const char* const
 
 bool ProjectLock::hasEditorFolder(const Containers::StringView folder) const {
     FileStamp stamp;
-    return _files->stampOf(joined(folder, EditorFolder), stamp) == 0;
+    const Containers::String path = joined(folder, EditorFolder);
+    // A project may come from a stranger: nothing is written where a link of his leads to.
+    return !_files->isLink(path) && _files->stampOf(path, stamp) == 0;
 }
 
 bool ProjectLock::takeFolder(

@@ -321,6 +321,14 @@ TEST(FileSet, NothingIsRemovedOrRecoveredThroughALink) {
         EXPECT_EQ(project.error.reason, "is a link, through which nothing is put in order that was cut short");
         EXPECT_EQ(project.disk.files(), project.old);
     }
+    {
+        Project project;
+        project.disk.putFolder("/p/.editor");
+        project.disk.links = {"/p/.editor"};
+        EXPECT_FALSE(FileSet::makeEditorFolder(project.disk, "/p", project.error));
+        EXPECT_EQ(project.error.reason, "is a link where a folder is needed");
+        EXPECT_EQ(project.disk.changes, 0);
+    }
     // A folder of translations that lies elsewhere is the user's own affair.
     Project project;
     project.disk.links = {"/p/localization"};

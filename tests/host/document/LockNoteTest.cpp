@@ -61,6 +61,19 @@ TEST_F(LockNoteTest, WithoutItsFolderNothingIsWritten) {
     LockNote::remove(files, "/q");
 }
 
+TEST_F(LockNoteTest, NothingGoesThroughALink) {
+    LockNote::write(files, "/p");
+    files.links.insert("/p/.editor");
+    EXPECT_EQ(read(), "");
+    LockNote::remove(files, "/p");
+    EXPECT_TRUE(files.exists("/p/.editor/lock"));
+    files.links.clear();
+    LockNote::remove(files, "/p");
+    files.links.insert("/p/.editor");
+    LockNote::write(files, "/p");
+    EXPECT_FALSE(files.exists("/p/.editor/lock"));
+}
+
 TEST_F(LockNoteTest, AProcessOfThisHostThatIsGoneIsNotNamed) {
     const pid_t child = fork();
     if(child == 0) _exit(0);

@@ -147,6 +147,20 @@ TEST_F(ProjectLockTest, WhoMakesTheFolderForItHasToHaveTheProjectsOwn) {
     EXPECT_TRUE(first.takeForSaving(path.c_str(), error));
 }
 
+TEST_F(ProjectLockTest, ThroughALinkOfAStrangerNothingIsWritten) {
+    folder.write("elsewhere/lock", "theirs");
+    fs::remove(folder / "p/.editor");
+    fs::create_directory_symlink("../elsewhere", folder / "p/.editor");
+    const auto before = folder.files();
+    const std::string path = folder / "p";
+    EXPECT_TRUE(first.take(path.c_str(), ProjectLock::Making::Yes, error));
+    first.announce();
+    EXPECT_EQ(folder.files(), before);
+    EXPECT_FALSE(take(second)) << "the project's own folder is locked";
+    first.release();
+    EXPECT_EQ(folder.files(), before);
+}
+
 TEST_F(ProjectLockTest, AFolderThatIsGoneIsNoFailure) {
     EXPECT_TRUE(takeAndTell(first, "gone"));
     EXPECT_FALSE(fs::exists(folder / "gone"));
