@@ -57,6 +57,8 @@ private:
     int _descriptor;
 };
 
+std::int64_t nanoseconds(const timespec& time) { return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec; }
+
 int resultOf(int returned) { return returned ? errno : 0; }
 
 int writeAll(int descriptor, Containers::StringView bytes) {
@@ -177,7 +179,7 @@ public:
         const bool isTerminated = path.flags() >= Containers::StringViewFlag::NullTerminated;
         if(isTerminated ? ::stat(path.data(), &status) : ::stat(Name{path}, &status)) return errno;
         stamp = {std::uint64_t(status.st_dev), std::uint64_t(status.st_ino), std::uint64_t(status.st_size),
-            std::int64_t(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec};
+            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
         return 0;
     }
 

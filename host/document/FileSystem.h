@@ -21,8 +21,11 @@ struct FileStamp {
     /** In bytes. */
     std::uint64_t size = 0;
 
-    /** When the contents were changed last, in nanoseconds since 1970. */
+    /** When the contents were changed last, in nanoseconds since 1970; whoever writes the file may say otherwise. */
     std::int64_t changed = 0;
+
+    /** When anything of the file was changed last, its names and permissions included, which nobody can set. */
+    std::int64_t touched = 0;
 
     bool operator==(const FileStamp&) const = default;
 

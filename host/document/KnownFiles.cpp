@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -19,6 +21,10 @@ constexpr std::string_view ProjectName{"project.json"};
 constexpr std::string_view TranslationsFolder{"localization/"};
 constexpr std::string_view Suffix{".json"};
 
+/** In nanoseconds; some disks tell the time of a change in steps of two seconds. */
+constexpr std::int64_t Second = 1'000'000'000;
+constexpr std::int64_t CoarsestClock = 2 * Second;
+
 std::string_view view(const Containers::StringView text) { return {text.data(), text.size()}; }
 Containers::String string(const std::string_view text) { return {text.data(), text.size()}; }
 
@@ -32,8 +38,17 @@ bool isOfTranslations(const std::string_view name) {
 
 }
 
-KnownFiles::KnownFiles(FileSystem& files, const Containers::StringView folder)
-    : _files{&files}, _folder{folder}, _translations{placeOf("localization")} {}
+KnownFiles::KnownFiles(FileSystem& files, const Containers::StringView folder, const Clock clock)
+    : _files{&files}, _folder{folder}, _clock{clock}, _translations{placeOf("localization")} {}
+
+std::int64_t KnownFiles::systemTime() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+bool KnownFiles::isYoung(const FileStamp& stamp) const {
+    return stamp.changed % Second == 0 && std::abs(_clock() - stamp.changed) < CoarsestClock;
+}
 
 Containers::String KnownFiles::placeOf(const Containers::StringView path) const {
     return string(std::string{view(_folder)}.append("/").append(view(path)));
@@ -47,13 +62,13 @@ FileStamp KnownFiles::stampOf(const Containers::StringView path) const {
 
 void KnownFiles::set(const Containers::StringView path, const FileStamp& stamp, const Containers::StringView bytes) {
     noteRemoved(path);
-    _known.push_back({Containers::String{path}, placeOf(path), stamp, bytes.size(), hashOf(bytes)});
+    _known.push_back({Containers::String{path}, placeOf(path), stamp, bytes.size(), hashOf(bytes), isYoung(stamp)});
 }
 
 /** Knows a file that cannot be read by its stamp alone: it is the same until that changes. */
 void KnownFiles::setUnread(const Containers::StringView path, const FileStamp& stamp) {
     noteRemoved(path);
-    _known.push_back({Containers::String{path}, placeOf(path), stamp, ~std::size_t{}, 0});
+    _known.push_back({Containers::String{path}, placeOf(path), stamp, ~std::size_t{}, 0, false});
 }
 
 void KnownFiles::noteRead(
@@ -62,7 +77,7 @@ void KnownFiles::noteRead(
 }
 
 void KnownFiles::noteWritten(const Containers::StringView path, const Containers::StringView bytes) {
-    set(path, stampOf(path), bytes);
+    set(path, {}, bytes);
 }
 
 void KnownFiles::noteRemoved(const Containers::StringView path) {
@@ -72,12 +87,13 @@ void KnownFiles::noteRemoved(const Containers::StringView path) {
 KnownFiles::Look KnownFiles::look(File& file) const {
     FileStamp stamp;
     const int error = _files->stampOf(file.place, stamp);
-    if(error == ENOSYS || (!error && stamp == file.stamp)) return Look::Same;
+    if(error == ENOSYS || (!error && stamp == file.stamp && !file.isYoung)) return Look::Same;
     if(error) return Look::Missing;
     Containers::String bytes;
     if(_files->readFile(file.place, bytes) || bytes.size() != file.size || hashOf(bytes) != file.hash)
         return Look::Changed;
     file.stamp = stamp;
+    file.isYoung = isYoung(stamp);
     return Look::Same;
 }
 

@@ -20,8 +20,8 @@ enum class DiskState : std::uint8_t {
 };
 
 /** The files of a project as they were read or written last, so that it is noticed when somebody else changes them. To look costs a
-    question to the disk for each file and allocates nothing; only a file that was written since is read, and one that still holds the
-    same bytes is unchanged. On a file system that cannot tell, nothing is noticed. */
+    question to the disk for each file and allocates nothing; only a file that was touched since, or may have been, is read, and one that still
+    holds the same bytes is unchanged. On a file system that cannot tell, nothing is noticed. */
 class QUORVANE_API KnownFiles {
 public:
     /** A file that somebody else changed. */
@@ -33,10 +33,13 @@ public:
         bool isThere;
     };
 
+    /** Tells what time it is, in nanoseconds since 1970. */
+    using Clock = std::int64_t (*)();
+
     /** Knows of no file.
         @param files    must outlive this object
         @param folder   of the project, absolute */
-    explicit KnownFiles(FileSystem& files, Containers::StringView folder);
+    explicit KnownFiles(FileSystem& files, Containers::StringView folder, Clock clock = systemTime);
 
     /** The state of a file that is about to be read. */
     FileStamp stampOf(Containers::StringView path) const;
@@ -46,6 +49,7 @@ public:
         @param stamp    as it was before */
     void noteRead(Containers::StringView path, const FileStamp& stamp, Containers::StringView bytes);
 
+    /** A file that was written; the next look reads it, as others may have written it since. */
     void noteWritten(Containers::StringView path, Containers::StringView bytes);
     void noteRemoved(Containers::StringView path);
 
@@ -67,10 +71,16 @@ private:
         FileStamp stamp;
         std::size_t size;
         std::uint64_t hash;
+
+        /** Whether another change may have left it with the same stamp. */
+        bool isYoung;
     };
     enum class Look : std::uint8_t { Same, Changed, Missing };
 
+    static std::int64_t systemTime();
+
     Containers::String placeOf(Containers::StringView path) const;
+    bool isYoung(const FileStamp& stamp) const;
     Look look(File& file) const;
     void set(Containers::StringView path, const FileStamp& stamp, Containers::StringView bytes);
     void setUnread(Containers::StringView path, const FileStamp& stamp);
@@ -80,6 +90,7 @@ private:
 
     FileSystem* _files;
     Containers::String _folder;
+    Clock _clock;
     Containers::String _translations;
     FileStamp _translationsStamp;
     std::vector<File> _known;

@@ -183,6 +183,14 @@ TEST_F(FileSystemTest, AStampTellsThatAFileWasWrittenOrReplaced) {
     ASSERT_EQ(disk.stampOf(at("f"), second), 0);
     EXPECT_EQ(second.changed, first.changed + 100);
     EXPECT_TRUE(second.isSameFile(first));
+    // As who writes a file and hides that.
+    std::filesystem::last_write_time(
+        folder + "/f", std::filesystem::last_write_time(folder + "/f") - std::chrono::nanoseconds{100});
+    std::filesystem::permissions(folder + "/f", std::filesystem::perms::owner_read);
+    ASSERT_EQ(disk.stampOf(at("f"), second), 0);
+    EXPECT_EQ(second.changed, first.changed);
+    EXPECT_GT(second.touched, first.touched);
+    EXPECT_NE(second, first);
     ASSERT_EQ(disk.writeFile(at("g"), "abc", {}), 0);
     ASSERT_EQ(disk.renameFile(at("g"), at("f")), 0);
     // A view of a path may end before its text does.

@@ -134,6 +134,52 @@ TEST_F(KnownFilesTest, AFileThatWasChangedBetweenItsStampAndItsReadingIsSeen) {
     EXPECT_EQ(look(), DiskState::Changed);
 }
 
+TEST_F(KnownFilesTest, WhatSomebodyWritesRightAfterTheSaveIsSeen) {
+    disk.put("/p/project.json", "[]");
+    disk.put("/p/project.json", "[1]");
+    known.noteWritten("project.json", "[]");
+    EXPECT_EQ(look(), DiskState::Changed);
+    EXPECT_TRUE(known.isForeign("project.json"));
+}
+
+/** One whose clock goes in steps of two seconds. */
+class CoarseFileSystem: public MemoryFileSystem {
+public:
+    int stampOf(Containers::StringView path, FileStamp& stamp) override {
+        if(const int error = MemoryFileSystem::stampOf(path, stamp)) return error;
+        stamp.file = 1;
+        stamp.changed = stamp.touched = now / 2'000'000'000 * 2'000'000'000;
+        return 0;
+    }
+
+    inline static std::int64_t now = 0;
+};
+
+TEST(KnownFilesCoarse, ASecondChangeWithinTheStepsOfTheClockIsSeen) {
+    CoarseFileSystem disk;
+    CoarseFileSystem::now = 100'500'000'000;
+    KnownFiles known{disk, "/p", [] { return CoarseFileSystem::now; }};
+    disk.put("/p/project.json", "[1]");
+    known.noteRead("project.json", known.stampOf("project.json"), "[1]");
+    CoarseFileSystem::now += 1'000'000'000;
+    disk.put("/p/project.json", "[2]");
+    EXPECT_EQ(known.look(), DiskState::Changed);
+    known.learn();
+    EXPECT_EQ(known.look(), DiskState::Same);
+}
+
+TEST(KnownFilesDisk, AChangeWhoseAuthorSetsTheTimeBackIsSeen) {
+    const TestFolder folder;
+    KnownFiles known{FileSystem::disk(), folder.path.c_str()};
+    folder.write("project.json", "[1]");
+    const std::filesystem::path place = folder / "project.json";
+    const auto time = std::filesystem::last_write_time(place);
+    known.noteRead("project.json", known.stampOf("project.json"), "[1]");
+    folder.write("project.json", "[2]");
+    std::filesystem::last_write_time(place, time);
+    EXPECT_EQ(known.look(), DiskState::Changed);
+}
+
 TEST(KnownFilesDisk, WhatCannotBeReadIsOneChangeAndThenKnown) {
     const TestFolder folder;
     KnownFiles known{FileSystem::disk(), folder.path.c_str()};

@@ -227,7 +227,8 @@ int MemoryFileSystem::stampOf(Containers::StringView path, FileStamp& stamp) {
     if(const int error = parentError(text(path))) return error;
     const Node* const node = find(text(path));
     if(!node) return ENOENT;
-    stamp = {0, std::uint64_t(reinterpret_cast<std::uintptr_t>(node)), node->bytes.size(), std::int64_t(node->changed)};
+    const auto changed = std::int64_t(node->changed);
+    stamp = {0, std::uint64_t(reinterpret_cast<std::uintptr_t>(node)), node->bytes.size(), changed, changed};
     return 0;
 }
 
