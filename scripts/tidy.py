@@ -16,6 +16,8 @@ import sys
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
+# The analyzer takes two thirds of the time to look at a file with its own limits, and half of that with these.
+ANALYZER = [f"--extra-arg={word}" for word in ("-Xclang", "-analyzer-config", "-Xclang", "mode=shallow")]
 ROOMS = ("compat/", "editor/", "engine/", "plugin/", "host/", "samples/", "benchmarks/")
 
 
@@ -78,7 +80,7 @@ def main():
             jobs[relative] = stamp
 
     def look(relative):
-        call = [tidy, "-p", str(build), "--quiet", str(ROOT / relative)]
+        call = [tidy, "-p", str(build), "--quiet", *ANALYZER, str(ROOT / relative)]
         return relative, subprocess.run(call, cwd=ROOT, capture_output=True, text=True)
 
     failed = 0
