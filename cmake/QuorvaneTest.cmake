@@ -33,10 +33,8 @@ function(quorvane_test_options target)
     quorvane_apply_policy(${target})
     # The compiler cache asks for it where a header is precompiled.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
-    if(QUORVANE_SANITIZE)
-        # Checks are many in a test, and the optimizer takes half of the time to compile one with sanitizers.
-        target_compile_options(${target} PRIVATE -O0)
-    endif()
+    # Checks are many in a test, and the optimizer takes half of the time to compile one. What is tested is optimized.
+    target_compile_options(${target} PRIVATE -O0)
 endfunction()
 
 function(quorvane_test name)
