@@ -1,6 +1,5 @@
 #include "PluralSets.h"
 
-#include <chrono>
 #include <initializer_list>
 #include <random>
 #include <set>
@@ -10,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "TestProject.h"
+#include "support/CpuTime.h"
 
 namespace QuorvaneEngine {
 
@@ -227,9 +227,9 @@ TEST(PluralSets, ManyKeysOfUnderscoresTakeNoTimeOfTheirSquare) {
         keys.push_back(std::string(200, '_') + std::to_string(i) + (i % 2 ? "_other" : "_x"));
     std::vector<Containers::StringView> views;
     for(const std::string& key: keys) views.push_back(viewed(key));
-    const auto start = std::chrono::steady_clock::now();
+    const double start = cpuTime();
     const PluralSets sets{{views.data(), views.size()}, "ja"};
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds{2});
+    EXPECT_LT(cpuTime() - start, 2.0);
     EXPECT_EQ(sets.sets().size(), 10000u);
 }
 
