@@ -2,13 +2,7 @@
 
 #include <cstddef>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define QUORVANE_ADDRESS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define QUORVANE_ADDRESS_SANITIZER
-#endif
-#endif
+#include "support/AddressSanitizer.h"
 
 namespace {
 

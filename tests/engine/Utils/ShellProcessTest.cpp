@@ -19,6 +19,7 @@
 
 #include "Utils/Shell.h"
 #include "host/localization/TestFolder.h"
+#include "support/AddressSanitizer.h"
 #include "support/ChildProcesses.h"
 
 /* What goes on between two processes: pipes, signals, descriptors and memory. */
@@ -172,7 +173,7 @@ TEST(ShellProcess, SignalsThatAreHandledCutNothingShort) {
 }
 
 TEST(ShellProcess, LargeOutputTakesLittleMoreMemoryThanItsText) {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef QUORVANE_ADDRESS_SANITIZER
     GTEST_SKIP() << "the sanitizer's own memory counts, too";
 #endif
     const std::string command = "head -c " + megabytes(256) + " /dev/zero";
