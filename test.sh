@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and tests everything: ./test.sh [--full] [REGEX]
 #
-#   --full   also the formatter, GCC's address, leak and undefined-behaviour sanitizers, Clang, clang-tidy, and catalogues of
+#   --full   also the formatter, Clang with address, leak and undefined-behaviour sanitizers, clang-tidy, and catalogues of
 #            published applications
 #   REGEX    only the tests whose names match, "editor-tests:Ui" for instance
 set -euo pipefail
@@ -28,9 +28,8 @@ if [ -n "$full" ]; then
     echo "== format"
     scripts/format.sh --check
     suite asan "$@"
-    suite clang-debug "$@"
     echo "== clang-tidy"
-    scripts/tidy.py build/clang-debug
+    scripts/tidy.py build/asan
 fi
 suite release "$@"
 
