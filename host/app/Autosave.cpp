@@ -6,6 +6,7 @@
 #include <mutex>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <Corrade/Utility/Debug.h>
 #include <rapidjson/document.h>
@@ -68,7 +69,7 @@ struct Autosave::Task {
 
 /** What is written. */
 struct Autosave::Copy {
-    std::string text;
+    std::vector<std::string> parts;
     Containers::String state;
     FileSystem* files;
     Containers::String path;
@@ -78,11 +79,13 @@ struct Autosave::Copy {
         @param task     which may be cancelled meanwhile
         @return the number of an error */
     int write(const Containers::StringView aside, Task& task) {
+        std::string text;
+        for(std::string& part: parts) text += std::exchange(part, {});
         // What the editor takes for a text it may not take from a file.
         if(!JsonReader::isUtf8({text.data(), text.size()})) text = mendedText(text);
         const std::string header = headerOf(state, {text.data(), text.size()});
-        const Containers::StringView parts[]{{header.data(), header.size()}, {text.data(), text.size()}};
-        int error = files->writeFile(aside, parts[0] + parts[1], project + "/project.json");
+        int error =
+            files->writeFile(aside, {(header + text).c_str(), header.size() + text.size()}, project + "/project.json");
         if(!error) error = files->syncFile(aside);
         {
             const std::lock_guard lock{task.mutex};
@@ -198,7 +201,7 @@ void Autosave::update(const double now) {
     if(revision != _seenRevision) {
         _seenRevision = revision;
         _changed = now;
-        _writer = nullptr;
+        dropWriter();
         if(!std::exchange(_isWaiting, true)) _waitsSince = now;
     }
     if(!_session->hasUnsavedChanges()) return discard();
@@ -211,13 +214,21 @@ void Autosave::update(const double now) {
     if(isWritten) keep();
 }
 
+void Autosave::dropWriter() {
+    if(!_writer) return;
+    // To free what is large takes longer than a frame may be held up.
+    _jobs->dispatch(
+        [parts = std::make_shared<std::vector<std::string>>(_writer->takeParts())] { parts->clear(); }, {}, {});
+    _writer = nullptr;
+}
+
 Autosave::Copy Autosave::copy() {
     _keptRevision = _seenRevision;
     _isKept = true;
     _isWaiting = false;
     // Somebody may have tidied up.
     _session->makeEditorFolder();
-    Copy copy{std::move(_writer->text()), Containers::String{_session->savedState()}, _files, place("autosave"),
+    Copy copy{_writer->takeParts(), Containers::String{_session->savedState()}, _files, place("autosave"),
         Containers::String{_folder}};
     _writer = nullptr;
     return copy;

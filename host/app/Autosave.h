@@ -84,6 +84,7 @@ private:
     bool isReady(double now);
     bool takeResult(double now);
     Copy copy();
+    void dropWriter();
     void keep();
 
     EditorSession* _session;

@@ -1,6 +1,7 @@
 #include "SteppedJsonWriter.h"
 
 #include <string_view>
+#include <utility>
 
 #include "JsonText.h"
 
@@ -17,6 +18,11 @@ SteppedJsonWriter::SteppedJsonWriter(const rapidjson::Value& document): _open{{&
 
 bool SteppedJsonWriter::write(std::size_t members) {
     while(!_open.empty() && members) {
+        if(_text.size() >= PartSize) {
+            _parts.push_back(std::move(_text));
+            _text = {};
+            _text.reserve(PartSize + PartSize / 8);
+        }
         Object& object = _open.back();
         if(object.next == object.value->MemberCount()) {
             _text += '}';
@@ -34,6 +40,12 @@ bool SteppedJsonWriter::write(std::size_t members) {
         } else appendJson(_text, member.value);
     }
     return _open.empty();
+}
+
+std::vector<std::string> SteppedJsonWriter::takeParts() {
+    _parts.push_back(std::move(_text));
+    _text = {};
+    return std::exchange(_parts, {});
 }
 
 }

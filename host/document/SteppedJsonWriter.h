@@ -21,8 +21,12 @@ public:
         @return whether all of it is written now */
     bool write(std::size_t members);
 
-    /** What was written. */
-    std::string& text() { return _text; }
+    /** What was written, one part after the other; nothing of it is left here. One text that grows would have to be moved as a whole now and then,
+        which of a large document takes longer than any step. */
+    std::vector<std::string> takeParts();
+
+    /** Bytes of a part, or as many more as the last value has. */
+    static constexpr std::size_t PartSize = std::size_t(1) << 18;
 
 private:
     struct Object {
@@ -31,6 +35,7 @@ private:
     };
 
     std::vector<Object> _open;
+    std::vector<std::string> _parts;
     std::string _text;
 };
 

@@ -1,6 +1,7 @@
 #include "SteppedJsonWriter.h"
 
 #include <string>
+#include <vector>
 
 #include "EditorSessionTest.h"
 
@@ -14,7 +15,9 @@ protected:
         SteppedJsonWriter writer{document};
         for(steps = 1; !writer.write(members); ++steps) {
         }
-        return writer.text();
+        std::string text;
+        for(const std::string& part: writer.takeParts()) text += part;
+        return text;
     }
 };
 
@@ -27,6 +30,25 @@ TEST_F(SteppedJsonWriterTest, WritesTheSameInWhateverSteps) {
             EXPECT_EQ(textOf(documentOf(written(document, members, steps))), textOf(document)) << json;
         }
     }
+}
+
+TEST_F(SteppedJsonWriterTest, ALargeTextComesInPartsOfWhichNoneHasToGrow) {
+    constexpr std::size_t Size = SteppedJsonWriter::PartSize;
+    std::string json{"{"};
+    for(int i = 0; json.size() < 4 * Size; ++i) json += "\"member " + std::to_string(i) + "\": \"a text\", ";
+    const rapidjson::Document document = documentOf((json + "\"last\": 1}").c_str());
+    SteppedJsonWriter writer{document};
+    while(!writer.write(200)) {
+    }
+    const std::vector<std::string> parts = writer.takeParts();
+    EXPECT_GT(parts.size(), 3u);
+    std::string text;
+    for(const std::string& part: parts) {
+        EXPECT_LT(part.size(), Size + 1000);
+        EXPECT_LE(part.capacity(), 2 * Size);
+        text += part;
+    }
+    EXPECT_EQ(textOf(documentOf(text)), textOf(document));
 }
 
 TEST_F(SteppedJsonWriterTest, AStepIsAsLargeAsWasAskedFor) {
