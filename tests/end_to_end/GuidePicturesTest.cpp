@@ -93,8 +93,8 @@ double distance(const Picture& a, const Picture& b) {
 }
 
 /** The editor in a window, with fonts, colours and the sample project, used through the Test Engine. Its pictures lie in the build's
-    folder `pictures`, or in the folder QUORVANE_PICTURES of the environment, where they are the guide's: with TMPDIR=/games the project is
-    the one that they all show. */
+    folder `pictures`, or in the folder QUORVANE_PICTURES of the environment: then they may become the guide's, and with TMPDIR=/games the
+    project is the one that they all show. Those that docs/pictures has are compared. */
 class GuidePictures: public testing::TestWithParam<Appearance> {
 protected:
     GuidePictures() {
