@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -87,6 +88,20 @@ TEST_F(InstalledPackage, HasWhatRunsAndWhatAViewIsBuiltWith) {
             "include/quorvane/engine/Utils/Function.h", "include/quorvane/imgui/imgui.h",
             "include/quorvane/imgui/imgui_internal.h", "include/quorvane/imgui/QuorvaneImGuiConfig.h"})
         EXPECT_TRUE(installed.count(file)) << file;
+}
+
+TEST_F(InstalledPackage, TheDocumentationHasThePagesAndPicturesThatItLinks) {
+    const std::regex link{R"(\]\(([^)#:]*\.(md|png))(#[^)]*)?\))"};
+    std::set<std::string> linked;
+    for(const fs::directory_entry& page: fs::directory_iterator{prefix / "share/quorvane/docs"}) {
+        if(page.path().extension() != ".md") continue;
+        const std::string text = read(page.path());
+        for(std::sregex_iterator found{text.begin(), text.end(), link}; found != std::sregex_iterator{}; ++found)
+            linked.insert((*found)[1]);
+    }
+    for(const std::string& name: linked) EXPECT_TRUE(fs::exists(prefix / "share/quorvane/docs" / name)) << name;
+    for(const char* const name: {"exchange.md", "project.md", "pictures/gallery.png", "pictures/guide-terms-dark.png"})
+        EXPECT_TRUE(linked.count(name)) << name;
 }
 
 TEST_F(InstalledPackage, HasNothingOfTestsAndOfTheTestEngine) {
