@@ -139,6 +139,16 @@ DiskState KnownFiles::look(Containers::String* const changed) {
     return DiskState::Changed;
 }
 
+bool KnownFiles::isMissing(const Containers::StringView path) const {
+    FileStamp stamp;
+    for(const File& file: _known)
+        if(file.path == path) {
+            const int error = _files->stampOf(file.place, stamp);
+            return error && error != ENOSYS;
+        }
+    return false;
+}
+
 bool KnownFiles::isForeign(const Containers::StringView path) {
     for(File& file: _known)
         if(file.path == path) return look(file) == Look::Changed;
@@ -153,6 +163,26 @@ std::vector<KnownFiles::Difference> KnownFiles::learn() {
         if(found != Look::Same) differences.push_back({file.path, found == Look::Changed});
     }
     for(Containers::String& path: added()) differences.push_back({std::move(path), true});
+    learn(differences);
+    return differences;
+}
+
+std::vector<KnownFiles::Difference> KnownFiles::learn(const std::vector<Containers::String>& paths) {
+    std::vector<Difference> differences;
+    for(const Containers::String& path: paths) {
+        const auto known =
+            std::find_if(_known.begin(), _known.end(), [&path](const File& file) { return file.path == path; });
+        FileStamp stamp;
+        if(known != _known.end()) {
+            const Look found = look(*known);
+            if(found != Look::Same) differences.push_back({path, found == Look::Changed});
+        } else if(_files->stampOf(placeOf(path), stamp) == 0) differences.push_back({path, true});
+    }
+    learn(differences);
+    return differences;
+}
+
+void KnownFiles::learn(const std::vector<Difference>& differences) {
     for(const Difference& difference: differences) {
         const FileStamp stamp = stampOf(difference.path);
         Containers::String bytes;
@@ -160,7 +190,6 @@ std::vector<KnownFiles::Difference> KnownFiles::learn() {
         else if(_files->readFile(placeOf(difference.path), bytes) == 0) set(difference.path, stamp, bytes);
         else setUnread(difference.path, stamp);
     }
-    return differences;
 }
 
 }

@@ -57,12 +57,19 @@ public:
         @param changed  receives the path of the first file that was changed, absolute, if any was */
     DiskState look(Containers::String* changed = nullptr);
 
+    /** Whether a known file is not there. */
+    bool isMissing(Containers::StringView path) const;
+
     /** Whether a file, known or not, holds what somebody else has written since it was read or written last. */
     bool isForeign(Containers::StringView path);
 
     /** Takes what is on the disk now for known.
         @return what has changed until now */
     std::vector<Difference> learn();
+
+    /** As @ref learn() , of some files alone.
+        @param paths    relative to the folder */
+    std::vector<Difference> learn(const std::vector<Containers::String>& paths);
 
 private:
     struct File {
@@ -84,6 +91,8 @@ private:
     Look look(File& file) const;
     void set(Containers::StringView path, const FileStamp& stamp, Containers::StringView bytes);
     void setUnread(Containers::StringView path, const FileStamp& stamp);
+
+    void learn(const std::vector<Difference>& differences);
 
     /** The paths of files that were added to the folder of translations. */
     std::vector<Containers::String> added();

@@ -280,7 +280,7 @@ bool ProjectStorage::save(const rapidjson::Document& document) {
         return warn(Save, error);
     }
 
-    const bool isGone = _known.look() == DiskState::Gone;
+    const bool isGone = _known.isMissing(string(ProjectName)) && _known.look() == DiskState::Gone;
     if(isGone) {
         _saved.clear();
         // Where it cannot be made, the files cannot, and that is told.
@@ -329,8 +329,10 @@ bool ProjectStorage::finishEarlier(FileError& error) {
     if(!FileSet::findJournal(*_files, _folder, FileSet::ProjectStage, isFound, journal, error)) return false;
     if(!isFound) return true;
     if(!FileSet::recover(*_files, _folder, error)) return false;
-    // The files hold what this storage has put there, before or after that save.
-    keepDocument();
+    // These files hold what a save has put there, before or after it; what became of others is not its doing.
+    std::vector<Containers::String> paths;
+    for(const Journal::Entry& entry: journal.entries) paths.push_back(entry.path);
+    keep(_known.learn(paths));
     return true;
 }
 
@@ -341,8 +343,10 @@ bool ProjectStorage::mayReplace(const Containers::StringView path, FileError& er
     return false;
 }
 
-void ProjectStorage::keepDocument() {
-    for(const KnownFiles::Difference& difference: _known.learn()) {
+void ProjectStorage::keepDocument() { keep(_known.learn()); }
+
+void ProjectStorage::keep(const std::vector<KnownFiles::Difference>& differences) {
+    for(const KnownFiles::Difference& difference: differences) {
         std::erase_if(_saved, [&](const Fingerprint& saved) { return saved.path == difference.path; });
         // No content has this, so the file will be written, or removed.
         if(difference.isThere) _saved.push_back({difference.path, 0, 0});

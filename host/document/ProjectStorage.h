@@ -104,6 +104,8 @@ private:
     /** Puts an earlier save in order that was cut short and could not be taken back. */
     bool finishEarlier(FileError& error);
 
+    void keep(const std::vector<KnownFiles::Difference>& differences);
+
     bool mayReplace(Containers::StringView path, FileError& error);
     bool put(const std::vector<File>& files, const std::vector<Fingerprint>& current, FileError& error);
 

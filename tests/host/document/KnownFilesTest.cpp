@@ -134,6 +134,20 @@ TEST_F(KnownFilesTest, AFileThatWasChangedBetweenItsStampAndItsReadingIsSeen) {
     EXPECT_EQ(look(), DiskState::Changed);
 }
 
+TEST_F(KnownFilesTest, SomeFilesCanBeLearnedAlone) {
+    disk.put("/p/project.json", "[]");
+    disk.put("/p/localization/fr.json", "{}");
+    disk.removeFile("/p/localization/de.json");
+    EXPECT_TRUE(known.learn({"localization/es.json"}).empty());
+    const auto learned = known.learn({"localization/de.json", "localization/fr.json", "localization/es.json"});
+    ASSERT_EQ(learned.size(), 2u);
+    EXPECT_FALSE(learned[0].isThere);
+    EXPECT_EQ(learned[1].path, "localization/fr.json");
+    EXPECT_EQ(look(), DiskState::Changed);
+    EXPECT_EQ(changed, "/p/project.json");
+    EXPECT_FALSE(known.isForeign("localization/fr.json"));
+}
+
 TEST_F(KnownFilesTest, WhatSomebodyWritesRightAfterTheSaveIsSeen) {
     disk.put("/p/project.json", "[]");
     disk.put("/p/project.json", "[1]");

@@ -225,6 +225,24 @@ TEST_F(ProjectStorageTest, WhatSomebodyElseHasWrittenIsNotWrittenOver) {
     EXPECT_EQ(warning, "ProjectStorage::save(): /p/localization/fr.json:" + reason);
 }
 
+TEST_F(ProjectStorageTest, AnEarlierSaveThatIsFinishedAccountsForItsOwnFilesAlone) {
+    ASSERT_TRUE(open());
+    const std::string german = "{\n  \"a\": {\"text\": \"Servus\"}\n}\n", foreign = "{}";
+    disk.put("/p/.editor/save/journal", "quorvane-journal 1\ncomplete\nreplace localization/de.json\nend\n");
+    disk.put("/p/.editor/save/0.new", german);
+    disk.put("/p/localization/fr.json", foreign);
+    for(const char* const code: {"de", "fr"}) translations()[code]["a"]["text"].SetString("X");
+    EXPECT_FALSE(save());
+    EXPECT_EQ(warning,
+        "ProjectStorage::save(): /p/localization/fr.json: was changed by another program since it was read, and is "
+        "not written over\n");
+    EXPECT_EQ(disk.files().at("/p/localization/fr.json"), foreign);
+    translations()["fr"]["a"]["text"].SetString("Bonjour");
+    EXPECT_TRUE(save()) << warning;
+    EXPECT_NE(disk.files().at("/p/localization/de.json").find("\"X\""), std::string::npos);
+    EXPECT_EQ(disk.files().at("/p/localization/fr.json"), foreign);
+}
+
 TEST_F(ProjectStorageTest, TheDocumentCanBeKeptOverWhatSomebodyElseHasWritten) {
     ASSERT_TRUE(open());
     disk.put("/p/project.json", "{}");
