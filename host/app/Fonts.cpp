@@ -1,11 +1,14 @@
 #include "app/Fonts.h"
 
+#include <utility>
+
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/Path.h>
 #include <imgui.h>
 
 #include "fonts/FontFinder.h"
+#include "fonts/LetterSet.h"
 
 namespace QuorvaneEngine::Fonts {
 
@@ -16,12 +19,23 @@ constexpr float IconSize = Size * 0.76f;
 constexpr float IconDrop = 1.0f;
 constexpr float IconAdvance = Size;
 
+/** Adds the letters of what was loaded, which is less than what was found when a file cannot be read. */
+void addLoadedLetters(ImFont& font, LetterSet& letters) {
+    constexpr ImWchar FirstNonAscii = 0x80;
+    constexpr ImWchar FirstPrivate = 0xe000;
+    constexpr ImWchar LastPrivate = 0xf8ff;
+    for(ImWchar letter = FirstNonAscii; letter != IM_UNICODE_CODEPOINT_MAX; ++letter)
+        // Where the icons are.
+        if((letter < FirstPrivate || letter > LastPrivate) && font.IsGlyphInFont(letter)) letters.add(letter);
+}
+
 }
 
 void load(Containers::StringView iconFont, LetterSet* const letters) {
     ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
     ImGui::GetStyle().FontSizeBase = Size;
-    const Containers::Array<FontFile> files = findTextFonts(letters);
+    LetterSet found;
+    const Containers::Array<FontFile> files = findTextFonts(&found);
 
     const auto add = [&](const FontFile& file, bool merge) {
         ImFontConfig config;
@@ -55,7 +69,11 @@ void load(Containers::StringView iconFont, LetterSet* const letters) {
     if(!atlas.AddFontFromFileTTF(path.data(), IconSize, &config))
         Corrade::Utility::Warning{} << "Fonts::load(): cannot read the icon font" << path;
 
-    for(std::size_t i = 1; i < files.size(); ++i) add(files[i], true);
+    bool areAllReadable = readable;
+    for(std::size_t i = 1; i < files.size(); ++i) areAllReadable &= add(files[i], true);
+    if(!letters) return;
+    if(areAllReadable) *letters = std::move(found);
+    else addLoadedLetters(*atlas.Fonts.back(), *letters);
 }
 
 }

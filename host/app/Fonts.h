@@ -18,7 +18,7 @@ constexpr float Size = 20.0f;
 
     Glyphs are drawn when they are first used, so many fonts cost little.
     @param iconFont     the icon font's file, NUL-terminated; one that cannot be read is a warning
-    @param letters      null, or where the letters are added that can be drawn now */
+    @param letters      null, or becomes the letters beyond ASCII that can be drawn now */
 QUORVANE_API void load(Containers::StringView iconFont, LetterSet* letters = nullptr);
 
 }

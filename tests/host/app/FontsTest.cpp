@@ -1,5 +1,6 @@
 #include "app/Fonts.h"
 
+#include <cstdlib>
 #include <initializer_list>
 #include <sstream>
 #include <string>
@@ -9,6 +10,9 @@
 #include <gtest/gtest.h>
 #include <icons_font_awesome_6.h>
 #include <imgui.h>
+
+#include "fonts/LetterSet.h"
+#include "host/localization/TestFolder.h"
 
 namespace QuorvaneEngine {
 namespace {
@@ -67,6 +71,36 @@ TEST_F(FontsTest, IconsAreThere) {
     Fonts::load(QUORVANE_ICON_FONT);
     ImGui::NewFrame();
     for(ImWchar icon: {0xf002, 0xf005, 0xf0c7, 0xf07c}) EXPECT_TRUE(hasLetter(icon)) << std::hex << icon;
+    ImGui::EndFrame();
+}
+
+TEST_F(FontsTest, TheLettersThatAreToldAreThoseThatAreDrawn) {
+    LetterSet letters;
+    Fonts::load(QUORVANE_ICON_FONT, &letters);
+    ImGui::NewFrame();
+    for(const char32_t letter: std::u32string{U"üßéяαظשกあ灯한—“\U0010fffd"})
+        EXPECT_EQ(letters.has(letter), hasLetter(letter)) << std::hex << std::uint32_t(letter);
+    ImGui::EndFrame();
+}
+
+TEST_F(FontsTest, WithoutFontsTheLettersAreThoseOfTheLibrarysOwn) {
+    const TestFolder folder;
+    folder.write("fonts.conf", "<?xml version=\"1.0\"?>\n<fontconfig></fontconfig>\n");
+    setenv("FONTCONFIG_FILE", (folder / "fonts.conf").c_str(), 1);
+    LetterSet letters;
+    {
+        const Corrade::Utility::Warning redirect{nullptr};
+        Fonts::load(QUORVANE_ICON_FONT, &letters);
+    }
+    ImGui::NewFrame();
+    int drawn = 0;
+    for(char32_t letter = 0xa1; letter != 0x3000; ++letter) {
+        EXPECT_EQ(letters.has(letter), hasLetter(letter)) << std::hex << std::uint32_t(letter);
+        drawn += letters.has(letter);
+    }
+    EXPECT_GT(drawn, 90);
+    EXPECT_FALSE(letters.has(U'灯'));
+    EXPECT_FALSE(letters.has(0xf002)) << "an icon";
     ImGui::EndFrame();
 }
 
