@@ -22,13 +22,16 @@ enum class Color : std::uint8_t {
     Line,
     StrongLine,
 
-    /* What is chosen, under the mouse, pressed; and what marks it. The blue of the check boxes. */
+    /* What is chosen, under the mouse, pressed; and what marks it. The blue of the check boxes. Rows of lists and menus are calmer,
+       because all colours are written on them and not the first alone. */
     Chosen,
     Hovered,
     Pressed,
+    RowHovered,
+    RowPressed,
     Mark,
 
-    /* What is written on any of the above. */
+    /* What is written on any of the above; on what is hovered and pressed, but for rows, the first alone. */
     Letters,
     PaleLetters,
     Link,

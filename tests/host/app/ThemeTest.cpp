@@ -93,11 +93,42 @@ TEST_P(ThemeTest, TheLibraryKeepsNoColourOfItsOwn) {
 
 /* 4.5 is what WCAG 2.1 asks of text */
 TEST_P(ThemeTest, AllThatIsWrittenStandsOutFromWhatItLiesOn) {
-    for(Color letters:
-        {Color::Letters, Color::PaleLetters, Color::Link, Color::Good, Color::Caution, Color::Bad, Color::ViewWhite})
-        for(Color background: {Color::Ground, Color::Surface, Color::Raised, Color::Field})
+    for(Color letters: {Color::Letters, Color::PaleLetters, Color::Link, Color::Good, Color::Caution, Color::Bad,
+            Color::ViewWhite, Color::ViewYellow})
+        for(Color background: {Color::Ground, Color::Surface, Color::Raised, Color::Field, Color::FieldHovered,
+                Color::Button, Color::Chosen, Color::RowHovered, Color::RowPressed})
             EXPECT_GE(contrast(Theme::color(letters, GetParam()), Theme::color(background, GetParam())), 4.5f)
                 << int(letters) << " on " << int(background);
+}
+
+TEST_P(ThemeTest, EveryColourCanBeReadOnRowsAsTheLibraryDrawsThem) {
+    Theme::apply(1.0f, GetParam());
+    for(ImGuiCol row: {ImGuiCol_Header, ImGuiCol_HeaderHovered, ImGuiCol_HeaderActive})
+        for(Color letters: {Color::Letters, Color::PaleLetters, Color::Link, Color::Good, Color::Caution, Color::Bad})
+            EXPECT_GE(contrast(Theme::color(letters, GetParam()), ImGui::GetStyle().Colors[row]), 4.5f)
+                << int(letters) << " on " << ImGui::GetStyleColorName(row);
+    for(Color letters: {Color::Letters, Color::PaleLetters, Color::Link, Color::Good, Color::Caution, Color::Bad}) {
+        const ImVec4 odd = over(ImGui::GetStyle().Colors[ImGuiCol_TableRowBgAlt], Theme::color(Color::Surface));
+        EXPECT_GE(contrast(Theme::color(letters, GetParam()), odd), 4.5f) << int(letters);
+    }
+}
+
+/* The red of views is theirs where the ground is dark, and marks a large icon there. */
+TEST_P(ThemeTest, TheRedOfViewsIsReadableOnLightGroundsAndALargeMarkOnDarkOnes) {
+    const float least = GetParam() == Scheme::Light ? 4.5f : 3.0f;
+    for(Color background: {Color::Ground, Color::Surface, Color::Raised, Color::Field})
+        EXPECT_GE(contrast(Theme::color(Color::ViewRed, GetParam()), Theme::color(background, GetParam())), least)
+            << int(background);
+}
+
+TEST_P(ThemeTest, ARowUnderTheMouseDiffersFromOthersAndFromTheChosenOne) {
+    const ImVec4& hovered = Theme::color(Color::RowHovered, GetParam());
+    for(Color other: {Color::Surface, Color::Raised, Color::Chosen, Color::RowPressed}) {
+        const ImVec4& color = Theme::color(other, GetParam());
+        const float distance =
+            std::abs(hovered.x - color.x) + std::abs(hovered.y - color.y) + std::abs(hovered.z - color.z);
+        EXPECT_GE(distance, 0.05f) << int(other);
+    }
 }
 
 TEST_P(ThemeTest, TextStandsOutFromWhatIsChosenUnderTheMouseOrPressed) {
