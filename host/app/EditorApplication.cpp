@@ -129,8 +129,8 @@ public:
           _recent{userFolder(line)},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         Fonts::load(sharedFile("icons.otf"), &_letters);
-        _frame.setDesktop(
-            {DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look, &_fonts, &_leftOut});
+        _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look,
+            &_fonts, &_leftOut, areDialogsAvailable});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
     }
 

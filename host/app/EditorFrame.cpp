@@ -43,7 +43,7 @@ EditorFrame::EditorFrame(EditorSession& session, JobSystem& jobs, ModuleLoader& 
     : _session{&session},
       _jobs{&jobs},
       _log{&log},
-      _folderDialog{folderDialog},
+      _chooser{FileSystem::disk(), folderDialog},
       _ui{&session.project(), &session.changes(), &session.data()},
       _application{session.editor(), _ui},
       _panels{Corrade::InPlaceInit, session, log, modules},
@@ -62,6 +62,11 @@ EditorFrame::~EditorFrame() {
     _jobs->waitForAll();
     // A handler's code may lie in a module, and the session lives longer than that.
     _session->forgetHandlers();
+}
+
+void EditorFrame::setDesktop(Desktop desktop) {
+    _desktop = std::move(desktop);
+    _chooser.setDialogs(_desktop.hasDialogs);
 }
 
 bool EditorFrame::open(Containers::StringView folder, Access access) {
@@ -129,6 +134,7 @@ void EditorFrame::prepare() {
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
     execute(std::exchange(_command, Command::None));
     showChosenTerm();
+    openNext(_chooser.prepare());
     _panels->prepare();
     if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) load(module);
     executeAnswer(std::exchange(_answer, Answer::None));
@@ -178,7 +184,7 @@ void EditorFrame::tellNewLanguages() {
 void EditorFrame::execute(Command command) {
     switch(command) {
     case Command::None: return;
-    case Command::OpenProject: return chooseProject();
+    case Command::OpenProject: return openNext(_chooser.askToOpen(_session->folder()));
     case Command::ShowProject: return _desktop.showFolder(_session->folder());
     case Command::Save: save(); return;
     case Command::PreviewImport: return _exchange.askForImport();
@@ -205,9 +211,10 @@ void EditorFrame::execute(Command command) {
     }
 }
 
-void EditorFrame::chooseProject() {
-    _nextProject = _folderDialog("Open project", _session->folder());
-    if(!_nextProject.isEmpty()) proceed();
+void EditorFrame::openNext(Containers::String folder) {
+    if(folder.isEmpty()) return;
+    _nextProject = std::move(folder);
+    proceed();
 }
 
 void EditorFrame::proceed() {
@@ -349,6 +356,7 @@ void EditorFrame::draw() {
     } else drawStartPage();
     if(const Command command = _palette->draw(_session->state(), available); command != Command::None)
         _command = command;
+    _chooser.draw();
     if(const Answer answer = _questions.draw(); answer != Answer::None) _answer = answer;
 }
 

@@ -14,6 +14,7 @@
 #include "app/Autosave.h"
 #include "app/MainMenu.h"
 #include "app/ProjectAccess.h"
+#include "app/ProjectChooser.h"
 #include "app/ProjectLayout.h"
 #include "app/Questions.h"
 #include "app/TermExchange.h"
@@ -64,6 +65,9 @@ public:
 
         /** Which modules are not loaded because an editor died with them; must outlive the frame. */
         LeftOutModules* leftOut = nullptr;
+
+        /** Whether there is a program that shows dialogs; null where there is. */
+        bool (*hasDialogs)() = nullptr;
     };
 
     /** @param session          must outlive this object, as must the others
@@ -81,7 +85,7 @@ public:
     EditorFrame(const EditorFrame&) = delete;
     EditorFrame& operator=(const EditorFrame&) = delete;
 
-    void setDesktop(Desktop desktop) { _desktop = std::move(desktop); }
+    void setDesktop(Desktop desktop);
 
     /** What a project is opened for. */
     using Access = ProjectAccess::Kind;
@@ -125,7 +129,7 @@ public:
 private:
     void execute(Command command);
     void executeAnswer(Answer answer);
-    void chooseProject();
+    void openNext(Containers::String folder);
     void drawStartPage();
     void showChosenTerm();
     void learnLanguages();
@@ -148,7 +152,7 @@ private:
     EditorSession* _session;
     JobSystem* _jobs;
     MessageLog* _log;
-    PathDialog _folderDialog;
+    ProjectChooser _chooser;
     Ui _ui;
     QuorvaneEditorApplication _application;
     Containers::Pointer<EditorPanels> _panels;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include <Corrade/Containers/GrowableArray.h>
-#include <Corrade/Utility/Format.h>
 #include <imgui.h>
 
 #include <icons_font_awesome_6.h>
@@ -15,7 +14,6 @@
 #include "QuorvaneEditor/Utils.h"
 #include "Ui/Ui.h"
 #include "app/ImportPreview.h"
-#include "app/MessagePanel.h"
 #include "app/ProgressBox.h"
 #include "app/Widgets.h"
 
@@ -28,7 +26,6 @@ namespace {
 constexpr const char* Name = "Preview Import";
 
 constexpr float Width = ProgressBox::Width;
-constexpr std::size_t PathCapacity = 4096;
 constexpr std::size_t SearchCapacity = 64;
 
 /** More reasons than these are left to the report. */
@@ -41,33 +38,27 @@ bool matches(const Language& language, Containers::StringView search) {
 
 }
 
-ImportPopup::ImportPopup()
-    : _language{FallbackLanguage},
-      _path{Corrade::ValueInit, PathCapacity},
-      _search{Corrade::ValueInit, SearchCapacity} {}
+ImportPopup::ImportPopup(): _language{FallbackLanguage}, _search{Corrade::ValueInit, SearchCapacity} {}
 
 void ImportPopup::open(const Containers::StringView path, const bool asksForLanguage) {
-    _isOpen = _focusesPath = true;
+    _isOpen = true;
+    _path.takeFocus();
     _asksForLanguage = asksForLanguage;
     _language = FallbackLanguage;
     _reasons = {};
-    _path[0] = '\0';
+    _path.set({});
     setPath(path);
 }
 
 void ImportPopup::refuse(Containers::Array<Containers::String>&& reasons) {
     _reasons = std::move(reasons);
-    _focusesPath = true;
+    _path.takeFocus();
 }
 
 void ImportPopup::setPath(const Containers::StringView path) {
     _reasons = {};
-    if(path.size() >= _path.size()) {
-        Containers::arrayAppend(_reasons, Corrade::Utility::format("{}: is too long a path", path.prefix(100)));
-        return;
-    }
-    std::copy(path.begin(), path.end(), _path.begin());
-    _path[path.size()] = '\0';
+    Containers::String reason = _path.set(path);
+    if(!reason.isEmpty()) Containers::arrayAppend(_reasons, std::move(reason));
 }
 
 ImportPopup::Request ImportPopup::draw(const ImportPreview& preview) {
@@ -110,13 +101,11 @@ ImportPopup::Request ImportPopup::drawQuestion() {
 
 ImportPopup::Request ImportPopup::drawPath() {
     Request request = Request::None;
-    if(std::exchange(_focusesPath, false)) ImGui::SetKeyboardFocusHere();
-    ImGui::SetNextItemWidth(Widgets::scaled(Width));
-    constexpr ImGuiInputTextFlags Flags = ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll;
-    if(ImGui::InputTextWithHint("##path", "Folder or ZIP archive", _path.data(), _path.size(), Flags))
-        request = Request::Start;
-    // The field has the keyboard from the start, and a dialog goes with the first Escape.
-    else if(ImGui::IsItemDeactivated() && ImGui::IsKeyPressed(ImGuiKey_Escape, false)) request = Request::Cancel;
+    switch(_path.draw(Widgets::scaled(Width))) {
+    case PathField::Key::None: break;
+    case PathField::Key::Enter: request = Request::Start; break;
+    case PathField::Key::Escape: request = Request::Cancel; break;
+    }
     if(ImGui::Button(ICON_FA_FOLDER_OPEN "  Choose a folder...###Folder")) request = Request::ChooseFolder;
     ImGui::SameLine();
     if(ImGui::Button(ICON_FA_FILE_ZIPPER "  Choose a ZIP archive...###Archive")) request = Request::ChooseArchive;
@@ -152,16 +141,8 @@ void ImportPopup::drawReasons() const {
     if(_reasons.isEmpty()) return;
     ImGui::Spacing();
     const Widgets::BlockScope block{Widgets::scaled(Width)};
-    for(const Containers::String& reason:
-        Containers::arrayView(_reasons).prefix(std::min(_reasons.size(), MaxReasons))) {
-        {
-            StyleGuard style;
-            style.color(ImGuiCol_Text, MessagePanel::color(MessageLog::Severity::Error));
-            ImGui::TextUnformatted(MessagePanel::icon(MessageLog::Severity::Error));
-        }
-        ImGui::SameLine();
-        Widgets::text(reason);
-    }
+    for(const Containers::String& reason: Containers::arrayView(_reasons).prefix(std::min(_reasons.size(), MaxReasons)))
+        PathField::drawReason(reason);
     if(_reasons.size() > MaxReasons) ImGui::Text("and %zu more, which the report has", _reasons.size() - MaxReasons);
 }
 

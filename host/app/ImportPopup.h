@@ -6,6 +6,7 @@
 #include <Corrade/Containers/String.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "app/PathField.h"
 
 namespace QuorvaneEngine {
 
@@ -31,8 +32,8 @@ public:
     /** Shows why the import cannot be previewed, until the user asks for something else. */
     void refuse(Containers::Array<Containers::String>&& reasons);
 
-    /** NUL-terminated. */
-    Containers::StringView path() const { return _path.data(); }
+    /** As the disk knows it. */
+    Containers::String path() const { return _path.path(); }
 
     /** Where the user chose a path elsewhere; one that is too long to be edited is refused. */
     void setPath(Containers::StringView path);
@@ -53,11 +54,10 @@ private:
     static Request drawProgress(const ImportPreview& preview);
 
     bool _isOpen = false;
-    bool _focusesPath = false;
     bool _asksForLanguage = false;
     UnsignedInt _language;
-    /** NUL-terminated, both. */
-    Containers::Array<char> _path;
+    PathField _path{"Folder or ZIP archive"};
+    /** NUL-terminated. */
     Containers::Array<char> _search;
     Containers::Array<Containers::String> _reasons;
 };

@@ -101,8 +101,7 @@ void TermExchange::choose(const PathDialog dialog, const Containers::StringView 
 }
 
 void TermExchange::start() {
-    Containers::StringView path = _popup.path();
-    while(path.size() > 1 && path.hasSuffix('/')) path = path.exceptSuffix(1);
+    const Containers::String path = _popup.path();
     Containers::String reason = pathReason(*_fileSystem, path);
     const Int language = defaultLanguage(reason);
     if(!reason.isEmpty()) return _popup.refuse(only(std::move(reason)));
