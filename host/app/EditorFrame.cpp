@@ -185,6 +185,7 @@ void EditorFrame::execute(Command command) {
     switch(command) {
     case Command::None: return;
     case Command::OpenProject: return openNext(_chooser.askToOpen(_session->folder()));
+    case Command::NewProject: return _chooser.askForNew(_session->folder());
     case Command::ShowProject: return _desktop.showFolder(_session->folder());
     case Command::Save: save(); return;
     case Command::PreviewImport: return _exchange.askForImport();
@@ -333,6 +334,7 @@ void EditorFrame::drawStartPage() {
     const StartPage::Choice choice =
         StartPage::draw(_desktop.recent ? _desktop.recent->folders() : std::vector<Containers::String>{});
     if(choice.asks) _command = Command::OpenProject;
+    if(choice.begins) _command = Command::NewProject;
     if(choice.project.isEmpty()) return;
     // Nothing is unsaved where nothing is open.
     _nextProject = choice.project;

@@ -47,6 +47,8 @@ struct Entry {
 constexpr Entry Entries[]{
     {"File", ICON_FA_FOLDER_OPEN, "Open project...", "Ctrl+O", ImGuiMod_Ctrl | ImGuiKey_O, 0, nullptr,
         Command::OpenProject, false},
+    {"File", ICON_FA_FOLDER_PLUS, "New project...", "Ctrl+N", ImGuiMod_Ctrl | ImGuiKey_N, 0, nullptr,
+        Command::NewProject, false},
     {"File", ICON_FA_FOLDER_TREE, "Show project folder", "", 0, 0, &Available::showProject, Command::ShowProject, true},
     {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
         true, true},

@@ -14,6 +14,7 @@ namespace QuorvaneEngine {
 enum class Command : std::uint8_t {
     None,
     OpenProject,
+    NewProject,
     ShowProject,
     Save,
     PreviewImport,

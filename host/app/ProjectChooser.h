@@ -10,7 +10,7 @@ namespace QuorvaneEngine {
 
 class FileSystem;
 
-/** Lets the user say which project to open: in a dialog of the desktop's, or by its path where no program shows such dialogs. */
+/** Lets the user say which project to open, or where to begin one: in a dialog of the desktop's, or by its path where no program shows such dialogs. */
 class QUORVANE_API ProjectChooser {
 public:
     /** Lets the user choose a folder; empty when none was chosen. */
@@ -27,6 +27,10 @@ public:
         @return the folder that was chosen at once; empty where none was, or where it is yet to be typed */
     Containers::String askToOpen(Containers::StringView folder);
 
+    /** Asks for the folder of a new project.
+        @param folder   of the open project, may be empty; a folder beside it is proposed */
+    void askForNew(Containers::StringView folder);
+
     /** Does what the user asked for in the last frame. Between two frames.
         @return the folder of a project to open; empty for none */
     Containers::String prepare();
@@ -37,11 +41,14 @@ public:
 private:
     bool hasDialogs() const { return !_hasDialogs || _hasDialogs(); }
     Containers::String accept();
+    Containers::String acceptNew();
+    void choose();
 
     FileSystem* _files;
     FolderDialog _dialog;
     bool (*_hasDialogs)() = nullptr;
     PathPopup _popup;
+    bool _isForNew = false;
     PathPopup::Request _request = PathPopup::Request::None;
 };
 

@@ -46,6 +46,8 @@ Choice draw(const std::vector<Containers::String>& recent) {
     Widgets::paleText("A project is a folder with a file project.json in it.");
     ImGui::Spacing();
     choice.asks = Widgets::primaryButton("Open a project...");
+    ImGui::SameLine();
+    choice.begins = ImGui::Button("New project...");
     drawRecent(recent, choice);
     return choice;
 }

@@ -13,6 +13,9 @@ struct Choice {
     /** Whether to ask for a project. */
     bool asks = false;
 
+    /** Whether to begin a new project. */
+    bool begins = false;
+
     /** A project to open; empty for none. */
     Containers::String project;
 };

@@ -188,7 +188,7 @@ exit $status
 }
 
 TEST_F(EditorDesktop, TheMenusHandTheProjectAndTheDocumentationToTheDesktop) {
-    const ProgramResult result = use("choose 25 110 77\nchoose 167 230 50\n", {inDataFolder()});
+    const ProgramResult result = use("choose 25 110 104\nchoose 167 230 50\n", {inDataFolder()});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.error, "");
     const std::string documentation =
