@@ -16,6 +16,8 @@
 #include "app/LeftOutModules.h"
 #include "app/Look.h"
 #include "app/MessageLog.h"
+#include "app/ProjectPath.h"
+#include "app/ProjectState.h"
 #include "app/RecentProjects.h"
 #include "app/StartPage.h"
 #include "app/StatusBar.h"
@@ -85,6 +87,7 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
     _access.begin(access);
     if(access == Access::Write) _session->makeEditorFolder();
     _questions.forget(Question::Changed);
+    _putOff = 0;
     _autosave.end();
     askForKept();
     _exchange.reset();
@@ -232,6 +235,7 @@ void EditorFrame::executeAnswer(Answer answer) {
     case Answer::Cancel: return;
     case Answer::OpenReadOnly: open(std::exchange(_usedProject, {}), Access::Read); return;
     case Answer::Reload: open(Containers::String{_session->folder()}, _access.kind()); return;
+    case Answer::Later: _putOff = projectState(FileSystem::disk(), _session->folder()); return;
     case Answer::KeepMine: return _session->keepDocument();
     case Answer::Restore: return restore();
     case Answer::DropCopy: return _autosave.discard();
@@ -272,6 +276,9 @@ void EditorFrame::lookAtDisk() {
     // A key that is meant for the text would answer.
     if(ImGui::GetIO().WantTextInput) return;
     _nextLook = now + LookPeriod;
+    // The answer holds for what was there when it was given.
+    if(_putOff && _putOff == projectState(FileSystem::disk(), _session->folder())) return;
+    _putOff = 0;
     if(!askForChanges(Question::Changed)) updateAccess();
 }
 

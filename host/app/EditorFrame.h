@@ -179,6 +179,9 @@ private:
 
     ProjectAccess _access;
 
+    /** State of the project's files on the disk of which the user wants to hear later, 0 for none. */
+    std::uint64_t _putOff = 0;
+
     /** When to look next whether somebody else has changed the project, in seconds. */
     double _nextLook = 0.0;
 

@@ -52,9 +52,9 @@ constexpr Form Forms[]{
         {{"Open read-only", Answer::OpenReadOnly}, {"Cancel", Answer::Cancel}, {}}, Answer::Cancel},
     {"Changed on disk", ICON_FA_ROTATE, "Another program has changed this project",
         "Reload takes what is on the disk; what is not saved here is lost, and nothing can be undone. Keep mine goes "
-        "on with what is "
-        "here; when it is saved, what the other program wrote is lost.",
-        {{"Reload", Answer::Reload}, {"Keep mine", Answer::KeepMine}, {}}, Answer::None},
+        "on with what is here; when it is saved, what the other program wrote is lost. Later asks again when you save, "
+        "or when more changes on the disk.",
+        {{"Reload", Answer::Reload}, {"Keep mine", Answer::KeepMine}, {"Later", Answer::Later}}, Answer::Later},
     {"Save over changes", ICON_FA_TRIANGLE_EXCLAMATION, "Save over what another program wrote?",
         "Save over it, and what the other program wrote is lost. Reload, and what is not saved here is lost.",
         {{"Save over it", Answer::SaveOver}, {"Reload", Answer::Reload}, {"Cancel", Answer::Cancel}}, Answer::Cancel},
@@ -114,7 +114,8 @@ Answer Questions::drawQuestion(const std::size_t question) {
         return Answer::None;
     }
     // Who went on by keys until now did not choose the first button.
-    if(ImGui::IsWindowAppearing() && form.escape == Answer::None) ImGui::SetNavCursorVisible(false);
+    const bool comesUnasked = form.escape == Answer::None || form.escape == Answer::Later;
+    if(ImGui::IsWindowAppearing() && comesUnasked) ImGui::SetNavCursorVisible(false);
     {
         const Widgets::BlockScope block{Widgets::scaled(TextWidth)};
         Widgets::heading(form.icon, form.heading);

@@ -13,7 +13,7 @@ namespace QuorvaneEngine {
 enum class Question : std::uint8_t {
     Unsaved, /**< what to do with unsaved changes: Save, Discard, Cancel */
     InUse, /**< what to do with a project that somebody else has open: OpenReadOnly, Cancel */
-    Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine */
+    Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine, Later */
     SaveOver, /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
     Restore, /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
     Suspect, /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway */
@@ -29,6 +29,7 @@ enum class Answer : std::uint8_t {
     OpenReadOnly,
     Reload,
     KeepMine,
+    Later,
     SaveOver,
     Restore,
     DropCopy,

@@ -68,7 +68,7 @@ public:
 
     /** Looks whether somebody else has changed the files of the project. Cheap enough for once a second. That the project is gone is a
         warning when it is first seen, and all of it is unsaved as long as it is.
-        @param changed  receives the path of the first file that was changed, if any was */
+        @param changed  receives the path of the first file that was changed, and how many more were */
     DiskState lookAtDisk(Containers::String* changed = nullptr);
 
     /** Lets the next @ref save() write over what somebody else has done to the files until now; so the project is unsaved. */

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Utility/Format.h>
 
 #include "ProjectStorage.h"
 
@@ -119,23 +120,28 @@ std::vector<Containers::String> KnownFiles::added() {
 DiskState KnownFiles::look(Containers::String* const changed) {
     const Containers::String* first = nullptr;
     const Containers::String* missing = nullptr;
+    std::size_t differences = 0;
     bool isGone = false;
     for(File& file: _known) {
         const Look found = look(file);
+        differences += found != Look::Same;
         if(found == Look::Changed && !first) first = &file.place;
         if(found != Look::Missing) continue;
         if(view(file.path) == ProjectName) isGone = true;
         else if(!missing) missing = &file.place;
     }
-    std::vector<Containers::String> more;
     if(!first && !isGone) first = missing;
+    std::vector<Containers::String> more = added();
+    differences += more.size();
     if(!first) {
-        more = added();
         if(more.empty()) return isGone ? DiskState::Gone : DiskState::Same;
         more[0] = placeOf(more[0]);
         first = &more[0];
     }
-    if(changed) *changed = *first;
+    if(changed) {
+        *changed = *first;
+        if(differences > 1) *changed = Corrade::Utility::format("{} and {} more", *changed, differences - 1);
+    }
     return DiskState::Changed;
 }
 

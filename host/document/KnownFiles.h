@@ -54,7 +54,7 @@ public:
     void noteRemoved(Containers::StringView path);
 
     /** Looks at the disk.
-        @param changed  receives the path of the first file that was changed, absolute, if any was */
+        @param changed  receives the path of the first file that was changed, absolute, and how many more were */
     DiskState look(Containers::String* changed = nullptr);
 
     /** Whether a known file is not there. */

@@ -29,9 +29,6 @@ TEST_F(EditorFrameDiskTest, AChangedProjectIsReloadedIfTheUserWishes) {
         change();
         user.Yield(LookFrames);
         IM_CHECK(isAsked(user));
-        user.KeyPress(ImGuiKey_Escape);
-        user.Yield(2);
-        IM_CHECK(isAsked(user));
         user.ItemClick("//Changed on disk/Reload");
         user.Yield(LookFrames);
         IM_CHECK(!isAsked(user));
@@ -40,6 +37,66 @@ TEST_F(EditorFrameDiskTest, AChangedProjectIsReloadedIfTheUserWishes) {
     EXPECT_FALSE(session.hasUnsavedChanges());
     EXPECT_FALSE(session.changes().canUndo());
     EXPECT_TRUE(session.isLocked());
+}
+
+TEST_F(EditorFrameDiskTest, WhoDecidesLaterIsAskedWhenMoreChangesAndWhenHeSaves) {
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("later", [this](ImGuiTestContext& user) {
+        user.ItemClick("//Counter/Count");
+        change();
+        user.Yield(LookFrames);
+        user.ItemClick("//Changed on disk/Later");
+        user.Yield(3 * LookFrames);
+        IM_CHECK(!isAsked(user));
+        std::filesystem::create_directories(root / "first/localization");
+        std::ofstream{root / "first/localization/de.json"} << "{}";
+        user.Yield(LookFrames);
+        IM_CHECK(isAsked(user));
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(2 * LookFrames);
+        IM_CHECK(!isAsked(user));
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.Yield(3);
+        user.ItemClick("//Save over changes/Cancel");
+        user.Yield(LookFrames);
+    }));
+    EXPECT_EQ(counted(), 1);
+    EXPECT_TRUE(session.hasUnsavedChanges());
+    EXPECT_NE(read("first").find("other"), std::string::npos);
+}
+
+TEST_F(EditorFrameDiskTest, WhatWasPutOffIsForgottenWithTheNextProject) {
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("later", [this](ImGuiTestContext& user) {
+        change();
+        user.Yield(LookFrames);
+        user.ItemClick("//Changed on disk/Later");
+        user.Yield(2);
+        IM_CHECK(open("second"));
+        write("second", R"({"name": "second", "other": true})");
+        user.Yield(LookFrames);
+        IM_CHECK(isAsked(user));
+    }));
+}
+
+TEST_F(EditorFrameDiskTest, TheQuestionSaysHowManyFilesWereChanged) {
+    std::filesystem::create_directories(root / "first/localization");
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(playSeen("count", [this](ImGuiTestContext& user) {
+        change();
+        user.Yield(LookFrames);
+        IM_CHECK(isSeen((path("first") + "/project.json").c_str()));
+        IM_CHECK(!isSeen("project.json and"));
+        user.ItemClick("//Changed on disk/Later");
+        for(const char* const code: {"de", "fr", "it"})
+            std::ofstream{root / "first/localization" / (std::string{code} + ".json")} << "{}";
+        user.Yield(LookFrames);
+        IM_CHECK(isSeen((path("first") + "/project.json and 3 more").c_str()));
+        user.ItemClick("//Changed on disk/Later");
+    }));
 }
 
 TEST_F(EditorFrameDiskTest, WhoKeepsWhatIsHereSavesOverTheChanges) {
