@@ -1,5 +1,6 @@
 #include "app/DesktopWindow.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -77,6 +78,8 @@ bool DesktopWindow::open(const char* title, const Options& options) {
             << "DesktopWindow::open(): the editor needs OpenGL 3.3, which this display does not offer:" << lastReason();
         return false;
     }
+    glfwSetWindowUserPointer(_window, this);
+    glfwSetDropCallback(_window, noteDropped);
     glfwMakeContextCurrent(_window);
     // An invisible window has nobody to wait for.
     glfwSwapInterval(options.visible);
@@ -101,6 +104,12 @@ bool DesktopWindow::takeCloseRequest() {
     const bool requested = glfwWindowShouldClose(_window);
     glfwSetWindowShouldClose(_window, GLFW_FALSE);
     return requested;
+}
+
+void DesktopWindow::noteDropped(GLFWwindow* const window, const int count, const char** const paths) {
+    auto& self = *static_cast<DesktopWindow*>(glfwGetWindowUserPointer(window));
+    self._dropped = Containers::Array<Containers::String>{Corrade::ValueInit, std::size_t(count)};
+    std::copy(paths, paths + count, self._dropped.begin());
 }
 
 void DesktopWindow::present() { glfwSwapBuffers(_window); }

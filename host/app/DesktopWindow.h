@@ -1,5 +1,9 @@
 #pragma once
 
+#include <utility>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/Host.h"
@@ -53,11 +57,17 @@ public:
     /** Whether the user has asked to close the window since the last call. */
     bool takeCloseRequest();
 
+    /** Absolute paths of what the user has dropped onto the window at once, since the last call; empty for nothing. */
+    Containers::Array<Containers::String> takeDropped() { return std::exchange(_dropped, {}); }
+
     /** Shows what was drawn. */
     void present();
 
 private:
+    static void noteDropped(GLFWwindow* window, int count, const char** paths);
+
     GLFWwindow* _window = nullptr;
+    Containers::Array<Containers::String> _dropped;
     bool _initialized = false;
 };
 

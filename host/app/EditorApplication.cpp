@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -150,6 +151,8 @@ public:
                 break;
             }
             if(_window.takeCloseRequest()) _frame.requestQuit();
+            if(Containers::Array<Containers::String> dropped = _window.takeDropped(); !dropped.isEmpty())
+                _frame.drop(std::move(dropped));
             drawFrame();
             _window.present();
         }

@@ -138,6 +138,7 @@ void EditorFrame::prepare() {
     execute(std::exchange(_command, Command::None));
     showChosenTerm();
     openNext(_chooser.prepare());
+    openDropped();
     _panels->prepare();
     if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) load(module);
     executeAnswer(std::exchange(_answer, Answer::None));
@@ -219,6 +220,13 @@ void EditorFrame::openNext(Containers::String folder) {
     if(folder.isEmpty()) return;
     _nextProject = std::move(folder);
     proceed();
+}
+
+void EditorFrame::openDropped() {
+    if(_dropped.isEmpty() || ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup)) return;
+    Containers::String problem;
+    openNext(findDroppedProject(FileSystem::disk(), std::exchange(_dropped, {}), problem));
+    if(!problem.isEmpty()) _questions.showFailure(problem);
 }
 
 void EditorFrame::proceed() {

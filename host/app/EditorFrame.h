@@ -103,6 +103,10 @@ public:
     /** Draws the frame, between its begin and its end. */
     void draw();
 
+    /** Opens the project that the user has dropped onto the window, after asking for unsaved changes. Waits until no popup is open. What is no
+        project is told in words. */
+    void drop(Containers::Array<Containers::String>&& paths) { _dropped = std::move(paths); }
+
     /** Ends the editor, after asking for unsaved changes, which waits until no popup of a view is open. */
     void requestQuit() { _command = Command::Quit; }
 
@@ -130,6 +134,7 @@ private:
     void execute(Command command);
     void executeAnswer(Answer answer);
     void openNext(Containers::String folder);
+    void openDropped();
     void drawStartPage();
     void showChosenTerm();
     void learnLanguages();
@@ -170,6 +175,9 @@ private:
     Desktop _desktop;
     Command _command = Command::None;
     Answer _answer = Answer::None;
+
+    /** What was dropped and not looked at yet. */
+    Containers::Array<Containers::String> _dropped;
 
     /** The folder to open when unsaved changes are dealt with; empty to end the editor. */
     Containers::String _nextProject;

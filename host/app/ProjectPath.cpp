@@ -41,4 +41,11 @@ Containers::String findProject(FileSystem& files, const Containers::StringView p
     return {};
 }
 
+Containers::String findDroppedProject(
+    FileSystem& files, const Containers::ArrayView<const Containers::String> paths, Containers::String& problem) {
+    if(paths.size() == 1) return findProject(files, paths[0], problem);
+    problem = format("{} files were dropped here. A project is one folder, or the file {} in it.", paths.size(), File);
+    return {};
+}
+
 }

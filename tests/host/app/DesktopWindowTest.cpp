@@ -37,6 +37,21 @@ TEST(DesktopWindow, ACloseRequestIsTakenOnce) {
     EXPECT_FALSE(window.takeCloseRequest());
 }
 
+TEST(DesktopWindow, WhatIsDroppedIsTakenOnce) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    EXPECT_TRUE(window.takeDropped().isEmpty());
+    const GLFWdropfun drop = glfwSetDropCallback(window.handle(), nullptr);
+    ASSERT_TRUE(drop);
+    const char* paths[]{"/games/one", "/games/two words"};
+    drop(window.handle(), 2, paths);
+    const Containers::Array<Containers::String> dropped = window.takeDropped();
+    ASSERT_EQ(dropped.size(), 2u);
+    EXPECT_EQ(dropped[0], "/games/one");
+    EXPECT_EQ(dropped[1], "/games/two words");
+    EXPECT_TRUE(window.takeDropped().isEmpty());
+}
+
 TEST(DesktopWindow, WithoutADisplayASentenceSaysSo) {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");

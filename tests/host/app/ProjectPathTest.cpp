@@ -25,8 +25,25 @@ protected:
         return {answer.data(), answer.size()};
     }
 
+    std::string drop(const Containers::ArrayView<const Containers::String> paths) {
+        Containers::String problem;
+        const Containers::String folder = findDroppedProject(files, paths, problem);
+        EXPECT_EQ(folder.isEmpty(), !problem.isEmpty());
+        const Containers::String& answer = folder.isEmpty() ? problem : folder;
+        return {answer.data(), answer.size()};
+    }
+
     MemoryFileSystem files;
 };
+
+TEST_F(ProjectPathTest, OneProjectCanBeDropped) {
+    const Containers::String paths[]{"/games/one/project.json", "/games/one", "/games/empty"};
+    const auto all = Containers::arrayView(paths);
+    EXPECT_EQ(drop(all.prefix(1)), "/games/one");
+    EXPECT_EQ(drop(all.slice(1, 2)), "/games/one");
+    EXPECT_EQ(drop(all.slice(2, 3)), "/games/empty: there is no project.json in this folder, so it is no project");
+    EXPECT_EQ(drop(all), "3 files were dropped here. A project is one folder, or the file project.json in it.");
+}
 
 TEST_F(ProjectPathTest, AProjectIsFoundByItsFolderAndByItsFile) {
     EXPECT_EQ(find("/games/one"), "/games/one");
