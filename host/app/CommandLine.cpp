@@ -73,6 +73,7 @@ Containers::Optional<CommandLine> parseCommandLine(int argc, const char* const* 
         return {};
     }
     line.project = project.c_str();
+    line.hasSize = !size.empty();
     line.screenshot = screenshot.c_str();
     line.view = view.c_str();
     line.modules = modules.c_str();

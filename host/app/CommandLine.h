@@ -21,6 +21,9 @@ struct CommandLine {
     Int width = 1600;
     Int height = 1000;
 
+    /** Whether that was asked for. */
+    bool hasSize = false;
+
     /** Frames to draw before the picture is taken. */
     Int frames = 12;
 

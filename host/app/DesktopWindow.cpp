@@ -112,6 +112,30 @@ void DesktopWindow::noteDropped(GLFWwindow* const window, const int count, const
     std::copy(paths, paths + count, self._dropped.begin());
 }
 
+WindowPlace DesktopWindow::place() const {
+    WindowPlace place;
+    glfwGetWindowPos(_window, &place.area.x, &place.area.y);
+    glfwGetWindowSize(_window, &place.area.width, &place.area.height);
+    place.isMaximized = glfwGetWindowAttrib(_window, GLFW_MAXIMIZED);
+    return place;
+}
+
+void DesktopWindow::setPlace(const WindowPlace& place) {
+    if(glfwGetWindowAttrib(_window, GLFW_MAXIMIZED)) glfwRestoreWindow(_window);
+    glfwSetWindowPos(_window, place.area.x, place.area.y);
+    glfwSetWindowSize(_window, place.area.width, place.area.height);
+    if(place.isMaximized) glfwMaximizeWindow(_window);
+}
+
+Containers::Array<ScreenArea> DesktopWindow::screens() {
+    int count = 0;
+    GLFWmonitor** const monitors = glfwGetMonitors(&count);
+    Containers::Array<ScreenArea> screens{Corrade::ValueInit, std::size_t(count)};
+    for(int i = 0; i != count; ++i)
+        glfwGetMonitorWorkarea(monitors[i], &screens[i].x, &screens[i].y, &screens[i].width, &screens[i].height);
+    return screens;
+}
+
 void DesktopWindow::present() { glfwSwapBuffers(_window); }
 
 }

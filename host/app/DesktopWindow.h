@@ -7,6 +7,7 @@
 #include <Corrade/Containers/StringView.h>
 
 #include "QuorvaneEditor/Host.h"
+#include "app/WindowPlace.h"
 
 struct GLFWwindow;
 
@@ -59,6 +60,13 @@ public:
 
     /** Absolute paths of what the user has dropped onto the window at once, since the last call; empty for nothing. */
     Containers::Array<Containers::String> takeDropped() { return std::exchange(_dropped, {}); }
+
+    /** Where the window is. A desktop may not tell, or not do as it is asked. */
+    WindowPlace place() const;
+    void setPlace(const WindowPlace& place);
+
+    /** What there is of the desktop to put windows on. */
+    static Containers::Array<ScreenArea> screens();
 
     /** Shows what was drawn. */
     void present();

@@ -33,6 +33,7 @@
 #include "app/TerminationSignals.h"
 #include "app/Theme.h"
 #include "app/Thumbnails.h"
+#include "app/WindowMemory.h"
 #include "app/WindowTitle.h"
 #include "document/EditorSession.h"
 #include "modules/ModuleLoader.h"
@@ -128,6 +129,7 @@ public:
           _settings{userFolder(line)},
           _look{_settings, displayScale(), schemeOf(line, _settings)},
           _recent{userFolder(line)},
+          _memory{!line.hasSize},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
         Fonts::load(sharedFile("icons.otf"), &_letters);
         _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look,
@@ -145,6 +147,7 @@ public:
         _window.setLossHandler([](void* const frame) { static_cast<EditorFrame*>(frame)->keepUnsaved(); }, &_frame);
         const TerminationSignals signals;
         while(!_frame.isFinished()) {
+            followProject();
             waitForInput();
             if(signals.isAsked()) {
                 _frame.endKeeping();
@@ -157,6 +160,7 @@ public:
             _window.present();
         }
         _window.setLossHandler(nullptr, nullptr);
+        if(_memory.isPending()) keepPlace();
         return ExitCode::Success;
     }
 
@@ -180,6 +184,19 @@ private:
         _frame.draw();
         ImGui::Render();
         _renderer.render();
+    }
+
+    /** Puts the window where it was in the project that was just opened, and keeps where it is. */
+    void followProject() {
+        WindowPlace place = _window.place();
+        if(_memory.enter(_session.folder(), DesktopWindow::screens(), place)) _window.setPlace(place);
+        else if(_memory.notice(place, ImGui::GetTime())) keepPlace();
+    }
+
+    void keepPlace() {
+        // Who only looks at a project writes nothing into it.
+        if(_session.isLocked()) _memory.write();
+        else _memory.skip();
     }
 
     ExitCode takePicture() {
@@ -237,6 +254,7 @@ private:
     Settings _settings;
     Look _look;
     RecentProjects _recent;
+    WindowMemory _memory;
     EditorFrame _frame;
     WindowTitle _title;
     int _busy = BusyFrames;

@@ -34,6 +34,7 @@ TEST(CommandLine, WithoutArgumentsOpensAWindowOf1600By1000WithoutAProject) {
     EXPECT_EQ(parsed.line->project, "");
     EXPECT_EQ(parsed.line->screenshot, "");
     EXPECT_EQ(parsed.line->modules, "");
+    EXPECT_FALSE(parsed.line->hasSize);
     EXPECT_EQ(parsed.line->width, 1600);
     EXPECT_EQ(parsed.line->height, 1000);
     EXPECT_EQ(parsed.line->scale, 0.0f);
@@ -51,6 +52,7 @@ TEST(CommandLine, EveryOptionIsRead) {
     ASSERT_TRUE(parsed.line) << parsed.error;
     EXPECT_EQ(parsed.line->project, "games/lighthouse");
     EXPECT_EQ(parsed.line->screenshot, "out.png");
+    EXPECT_TRUE(parsed.line->hasSize);
     EXPECT_EQ(parsed.line->width, 800);
     EXPECT_EQ(parsed.line->height, 600);
     EXPECT_EQ(parsed.line->frames, 3);

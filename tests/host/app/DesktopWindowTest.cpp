@@ -52,6 +52,18 @@ TEST(DesktopWindow, WhatIsDroppedIsTakenOnce) {
     EXPECT_TRUE(window.takeDropped().isEmpty());
 }
 
+TEST(DesktopWindow, ItGoesWhereItIsPut) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    const Containers::Array<ScreenArea> screens = DesktopWindow::screens();
+    ASSERT_EQ(screens.size(), 1u);
+    EXPECT_TRUE((screens[0] == ScreenArea{0, 0, 1600, 1000}));
+    const WindowPlace place{{40, 30, 640, 480}, false};
+    window.setPlace(place);
+    for(int i = 0; i != 100 && window.place() != place; ++i) window.pollEvents(0.05);
+    EXPECT_TRUE(window.place() == place);
+}
+
 TEST(DesktopWindow, WithoutADisplayASentenceSaysSo) {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");

@@ -1,0 +1,126 @@
+#include "app/WindowMemory.h"
+
+#include <algorithm>
+
+#include <Corrade/Utility/Path.h>
+#include <rapidjson/document.h>
+
+#include "app/UserFile.h"
+#include "document/JsonReader.h"
+
+namespace QuorvaneEngine {
+
+namespace {
+
+constexpr Int Version = 1;
+
+/** So much of a window has to show that it can be taken with the mouse. */
+constexpr Int SmallestPart = 100;
+
+struct Member {
+    const char* name;
+    Int ScreenArea::*value;
+    Int smallest, largest;
+};
+constexpr Int Far = 1000000;
+constexpr Member Members[]{
+    {"x", &ScreenArea::x, -Far, Far},
+    {"y", &ScreenArea::y, -Far, Far},
+    {"width", &ScreenArea::width, WindowMemory::SmallestSide, WindowMemory::LargestSide},
+    {"height", &ScreenArea::height, WindowMemory::SmallestSide, WindowMemory::LargestSide},
+};
+
+UserFile fileOf(const Containers::StringView folder) {
+    return UserFile{Corrade::Utility::Path::join(folder, ".editor"), "window.json"};
+}
+
+/** @return what is wrong with the document; null where it is one */
+const char* take(const rapidjson::Document& document, WindowPlace& place) {
+    if(!document.IsObject()) return "the window's place is no object";
+    const auto version = document.FindMember("version");
+    if(version == document.MemberEnd() || !version->value.IsInt() || version->value.GetInt() != Version)
+        return "the window's place is of another version";
+    for(const Member& member: Members) {
+        const auto found = document.FindMember(member.name);
+        if(found == document.MemberEnd() || !found->value.IsInt() || found->value.GetInt() < member.smallest ||
+            found->value.GetInt() > member.largest)
+            return "the window's place is none";
+        place.area.*member.value = found->value.GetInt();
+    }
+    const auto maximized = document.FindMember("maximized");
+    if(maximized == document.MemberEnd() || !maximized->value.IsBool()) return "the window's place is none";
+    place.isMaximized = maximized->value.GetBool();
+    return nullptr;
+}
+
+/** How much two stretches have in common. */
+Int common(Int begin, Int size, Int otherBegin, Int otherSize) {
+    return std::min(begin + size, otherBegin + otherSize) - std::max(begin, otherBegin);
+}
+
+/** Whether a window's upper edge can be taken with the mouse. */
+bool isReachable(const ScreenArea& window, const Containers::ArrayView<const ScreenArea> screens) {
+    return std::any_of(screens.begin(), screens.end(), [&](const ScreenArea& screen) {
+        return common(window.x, window.width, screen.x, screen.width) >= SmallestPart && window.y >= screen.y &&
+            window.y <= screen.y + screen.height - SmallestPart;
+    });
+}
+
+}
+
+bool WindowMemory::load(
+    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& place) {
+    const UserFile file = fileOf(folder);
+    rapidjson::Document document;
+    JsonError error;
+    const UserFile::Found found = file.read(document, error);
+    if(found == UserFile::Found::Nothing) return false;
+    WindowPlace read;
+    const char* const reason = found == UserFile::Found::Document ? take(document, read) : nullptr;
+    if(reason) error = {1, 1, reason};
+    if(reason || found == UserFile::Found::Error) {
+        file.warn("WindowMemory::load", error);
+        return false;
+    }
+    if(!isReachable(read.area, screens)) return false;
+    place = read;
+    return true;
+}
+
+bool WindowMemory::enter(
+    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& current) {
+    if(folder == _folder) return false;
+    _folder = folder;
+    _isPending = false;
+    const bool isMoved = _restores && !folder.isEmpty() && load(folder, screens, current);
+    _place = current;
+    return isMoved;
+}
+
+bool WindowMemory::notice(const WindowPlace& current, const double now) {
+    if(_folder.isEmpty()) return false;
+    WindowPlace place = current;
+    // As some desktops say of a window that is not shown.
+    if(place.area.width < SmallestSide || place.area.height < SmallestSide) return false;
+    // What a maximized window returns to is known from before.
+    if(place.isMaximized) place.area = _place.area;
+    if(place != _place) {
+        _place = place;
+        _isPending = true;
+        _changed = now;
+    }
+    return _isPending && now - _changed >= Quiet;
+}
+
+void WindowMemory::write() {
+    _isPending = false;
+    rapidjson::Document document{rapidjson::kObjectType};
+    auto& allocator = document.GetAllocator();
+    document.AddMember("version", Version, allocator);
+    for(const Member& member: Members)
+        document.AddMember(rapidjson::StringRef(member.name), _place.area.*member.value, allocator);
+    document.AddMember("maximized", _place.isMaximized, allocator);
+    fileOf(_folder).write("WindowMemory::write", document);
+}
+
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+
+#include "QuorvaneEditor/Host.h"
+#include "app/WindowPlace.h"
+
+namespace QuorvaneEngine {
+
+/** Remembers where the editor's window was in each project, whose folder keeps it in `.editor/window.json`. All between two frames. */
+class QUORVANE_API WindowMemory {
+public:
+    /** Seconds without a change before a place is written. */
+    static constexpr double Quiet = 0.5;
+
+    /** Pixels; a window that is smaller on one side, or larger on one, is none to return to. */
+    static constexpr Int SmallestSide = 200;
+    static constexpr Int LargestSide = 16384;
+
+    /** @param restores     whether the window gets the places of the projects, too; where not, they are only kept */
+    explicit WindowMemory(bool restores): _restores{restores} {}
+
+    /** Reads where the window was when a project was open last. Nothing where none is known, or where it is on none of the screens
+        any more; a file that cannot be read is a warning as well.
+        @param folder   of the project
+        @param place    left as it is unless one is found
+        @return whether one is found */
+    static bool load(
+        Containers::StringView folder, Containers::ArrayView<const ScreenArea> screens, WindowPlace& place);
+
+    /** Notices that another project is open, once for each.
+        @param folder   of the open project, empty for none
+        @param current  where the window is, and receives where it is to go
+        @return whether it is to go elsewhere */
+    bool enter(Containers::StringView folder, Containers::ArrayView<const ScreenArea> screens, WindowPlace& current);
+
+    /** Notices where the window is.
+        @param now  in seconds
+        @return whether the place is to be written now */
+    bool notice(const WindowPlace& current, double now);
+
+    /** Whether there is a place that is not written. */
+    bool isPending() const { return _isPending; }
+
+    /** Writes the place into the folder of the open project; on failure prints a warning. */
+    void write();
+
+    /** Leaves the place unwritten until it changes again: the project is somebody else's to write. */
+    void skip() { _isPending = false; }
+
+private:
+    bool _restores;
+    Containers::String _folder;
+    WindowPlace _place;
+    bool _isPending = false;
+    double _changed = 0.0;
+};
+
+}
