@@ -100,6 +100,8 @@ void DesktopWindow::pollEvents(double seconds) {
     else glfwPollEvents();
 }
 
+void DesktopWindow::wakeUp() { glfwPostEmptyEvent(); }
+
 bool DesktopWindow::takeCloseRequest() {
     const bool requested = glfwWindowShouldClose(_window);
     glfwSetWindowShouldClose(_window, GLFW_FALSE);

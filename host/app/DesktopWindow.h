@@ -55,6 +55,9 @@ public:
     /** Takes what the user did; blocks for up to @p seconds until there is something to take. */
     void pollEvents(double seconds);
 
+    /** Ends the blocking of @ref pollEvents() , or of its next call. On any thread, while a window is open. */
+    static void wakeUp();
+
     /** Whether the user has asked to close the window since the last call. */
     bool takeCloseRequest();
 

@@ -36,6 +36,7 @@
 #include "app/WindowMemory.h"
 #include "app/WindowTitle.h"
 #include "document/EditorSession.h"
+#include "jobs/JobWakeUp.h"
 #include "modules/ModuleLoader.h"
 
 namespace QuorvaneEngine {
@@ -135,7 +136,11 @@ public:
         _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look,
             &_fonts, &_leftOut, areDialogsAvailable});
         if(_renderer.isReady()) _thumbnails.emplace(_session);
+        setJobWakeUp(DesktopWindow::wakeUp);
     }
+    ~Editor() { setJobWakeUp(nullptr); }
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
 
     ExitCode run() {
         if(!_renderer.isReady()) return ExitCode::NoDisplay;

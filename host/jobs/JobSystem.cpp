@@ -10,6 +10,8 @@
 
 #include <Corrade/Utility/Debug.h>
 
+#include "jobs/JobWakeUp.h"
+
 namespace QuorvaneEngine {
 
 /** A job waits for a number of others, is then ready, runs, and is forgotten when it has ended: an id that is not among the jobs
@@ -45,6 +47,7 @@ struct JobSystem::State {
 void JobSystem::State::makeReady(int job, const Entry& entry) {
     (entry.mainThread ? readyMain : readyWorker).insert(job);
     changed.notify_all();
+    if(entry.mainThread) wakeUpForJob();
 }
 
 /** Runs the first ready job, with the lock released meanwhile. */

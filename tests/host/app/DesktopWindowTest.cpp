@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <sstream>
+#include <thread>
 
 #include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
@@ -62,6 +63,18 @@ TEST(DesktopWindow, ItGoesWhereItIsPut) {
     window.setPlace(place);
     for(int i = 0; i != 100 && window.place() != place; ++i) window.pollEvents(0.05);
     EXPECT_TRUE(window.place() == place);
+}
+
+TEST(DesktopWindow, AnotherThreadWakesUpWhoWaitsForTheUser) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    // What the window's appearance brings is taken first.
+    for(int i = 0; i != 5; ++i) window.pollEvents(0.1);
+    const double before = glfwGetTime();
+    std::thread worker{DesktopWindow::wakeUp};
+    window.pollEvents(60.0);
+    worker.join();
+    EXPECT_LT(glfwGetTime() - before, 30.0);
 }
 
 TEST(DesktopWindow, WithoutADisplayASentenceSaysSo) {
