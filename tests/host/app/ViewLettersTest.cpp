@@ -78,6 +78,16 @@ TEST_F(ViewLettersTest, YellowAndRedAreDarkerThere) {
     EXPECT_TRUE(colors.count(packed(Theme::color(Color::Bad))));
 }
 
+/* For letters on a dark shape that a view draws itself */
+TEST_F(ViewLettersTest, AColourOneStepBesideStays) {
+    for(const ImU32 color: {IM_COL32(254, 254, 254, 255), IM_COL32(254, 204, 0, 255), IM_COL32(254, 0, 0, 255)}) {
+        const Colors colors = colorsOf(Scheme::Light, [&] { drawText(ImGui::ColorConvertU32ToFloat4(color)); });
+        EXPECT_TRUE(colors.count(color)) << std::hex << color;
+        for(const Color other: {Color::ViewWhite, Color::ViewYellow, Color::ViewRed})
+            EXPECT_FALSE(colors.count(packed(Theme::color(other)))) << std::hex << color;
+    }
+}
+
 TEST_F(ViewLettersTest, WhereTheGroundIsDarkEverythingStays) {
     const Colors colors = colorsOf(Scheme::Dark, [] { drawText(White); });
     EXPECT_TRUE(colors.count(IM_COL32_WHITE));
