@@ -1,5 +1,7 @@
 #include "app/ChangeSteps.h"
 
+#include <algorithm>
+
 #include <Corrade/Containers/StringView.h>
 
 #include "ChangeManager.h"
@@ -26,18 +28,34 @@ void ChangeSteps::update(const QuorvaneEditor& editor) {
     const Containers::ArrayView<const Change> log = _changes->changes();
     const Int revision = editor.project().revision();
     if(revision == _revision && log.size() == _logSize) return;
-    _revision = revision;
-    _logSize = log.size();
-    _ends.clear();
-    _present = 0;
-    for(std::size_t i = 0; i != log.size(); ++i) {
+    const std::size_t kept = unchanged(revision, log.size());
+    while(!_ends.empty() && std::size_t(_ends.back()) > kept) _ends.pop_back();
+    _names.resize(_ends.size());
+    for(std::size_t i = _ends.empty() ? 0 : std::size_t(_ends.back()); i != log.size(); ++i) {
         const bool continues = i && log[i].group >= 0 && log[i].group == log[i - 1].group;
         if(continues) _ends.back() = Int(i) + 1;
         else _ends.push_back(Int(i) + 1);
-        if(Int(i) == _changes->lastChangeIndex()) _present = _ends.size();
+        if(continues && _names.size() == _ends.size()) _names.pop_back();
     }
-    _names.clear();
     _names.resize(_ends.size());
+    _revision = revision;
+    _logSize = log.size();
+    _applied = std::size_t(_changes->lastChangeIndex() + 1);
+    // The step of the last applied change counts as a whole.
+    _present = std::size_t(std::lower_bound(_ends.begin(), _ends.end(), Int(_applied)) - _ends.begin());
+    if(_applied) ++_present;
+}
+
+std::size_t ChangeSteps::unchanged(const Int revision, const std::size_t logSize) const {
+    if(_revision == -1) return 0;
+    // Whatever is done to the log counts a revision, so it has not been left behind further than that, and a log that was emptied
+    // has not become longer.
+    const auto done = std::size_t(revision - _revision);
+    return logSize > done && _applied > done ? _applied - done : 0;
+}
+
+bool ChangeSteps::Name::isOf(const Change& change) const {
+    return !text.isEmpty() && path == change.path && hasOld == bool(change.oldValue) && hasNew == bool(change.newValue);
 }
 
 void ChangeSteps::learnRun(const QuorvaneEditor& editor) {
@@ -52,14 +70,16 @@ void ChangeSteps::learnRun(const QuorvaneEditor& editor) {
 }
 
 Containers::StringView ChangeSteps::name(const std::size_t step) {
-    Containers::String& name = _names[step];
-    if(!name.isEmpty()) return name;
+    Name& name = _names[step];
     const std::size_t begin = step ? std::size_t(_ends[step - 1]) : 0;
     const Containers::ArrayView<const Change> changes = _changes->changes().slice(begin, std::size_t(_ends[step]));
+    const Change& first = changes.front();
+    if(name.isOf(first)) return name.text;
+    name = Name{{}, first.path, bool(first.oldValue), bool(first.newValue)};
     for(const Run& run: _runs)
-        if(run.group == changes.front().group) name = Containers::String{run.name};
-    if(name.isEmpty()) name = changeName(changes);
-    return name;
+        if(run.group == first.group) name.text = Containers::String{run.name};
+    if(name.text.isEmpty()) name.text = changeName(changes);
+    return name.text;
 }
 
 }

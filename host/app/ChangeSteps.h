@@ -11,7 +11,8 @@ namespace QuorvaneEngine {
 /** The change log as the user sees it: what is undone at once is one step, and has a name. */
 class QUORVANE_API ChangeSteps {
 public:
-    /** Looks at the log and at the last run of the localization tools; costs nothing where neither has changed. To be called
+    /** Looks at the log and at the last run of the localization tools; costs nothing where neither has changed, and else goes
+        with the changes that are behind the one that was the last applied one, or were applied or undone since. To be called
         between two runs of a tool, so that both have their names.
         @param editor   the same one every time */
     void update(const QuorvaneEditor& editor);
@@ -39,19 +40,33 @@ private:
         Containers::StringView name;
     };
 
+    /** A name, and of what: an edit that merges may change places with the step of another value. */
+    struct Name {
+        bool isOf(const Change& change) const;
+
+        Containers::String text;
+        Containers::String path;
+        bool hasOld = false;
+        bool hasNew = false;
+    };
+
     void learnRun(const QuorvaneEditor& editor);
+    std::size_t unchanged(Int revision, std::size_t logSize) const;
 
     const ChangeManager* _changes = nullptr;
     const void* _lastRun = nullptr;
     Int _revision = -1;
     std::size_t _logSize = 0;
+
+    /** How many changes of the log were applied. */
+    std::size_t _applied = 0;
     std::size_t _present = 0;
 
     /** Of each step, the index behind its last change. */
     std::vector<Int> _ends;
 
     /** Of the steps, empty where not asked for. */
-    std::vector<Containers::String> _names;
+    std::vector<Name> _names;
 
     /** Of the tools in this project. */
     std::vector<Run> _runs;

@@ -127,5 +127,77 @@ TEST_F(ChangeStepsTest, NothingIsMadeAnewWhileNothingChanges) {
     EXPECT_EQ(counter.count(), 0u);
 }
 
+/* An edit that merges trades places with the last one. */
+TEST_F(ChangeStepsTest, NamesFollowStepsThatTradePlaces) {
+    for(const char* const path: {"/first", "/a", "/b", "/c"}) push(path);
+    update();
+    EXPECT_EQ(name(1), "creation of a");
+    EXPECT_EQ(name(3), "creation of c");
+    push("/a", true);
+    update();
+    EXPECT_EQ(steps.size(), 4u);
+    EXPECT_EQ(name(1), "creation of c");
+    EXPECT_EQ(name(3), "creation of a");
+}
+
+TEST_F(ChangeStepsTest, AGroupThatIsStillBeingCollectedGrowsAndIsNamedAnew) {
+    push("/first");
+    const Int group = session.changes().openGroup();
+    push("/objects/a/name");
+    update();
+    const std::string before = name(1);
+    push("/objects/b/name");
+    update();
+    EXPECT_EQ(steps.size(), 2u);
+    EXPECT_NE(name(1), before);
+    EXPECT_EQ(name(1), "2 changes in objects");
+    session.changes().commit();
+    EXPECT_EQ(session.changes().changes().back().group, group);
+}
+
+/* Whatever happens between two looks, what is known is what is there. */
+TEST_F(ChangeStepsTest, WhatIsContinuedIsWhatIsReadAnew) {
+    unsigned random = 1;
+    const auto next = [&random](unsigned count) {
+        random = random * 1664525 + 1013904223;
+        return (random >> 16) % count;
+    };
+    const char* const paths[]{"/a", "/b", "/c", "/d"};
+    for(int round = 0; round != 2000; ++round) {
+        for(unsigned i = 0, count = next(5); i != count; ++i) {
+            const unsigned what = next(16);
+            if(what < 4) push(paths[next(4)]);
+            else if(what < 8) push(paths[next(4)], true);
+            else if(what < 10) pushGroup(int(next(3)) + 1);
+            else if(what < 13) session.undo();
+            else if(what < 15) session.redo();
+            else if(!next(8)) session.replaceDocument(rapidjson::Document{rapidjson::kObjectType});
+        }
+        update();
+        ChangeSteps anew;
+        anew.update(session.editor());
+        ASSERT_EQ(steps.size(), anew.size()) << round;
+        ASSERT_EQ(steps.present(), anew.present()) << round;
+        for(std::size_t i = 0; i != steps.size(); ++i) {
+            ASSERT_EQ(steps.lastChange(i + 1), anew.lastChange(i + 1)) << round;
+            ASSERT_EQ(steps.name(i), anew.name(i)) << round;
+        }
+    }
+}
+
+TEST_F(ChangeStepsTest, AChangeBehindManyForgetsNoNameAndAllocatesNothing) {
+    push("/first");
+    pushGroup(20000);
+    push("/a");
+    update();
+    steps.name(1);
+    const char* const kept = steps.name(1).data();
+    push("/a", true);
+    const QuorvaneEngine::Test::Allocations counter;
+    update();
+    EXPECT_EQ(counter.count(), 0u);
+    EXPECT_EQ(steps.name(1).data(), kept);
+}
+
 }
 }
