@@ -346,8 +346,8 @@ MainMenu::Available EditorFrame::available() {
 }
 
 void EditorFrame::drawStartPage() {
-    const StartPage::Choice choice =
-        StartPage::draw(_desktop.recent ? _desktop.recent->folders() : std::vector<Containers::String>{});
+    static const std::vector<Containers::String> none;
+    const StartPage::Choice choice = StartPage::draw(_desktop.recent ? _desktop.recent->folders() : none);
     if(choice.asks) _command = Command::OpenProject;
     if(choice.begins) _command = Command::NewProject;
     if(choice.project.isEmpty()) return;

@@ -5,6 +5,7 @@
 
 #include "EditorFrameTest.h"
 #include "app/RecentProjects.h"
+#include "support/FrameAllocations.h"
 
 namespace QuorvaneEngine::Test {
 namespace {
@@ -95,6 +96,15 @@ TEST_F(EditorFrameDesktopTest, WithoutAProjectThereIsNoFolderToShow) {
         IM_CHECK(!isGrey(user, "Help", "//$FOCUSED/Open documentation"));
         user.PopupCloseAll();
     }));
+}
+
+TEST_F(EditorFrameDesktopTest, AnIdleFrameOfTheStartPageAsksForNoMemory) {
+    RecentProjects recent{(root / "settings").c_str()};
+    recent.add(path("second").c_str());
+    recent.add("/a project whose name is too long to be kept in the object of a text");
+    frame.setDesktop({nullptr, nullptr, {}, &recent});
+    draw(5);
+    EXPECT_EQ(frameAllocations(gui, 10, [this] { frame.draw(); }), 0u);
 }
 
 }
