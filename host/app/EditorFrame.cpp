@@ -308,12 +308,15 @@ bool EditorFrame::save() {
     _questions.forget(Question::Changed);
     updateAccess();
     if(isReadOnly()) {
+    // The files may be as they were by now; where they are not, it is asked again.
+    _questions.forget(Question::SaveOver);
         _questions.ask(Question::ReadOnly, _session->folder() + ": "_s + _access.obstacle() + "."_s);
         return false;
     }
     if(askForChanges(Question::SaveOver) || !_session->save()) return false;
     _log->note("Saved " + Containers::String{_session->folder()});
     return true;
+    _isProceeding = false;
 }
 
 bool EditorFrame::hasProject() const { return !_session->folder().isEmpty(); }

@@ -143,6 +143,33 @@ TEST_F(EditorFrameDiskTest, SavingOverChangesAsksFirst) {
     EXPECT_EQ(read("first").find("other"), std::string::npos);
 }
 
+TEST_F(EditorFrameDiskTest, TheQuestionOfSavingOverEndsWhenTheFilesAreAsTheyWere) {
+    ASSERT_TRUE(open("first"));
+    draw(3);
+    EXPECT_TRUE(play("as they were", [this](ImGuiTestContext& user) {
+        const std::string before = read("first");
+        user.ItemClick("//Counter/Count");
+        change();
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Q);
+        user.Yield(3);
+        user.ItemClick("//Unsaved changes/Save");
+        user.Yield(3);
+        IM_CHECK(user.ItemExists("//Save over changes/Save over it"));
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.Yield(3);
+        IM_CHECK(user.ItemExists("//Save over changes/Save over it"));
+        write("first", before);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.Yield(3);
+        IM_CHECK(!session.hasUnsavedChanges());
+        IM_CHECK(!user.ItemExists("//Save over changes/Save over it"));
+        user.Yield(LookFrames);
+        IM_CHECK(!isAsked(user));
+    }));
+    EXPECT_FALSE(frame.isFinished());
+    EXPECT_NE(read("first").find("\"counted\": 1"), std::string::npos);
+}
+
 TEST_F(EditorFrameDiskTest, QuittingWithChangesOnBothSidesAsksForBothAndLosesNothingUnasked) {
     ASSERT_TRUE(open("first"));
     draw(3);
