@@ -135,7 +135,7 @@ void EditorFrame::prepare() {
     if(_areLanguagesTouched) learnLanguages();
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
-    execute(std::exchange(_command, Command::None));
+    execute(_held.next(std::exchange(_command, Command::None)));
     showChosenTerm();
     openNext(_chooser.prepare());
     openDropped();
@@ -191,7 +191,9 @@ void EditorFrame::execute(Command command) {
     case Command::OpenProject: return openNext(_chooser.askToOpen(_session->folder()));
     case Command::NewProject: return _chooser.askForNew(_session->folder());
     case Command::ShowProject: return _desktop.showFolder(_session->folder());
-    case Command::Save: save(); return;
+    case Command::Save:
+        if(_session->hasUnsavedChanges()) save();
+        return;
     case Command::PreviewImport: return _exchange.askForImport();
     case Command::CheckTerms: return _exchange.askForCheck();
     case Command::Quit:
@@ -306,17 +308,17 @@ bool EditorFrame::askForChanges(const Question question) {
 
 bool EditorFrame::save() {
     _questions.forget(Question::Changed);
-    updateAccess();
-    if(isReadOnly()) {
     // The files may be as they were by now; where they are not, it is asked again.
     _questions.forget(Question::SaveOver);
+    updateAccess();
+    if(isReadOnly()) {
         _questions.ask(Question::ReadOnly, _session->folder() + ": "_s + _access.obstacle() + "."_s);
         return false;
     }
     if(askForChanges(Question::SaveOver) || !_session->save()) return false;
+    _isProceeding = false;
     _log->note("Saved " + Containers::String{_session->folder()});
     return true;
-    _isProceeding = false;
 }
 
 bool EditorFrame::hasProject() const { return !_session->folder().isEmpty(); }
@@ -335,7 +337,7 @@ MainMenu::Available EditorFrame::available() {
     const bool isSettled = !changes.isGroupOpen();
     MainMenu::Available available;
     available.showProject = isOpen && _desktop.showFolder;
-    available.save = isOpen && _session->hasUnsavedChanges();
+    available.save = isOpen && (_session->hasUnsavedChanges() || _held.isTyping());
     available.previewImport = available.resetLayout = isOpen;
     available.checkTerms = isOpen && !_exchange.hasPreview();
     available.undo = isSettled && changes.canUndo();
@@ -360,9 +362,11 @@ void EditorFrame::drawStartPage() {
 }
 
 void EditorFrame::draw() {
+    _held.beginFrame();
     const MainMenu::Available available = this->available();
     _command = MainMenu::draw(_session->state(), available);
-    StatusBar::Facts facts{_session->folder(), available.save, {}, {}, _access.obstacle()};
+    const bool isUnsaved = hasProject() && _session->hasUnsavedChanges();
+    StatusBar::Facts facts{_session->folder(), isUnsaved, {}, {}, _access.obstacle()};
     if(_desktop.fonts) {
         facts.fonts = _desktop.fonts->summary();
         facts.fontDetails = _desktop.fonts->details();
@@ -378,6 +382,7 @@ void EditorFrame::draw() {
         _command = command;
     _chooser.draw();
     if(const Answer answer = _questions.draw(); answer != Answer::None) _answer = answer;
+    _held.endFrame();
 }
 
 }

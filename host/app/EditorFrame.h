@@ -12,6 +12,7 @@
 #include "QuorvaneEditor/QuorvaneEditorApplication.h"
 #include "Ui/Ui.h"
 #include "app/Autosave.h"
+#include "app/HeldCommand.h"
 #include "app/MainMenu.h"
 #include "app/ProjectAccess.h"
 #include "app/ProjectChooser.h"
@@ -174,6 +175,7 @@ private:
     Questions _questions;
     Desktop _desktop;
     Command _command = Command::None;
+    HeldCommand _held{_ui};
     Answer _answer = Answer::None;
 
     /** What was dropped and not looked at yet. */

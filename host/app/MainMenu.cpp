@@ -32,7 +32,7 @@ struct Entry {
     /** Whether its keys work while a popup is open. */
     bool duringPopup = false;
 
-    /** Whether they work while a text is being edited, which has no use for them. */
+    /** Whether they work while a text is being edited, which has no use for them, and is ended where the command needs it. */
     bool duringTextInput = false;
 
     /** Where it lies in the menu; entries of one follow each other. */
@@ -46,17 +46,17 @@ struct Entry {
 
 constexpr Entry Entries[]{
     {"File", ICON_FA_FOLDER_OPEN, "Open project...", "Ctrl+O", ImGuiMod_Ctrl | ImGuiKey_O, 0, nullptr,
-        Command::OpenProject, false},
+        Command::OpenProject, false, false, true},
     {"File", ICON_FA_FOLDER_PLUS, "New project...", "Ctrl+N", ImGuiMod_Ctrl | ImGuiKey_N, 0, nullptr,
-        Command::NewProject, false},
+        Command::NewProject, false, false, true},
     {"File", ICON_FA_FOLDER_TREE, "Show project folder", "", 0, 0, &Available::showProject, Command::ShowProject, true},
     {"File", ICON_FA_FLOPPY_DISK, "Save", "Ctrl+S", ImGuiMod_Ctrl | ImGuiKey_S, 0, &Available::save, Command::Save,
-        true, true},
+        true, true, true},
     {"File", ICON_FA_FILE_IMPORT, "Preview import...", "", 0, 0, &Available::previewImport, Command::PreviewImport,
         false},
     {"File", ICON_FA_MAGNIFYING_GLASS, "Check terms", "", 0, 0, &Available::checkTerms, Command::CheckTerms, true},
-    {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit,
-        false},
+    {"File", ICON_FA_RIGHT_FROM_BRACKET, "Quit", "Ctrl+Q", ImGuiMod_Ctrl | ImGuiKey_Q, 0, nullptr, Command::Quit, false,
+        false, true},
     {"Edit", ICON_FA_ROTATE_LEFT, "Undo", "Ctrl+Z", ImGuiMod_Ctrl | ImGuiKey_Z, 0, &Available::undo, Command::Undo,
         false, false, false, nullptr, nullptr, &Available::undoName},
     {"Edit", ICON_FA_ROTATE_RIGHT, "Redo", "Ctrl+Shift+Z", ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z,

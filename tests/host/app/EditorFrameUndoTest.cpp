@@ -53,10 +53,9 @@ TEST_F(EditorFrameTest, ATextInputThatIsEditedKeepsTheKeysForItself) {
         user.ItemInput("//Counter/Field");
         user.KeyChars("lamp");
         user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
-        user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_S);
+        user.KeyPress(ImGuiMod_Ctrl | ImGuiMod_Shift | ImGuiKey_Z);
         user.Yield(2);
         IM_CHECK_EQ(counted(), 1);
-        IM_CHECK(session.hasUnsavedChanges());
         user.KeyPress(ImGuiKey_Escape);
         user.Yield(2);
         user.KeyPress(ImGuiMod_Ctrl | ImGuiKey_Z);
