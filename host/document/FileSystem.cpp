@@ -187,7 +187,7 @@ public:
         Descriptor folder{Name{path}, O_RDONLY | O_DIRECTORY};
         if(folder == -1) return errno;
         // Disks of a network may know no locks, or none of folders.
-        if(::flock(folder, LOCK_EX | LOCK_NB) && errno == EWOULDBLOCK) return EWOULDBLOCK;
+        if(::flock(folder, LOCK_EX | LOCK_NB)) return errno == EWOULDBLOCK ? EWOULDBLOCK : ENOLCK;
         lock = folder.release();
         return 0;
     }

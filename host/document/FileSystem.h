@@ -91,10 +91,9 @@ public:
         @return `ENOSYS` where the file system cannot tell */
     virtual int stampOf(Containers::StringView path, FileStamp& stamp);
 
-    /** Locks a folder for this program and, within it, for who called; see @ref FolderLock . Locks nothing where the file system knows no
-        such locks.
+    /** Locks a folder for this program and, within it, for who called; see @ref FolderLock .
         @param lock     receives what unlocks it
-        @return `EWOULDBLOCK` where it is locked already */
+        @return `EWOULDBLOCK` where it is locked already, `ENOLCK` where the file system knows no such locks */
     virtual int lockFolder(Containers::StringView path, int& lock);
 
     virtual void unlockFolder(int lock);

@@ -11,18 +11,20 @@ bool FolderLock::take(FileSystem& fileSystem, const Containers::StringView folde
     FileError& error) {
     release();
     const int result = fileSystem.lockFolder(folder, _lock);
-    // What else is wrong with the folder is said by who goes on to use it.
-    if(result != 0 && result != EWOULDBLOCK) return true;
     if(result == EWOULDBLOCK) {
         error = {Containers::String{folder}, Containers::String{reason}};
         return false;
     }
-    _fileSystem = &fileSystem;
+    // What else is wrong with the folder is said by who goes on to use it.
+    if(result != 0 && result != ENOLCK) return true;
+    _isForAll = result == ENOLCK;
+    if(!_isForAll) _fileSystem = &fileSystem;
     _folder = Containers::String{folder};
     return true;
 }
 
 void FolderLock::release() {
+    _isForAll = false;
     if(FileSystem* const fileSystem = std::exchange(_fileSystem, nullptr)) fileSystem->unlockFolder(_lock);
 }
 

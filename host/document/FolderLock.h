@@ -29,12 +29,16 @@ public:
     void release();
 
     /** Whether the right to a folder is held. */
-    bool isTaken(Containers::StringView folder) const { return _fileSystem && _folder == folder; }
+    bool isTaken(Containers::StringView folder) const { return (_fileSystem || _isForAll) && _folder == folder; }
+
+    /** Whether it is held where the file system knows no locks, and so keeps nobody out. */
+    bool isForAll() const { return _isForAll; }
 
 private:
     FileSystem* _fileSystem = nullptr;
     Containers::String _folder;
     int _lock = -1;
+    bool _isForAll = false;
 };
 
 }

@@ -72,7 +72,9 @@ void remove(FileSystem& files, const Containers::StringView folder) {
     if(!isElsewhere(files, folder)) files.removeFile(fileOf(folder));
 }
 
-Containers::String read(FileSystem& files, const Containers::StringView folder) {
+namespace {
+
+Containers::String read(FileSystem& files, const Containers::StringView folder, const pid_t ignored) {
     Containers::String text;
     if(isElsewhere(files, folder) || files.readFile(fileOf(folder), text, LargestFile)) return {};
     const std::vector<std::string_view> lines = linesOf({text.data(), text.size()});
@@ -80,12 +82,20 @@ Containers::String read(FileSystem& files, const Containers::StringView folder) 
     std::time_t since = 0;
     if(lines.size() != 5 || lines[0] != Format || !readNumber(lines[2], process) || !readNumber(lines[4], since))
         return {};
-    if(lines[3] == hostName() && ::kill(process, 0) && errno == ESRCH) return {};
+    if(lines[3] == hostName() && (process == ignored || (::kill(process, 0) && errno == ESRCH))) return {};
     const std::string time = shownTime(since);
     if(time.empty()) return {};
     std::string who{lines[1].empty() ? std::string_view{"a program"} : lines[1]};
     if(!lines[3].empty()) who.append(" on ").append(lines[3]);
     return printable(string(who.append(", process ").append(lines[2]).append(", since ").append(time)));
+}
+
+}
+
+Containers::String read(FileSystem& files, const Containers::StringView folder) { return read(files, folder, 0); }
+
+Containers::String readOther(FileSystem& files, const Containers::StringView folder) {
+    return read(files, folder, ::getpid());
 }
 
 }

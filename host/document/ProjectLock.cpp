@@ -11,6 +11,8 @@ namespace QuorvaneEngine {
 namespace {
 
 constexpr const char* EditorFolder = "/.editor";
+constexpr const char* ReasonWithoutLocks =
+    "another program may have the project open for writing, which this disk cannot tell: ";
 constexpr const char* Reason = "another program has the project open for writing";
 
 Containers::String joined(const Containers::StringView folder, const char* const name) {
@@ -27,6 +29,11 @@ bool ProjectLock::hasEditorFolder(const Containers::StringView folder) const {
     return !_files->isLink(path) && _files->stampOf(path, stamp) == 0;
 }
 
+/** Another program that has a project on a file system without locks. */
+Containers::String ProjectLock::holderWithoutLocks(const Containers::StringView folder) const {
+    return _lock.isForAll() ? LockNote::readOther(*_files, folder) : Containers::String{};
+}
+
 bool ProjectLock::takeFolder(
     const Containers::StringView folder, const Containers::StringView locked, FileError& error) {
     if(!_lock.take(*_files, locked, Reason, error)) {
@@ -35,8 +42,15 @@ bool ProjectLock::takeFolder(
         if(!holder.isEmpty()) error.reason = error.reason + ": " + holder;
         return false;
     }
+    if(const Containers::String holder = holderWithoutLocks(folder); !holder.isEmpty()) {
+        _lock.release();
+        error = {Containers::String{folder},
+            ReasonWithoutLocks + holder + "; if that has ended, .editor/lock can be deleted"};
+        return false;
+    }
     _stamp = {};
     _files->stampOf(locked, _stamp);
+    _folder = _lock.isTaken(locked) ? Containers::String{folder} : Containers::String{};
     return true;
 }
 
@@ -48,8 +62,10 @@ bool ProjectLock::take(const Containers::StringView folder, const Making making,
         if(making == Making::Yes) FileSet::makeEditorFolder(*_files, folder, ignored);
     }
     // Also where somebody has just made it.
-    if(hasEditorFolder(folder) && !takeFolder(folder, joined(folder, EditorFolder), error)) return false;
-    _folder = Containers::String{folder};
+    if(hasEditorFolder(folder) && !takeFolder(folder, joined(folder, EditorFolder), error)) {
+        _folder = {};
+        return false;
+    }
     return true;
 }
 
@@ -70,7 +86,7 @@ void ProjectLock::announce() {
 }
 
 bool ProjectLock::isTaken(const Containers::StringView folder) const {
-    if(_folder.isEmpty()) return false;
+    if(_folder.isEmpty() || !holderWithoutLocks(folder).isEmpty()) return false;
     FileStamp stamp;
     const Containers::String locked =
         hasEditorFolder(folder) ? joined(folder, EditorFolder) : Containers::String{folder};

@@ -25,8 +25,9 @@ public:
     ProjectLock(const ProjectLock&) = delete;
     ProjectLock& operator=(const ProjectLock&) = delete;
 
-    /** Takes the right to a project in place of the one that is held, and waits for nobody.
-        @param folder   absolute, NUL-terminated; may be missing, and then nothing is taken
+    /** Takes the right to a project in place of the one that is held, and waits for nobody. Where the file system knows no locks, who has it is
+        believed by the @ref LockNote .
+        @param folder   absolute, NUL-terminated; may be missing or closed to this program, and then nothing is taken
         @param error    set on failure, with a reason that says in words who has it, as far as he tells
         @return false where somebody else has it; then nothing is held */
     bool take(Containers::StringView folder, Making making, FileError& error);
@@ -44,6 +45,7 @@ public:
 
 private:
     bool hasEditorFolder(Containers::StringView folder) const;
+    Containers::String holderWithoutLocks(Containers::StringView folder) const;
     bool takeFolder(Containers::StringView folder, Containers::StringView locked, FileError& error);
 
     FileSystem* _files;

@@ -50,6 +50,7 @@ TEST_F(LockNoteTest, WhatIsWrittenIsRead) {
     LockNote::write(files, "/p");
     const std::string who = read();
     EXPECT_TRUE(who.starts_with("host-document-tests on " + host + ", process " + own + ", since 20")) << who;
+    EXPECT_EQ(LockNote::readOther(files, "/p"), "");
     LockNote::remove(files, "/p");
     EXPECT_EQ(read(), "");
     EXPECT_FALSE(files.exists("/p/.editor/lock"));

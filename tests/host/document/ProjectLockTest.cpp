@@ -1,5 +1,6 @@
 #include "ProjectLock.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -7,6 +8,7 @@
 #include <unistd.h>
 
 #include "LockNote.h"
+#include "MemoryFileSystem.h"
 #include "host/localization/TestFolder.h"
 
 namespace QuorvaneEngine {
@@ -159,6 +161,56 @@ TEST_F(ProjectLockTest, ThroughALinkOfAStrangerNothingIsWritten) {
     EXPECT_FALSE(take(second)) << "the project's own folder is locked";
     first.release();
     EXPECT_EQ(folder.files(), before);
+}
+
+/** One on which locking has a fixed result. */
+class LocklessFileSystem: public MemoryFileSystem {
+public:
+    explicit LocklessFileSystem(int result): _result{result} {
+        put("/p/project.json", "{}");
+        put("/p/.editor/.gitignore", "*\n");
+    }
+    int lockFolder(Containers::StringView, int&) override { return _result; }
+
+    /** As a process of this host would. */
+    void putNote(pid_t process) {
+        char host[256]{};
+        gethostname(host, sizeof(host) - 1);
+        put("/p/.editor/lock", "quorvane-lock 1\neditor\n" + std::to_string(process) + "\n" + host + "\n1772387100\n");
+    }
+
+private:
+    int _result;
+};
+
+TEST_F(ProjectLockTest, WhereTheDiskKnowsNoLocksTheNoteIsBelieved) {
+    LocklessFileSystem files{ENOLCK};
+    files.putNote(getppid());
+    ProjectLock lock{files};
+    EXPECT_FALSE(lock.take("/p", ProjectLock::Making::Yes, error));
+    EXPECT_FALSE(lock.isTaken("/p"));
+    const std::string holder = LockNote::read(files, "/p").data();
+    EXPECT_EQ(reason(),
+        "another program may have the project open for writing, which this disk cannot tell: " + holder +
+            "; if that has ended, .editor/lock can be deleted");
+    EXPECT_EQ(error.path, "/p");
+    files.removeFile("/p/.editor/lock");
+    EXPECT_TRUE(lock.take("/p", ProjectLock::Making::Yes, error));
+    lock.announce();
+    EXPECT_TRUE(lock.isTaken("/p"));
+    EXPECT_NE(LockNote::read(files, "/p"), "");
+    files.putNote(getppid());
+    EXPECT_FALSE(lock.isTaken("/p"));
+    EXPECT_FALSE(lock.takeForSaving("/p", error));
+    lock.release();
+    EXPECT_TRUE(files.exists("/p/.editor/lock")) << "it is another program's";
+}
+
+TEST_F(ProjectLockTest, AFolderThatIsClosedToThisProgramIsNoFailureAndNotHeld) {
+    LocklessFileSystem files{EACCES};
+    ProjectLock lock{files};
+    EXPECT_TRUE(lock.take("/p", ProjectLock::Making::Yes, error));
+    EXPECT_FALSE(lock.isTaken("/p"));
 }
 
 TEST_F(ProjectLockTest, AFolderThatIsGoneIsNoFailure) {
