@@ -61,7 +61,8 @@ struct Available {
 };
 
 /** Draws the menu bar of the main window, and listens to the keys of its commands, which a text input that is being edited keeps
-    for itself but for those to save, to open or make a project, to quit, and of the palette. While a popup is open, whoever opened it is still at something: of the keys those to save alone work.
+    for itself, but for those to save, to open or make a project, to quit, and of the palette. While a popup is open, whoever opened
+    it is still at something: of the keys those to save alone work.
     @return what was chosen */
 QUORVANE_API Command draw(EditorState& state, const Available& available);
 
