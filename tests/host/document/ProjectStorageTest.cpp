@@ -250,7 +250,7 @@ TEST_F(ProjectStorageTest, TheDocumentCanBeKeptOverWhatSomebodyElseHasWritten) {
     disk.removeFile("/p/localization/de.json");
     Containers::String changed;
     EXPECT_EQ(storage.look(&changed), DiskState::Changed);
-    EXPECT_EQ(text(changed), "/p/project.json");
+    EXPECT_EQ(text(changed), "/p/project.json and 2 more");
     storage.keepDocument();
     EXPECT_EQ(storage.look(), DiskState::Same);
     EXPECT_FALSE(storage.isSaved(document));
