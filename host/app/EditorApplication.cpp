@@ -49,7 +49,7 @@ constexpr UnsignedInt WorkerThreads = 2;
 
 /* How long the editor sleeps while nobody touches it, in seconds, and how many frames it draws before: the GUI needs some to
    settle. */
-constexpr double IdleSleep = 0.5;
+constexpr double IdleSleep = 1.0;
 constexpr int BusyFrames = 8;
 
 /* While something runs that the user watches; and for how long after the last input, for what appears with a delay. */
