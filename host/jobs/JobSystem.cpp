@@ -10,7 +10,7 @@
 
 #include <Corrade/Utility/Debug.h>
 
-#include "jobs/JobWakeUp.h"
+#include "JobWakeUp.h"
 
 namespace QuorvaneEngine {
 

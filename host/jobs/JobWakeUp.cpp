@@ -1,4 +1,4 @@
-#include "jobs/JobWakeUp.h"
+#include "JobWakeUp.h"
 
 #include <atomic>
 
