@@ -80,6 +80,7 @@ bool DesktopWindow::open(const char* title, const Options& options) {
     }
     glfwSetWindowUserPointer(_window, this);
     glfwSetDropCallback(_window, noteDropped);
+    glfwSetWindowRefreshCallback(_window, noteDamage);
     glfwMakeContextCurrent(_window);
     // An invisible window has nobody to wait for.
     glfwSwapInterval(options.visible);
@@ -106,6 +107,10 @@ bool DesktopWindow::takeCloseRequest() {
     const bool requested = glfwWindowShouldClose(_window);
     glfwSetWindowShouldClose(_window, GLFW_FALSE);
     return requested;
+}
+
+void DesktopWindow::noteDamage(GLFWwindow* const window) {
+    static_cast<DesktopWindow*>(glfwGetWindowUserPointer(window))->_isDamaged = true;
 }
 
 void DesktopWindow::noteDropped(GLFWwindow* const window, const int count, const char** const paths) {

@@ -61,6 +61,9 @@ public:
     /** Whether the user has asked to close the window since the last call. */
     bool takeCloseRequest();
 
+    /** Whether a part of the window has to be drawn again since the last call, because another window was in front of it for instance. */
+    bool takeDamage() { return std::exchange(_isDamaged, false); }
+
     /** Absolute paths of what the user has dropped onto the window at once, since the last call; empty for nothing. */
     Containers::Array<Containers::String> takeDropped() { return std::exchange(_dropped, {}); }
 
@@ -75,10 +78,12 @@ public:
     void present();
 
 private:
+    static void noteDamage(GLFWwindow* window);
     static void noteDropped(GLFWwindow* window, int count, const char** paths);
 
     GLFWwindow* _window = nullptr;
     Containers::Array<Containers::String> _dropped;
+    bool _isDamaged = false;
     bool _initialized = false;
 };
 

@@ -1,5 +1,6 @@
 #include "app/EditorApplication.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -22,6 +23,7 @@
 #include "app/EditorFrame.h"
 #include "app/FontWatch.h"
 #include "app/Fonts.h"
+#include "app/FrameRepeat.h"
 #include "app/KeyOrder.h"
 #include "app/LeftOutModules.h"
 #include "app/Look.h"
@@ -119,7 +121,7 @@ ExitCode newView(const CommandLine& line, const char* const program) {
 /** Everything that lives as long as the window does, in the order in which it is made. */
 class Editor {
 public:
-    explicit Editor(DesktopWindow& window, const CommandLine& line, MessageLog& log,
+    explicit Editor(DesktopWindow& window, Fonts::Search& fonts, const CommandLine& line, MessageLog& log,
         Containers::ArrayView<const ViewCondition> conditions)
         : _window{window},
           _line{line},
@@ -132,10 +134,9 @@ public:
           _recent{userFolder(line)},
           _memory{!line.hasSize},
           _frame{_session, _jobs, _modules, log, conditions, openFolderDialog, openArchiveDialog} {
-        Fonts::load(sharedFile("icons.otf"), &_letters);
+        Fonts::load(fonts, sharedFile("icons.otf"), &_letters);
         _frame.setDesktop({DesktopOpener::showFolder, DesktopOpener::open, sharedFile("docs"), &_recent, &_look,
             &_fonts, &_leftOut, areDialogsAvailable});
-        if(_renderer.isReady()) _thumbnails.emplace(_session);
         setJobWakeUp(DesktopWindow::wakeUp);
     }
     ~Editor() { setJobWakeUp(nullptr); }
@@ -162,7 +163,6 @@ public:
             if(Containers::Array<Containers::String> dropped = _window.takeDropped(); !dropped.isEmpty())
                 _frame.drop(std::move(dropped));
             drawFrame();
-            _window.present();
         }
         _window.setLossHandler(nullptr, nullptr);
         if(_memory.isPending()) keepPlace();
@@ -175,12 +175,33 @@ private:
         return takesPicture(_line) ? 1.0f : _window.contentScale();
     }
 
+    /** Draws a frame and shows it, unless it looks like the one before while nothing happens. */
     void drawFrame() {
+        prepareFrame();
+        // After the first frame, so that pictures do not keep the user waiting for the editor.
+        if(_isShown) updateThumbnails();
+        buildFrame();
+        const bool isRepeated = _repeat.isRepeated(*ImGui::GetDrawData());
+        const bool isDamaged = _window.takeDamage();
+        if(isRepeated && !isDamaged && _busy == 0) return;
+        _renderer.render();
+        _window.present();
+        _isShown = true;
+    }
+
+    void prepareFrame() {
         _look.setDisplayScale(displayScale());
         _frame.prepare();
-        _thumbnails->update();
         if(_title.update(_session.folder(), _session.hasUnsavedChanges(), _frame.isReadOnly()))
             _window.setTitle(_title.text().data());
+    }
+
+    void updateThumbnails() {
+        if(!_thumbnails) _thumbnails.emplace(_session);
+        _thumbnails->update();
+    }
+
+    void buildFrame() {
         _renderer.beginFrame();
         {
             const KeyOrder order;
@@ -188,7 +209,6 @@ private:
         }
         _frame.draw();
         ImGui::Render();
-        _renderer.render();
     }
 
     /** Puts the window where it was in the project that was just opened, and keeps where it is. */
@@ -206,14 +226,16 @@ private:
 
     ExitCode takePicture() {
         if(!openView()) return ExitCode::Failure;
-        for(Int i = 1; i < _line.frames; ++i) {
+        for(Int i = 0; i < std::max(_line.frames, 1); ++i) {
             _window.pollEvents(0.0);
-            drawFrame();
-            _window.present();
+            if(i != 0) _window.present();
+            prepareFrame();
+            updateThumbnails();
+            buildFrame();
+            _renderer.render();
             // Docked windows come into being with the first frames, and one of them to the front.
             if(!_line.view.isEmpty()) ImGui::SetWindowFocus(_line.view.data());
         }
-        drawFrame();
         return _renderer.writeScreenshot(_line.screenshot) ? ExitCode::Success : ExitCode::Failure;
     }
 
@@ -232,13 +254,17 @@ private:
     }
 
     void waitForInput() {
-        const bool isWatched =
-            _frame.exchange().isBusy() || _frame.isKeeping() || _thumbnails->isBusy() || _fonts.isBusy() || _watch > 0;
+        const bool isWatched = _frame.exchange().isBusy() || _frame.isKeeping() ||
+            (_thumbnails && _thumbnails->isBusy()) || _fonts.isBusy() || _watch > 0;
         _window.pollEvents(_busy > 0 ? 0.0 : isWatched ? WatchSleep : IdleSleep);
         const ImGuiContext& context = *ImGui::GetCurrentContext();
-        if(context.InputEventsQueue.Size || context.ActiveId) {
+        if(context.InputEventsQueue.Size) {
             _busy = BusyFrames;
             _watch = WatchFrames;
+        } else if(context.ActiveId) {
+            // A text's cursor blinks, a button that is held down repeats.
+            _watch = WatchFrames;
+            _busy = std::max(_busy - 1, 0);
         } else if(_busy > 0) --_busy;
         else if(_watch > 0) --_watch;
     }
@@ -249,7 +275,7 @@ private:
     Renderer _renderer;
     JobSystem _jobs{WorkerThreads};
     EditorSession _session{&_jobs};
-    /** Null without OpenGL. */
+    /** Null before the first frame was shown. */
     Containers::Pointer<Thumbnails> _thumbnails;
     LoadNote _note;
     ModuleLoader _modules;
@@ -262,6 +288,8 @@ private:
     WindowMemory _memory;
     EditorFrame _frame;
     WindowTitle _title;
+    FrameRepeat _repeat;
+    bool _isShown = false;
     int _busy = BusyFrames;
     int _watch = 0;
 };
@@ -275,13 +303,15 @@ ExitCode runEditor(int argc, const char* const* argv, Containers::ArrayView<cons
     if(!line->newView.isEmpty() || !line->newViewFolder.isEmpty()) return newView(*line, argv[0]);
 
     MessageLog log;
+    // Beside the making of the window.
+    Fonts::Search fonts;
     DesktopWindow window;
     DesktopWindow::Options options;
     options.width = line->width;
     options.height = line->height;
     options.visible = line->screenshot.isEmpty();
     if(!window.open("Quorvane", options)) return ExitCode::NoDisplay;
-    return Editor{window, *line, log, conditions}.run();
+    return Editor{window, fonts, *line, log, conditions}.run();
 }
 
 }

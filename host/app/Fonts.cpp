@@ -1,14 +1,15 @@
 #include "app/Fonts.h"
 
+#include <climits>
+#include <map>
+#include <string>
 #include <utility>
 
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
-#include <Corrade/Utility/Path.h>
 #include <imgui.h>
 
-#include "fonts/FontFinder.h"
-#include "fonts/LetterSet.h"
+#include "app/MappedFile.h"
 
 namespace QuorvaneEngine::Fonts {
 
@@ -18,6 +19,25 @@ namespace {
 constexpr float IconSize = Size * 0.76f;
 constexpr float IconDrop = 1.0f;
 constexpr float IconAdvance = Size;
+
+/** The bytes of a font, for as long as the process runs, because the GUI reads letters when they are first drawn. A collection has
+    several faces, and fonts of Chinese and Japanese are large: read as a whole they would take half of the time of a start. */
+Containers::ArrayView<const char> fontBytes(const Containers::StringView path) {
+    static std::map<std::string, MappedFile> files;
+    const std::string name{path.data(), path.size()};
+    return files.try_emplace(name, path).first->second.bytes();
+}
+
+/** The GUI takes what is shorter for a mistake of its caller. */
+constexpr std::size_t SmallestFont = 128;
+
+ImFont* addFont(const Containers::StringView path, const float size, ImFontConfig& config) {
+    const Containers::ArrayView<const char> bytes = fontBytes(path);
+    if(bytes.size() < SmallestFont || bytes.size() > std::size_t(INT_MAX)) return nullptr;
+    config.FontDataOwnedByAtlas = false;
+    return ImGui::GetIO().Fonts->AddFontFromMemoryTTF(
+        const_cast<char*>(bytes.data()), int(bytes.size()), size, &config);
+}
 
 /** Adds the letters of what was loaded, which is less than what was found when a file cannot be read. */
 void addLoadedLetters(ImFont& font, LetterSet& letters) {
@@ -31,21 +51,31 @@ void addLoadedLetters(ImFont& font, LetterSet& letters) {
 
 }
 
-void load(Containers::StringView iconFont, LetterSet* const letters) {
+Search::Search()
+    : _found{std::async(std::launch::async | std::launch::deferred, [] {
+          Found found;
+          found.files = findTextFonts(&found.letters);
+          return found;
+      })} {}
+
+void load(const Containers::StringView iconFont, LetterSet* const letters) {
+    Search search;
+    load(search, iconFont, letters);
+}
+
+void load(Search& search, const Containers::StringView iconFont, LetterSet* const letters) {
     ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
     ImGui::GetStyle().FontSizeBase = Size;
-    LetterSet found;
-    const Containers::Array<FontFile> files = findTextFonts(&found);
+    Search::Found found = search.take();
+    const Containers::Array<FontFile>& files = found.files;
 
     const auto add = [&](const FontFile& file, bool merge) {
         ImFontConfig config;
         config.FontNo = file.face;
         config.MergeMode = merge;
-        // A file that is gone since it was found is not worth ending the program.
-        config.Flags |= ImFontFlags_NoLoadError;
         // One em is as large in every font; the library would make their lines equally high.
         const float size = Size * file.height / files.front().height;
-        return atlas.AddFontFromFileTTF(file.path.data(), size, &config) != nullptr;
+        return addFont(file.path, size, config) != nullptr;
     };
 
     const bool readable = !files.isEmpty() && add(files.front(), false);
@@ -64,15 +94,13 @@ void load(Containers::StringView iconFont, LetterSet* const letters) {
     config.PixelSnapH = true;
     config.GlyphMinAdvanceX = IconAdvance;
     config.GlyphOffset.y = IconDrop;
-    config.Flags |= ImFontFlags_NoLoadError;
-    const Containers::String path{iconFont};
-    if(!atlas.AddFontFromFileTTF(path.data(), IconSize, &config))
-        Corrade::Utility::Warning{} << "Fonts::load(): cannot read the icon font" << path;
+    if(!addFont(iconFont, IconSize, config))
+        Corrade::Utility::Warning{} << "Fonts::load(): cannot read the icon font" << iconFont;
 
     bool areAllReadable = readable;
     for(std::size_t i = 1; i < files.size(); ++i) areAllReadable &= add(files[i], true);
     if(!letters) return;
-    if(areAllReadable) *letters = std::move(found);
+    if(areAllReadable) *letters = std::move(found.letters);
     else addLoadedLetters(*atlas.Fonts.back(), *letters);
 }
 

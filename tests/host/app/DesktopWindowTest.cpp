@@ -53,6 +53,19 @@ TEST(DesktopWindow, WhatIsDroppedIsTakenOnce) {
     EXPECT_TRUE(window.takeDropped().isEmpty());
 }
 
+TEST(DesktopWindow, DamageIsTakenOnce) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    for(int i = 0; i != 5; ++i) window.pollEvents(0.05);
+    window.takeDamage();
+    EXPECT_FALSE(window.takeDamage());
+    const GLFWwindowrefreshfun refresh = glfwSetWindowRefreshCallback(window.handle(), nullptr);
+    ASSERT_TRUE(refresh);
+    refresh(window.handle());
+    EXPECT_TRUE(window.takeDamage());
+    EXPECT_FALSE(window.takeDamage());
+}
+
 TEST(DesktopWindow, ItGoesWhereItIsPut) {
     DesktopWindow window;
     ASSERT_TRUE(window.open("Test", {}));
