@@ -138,8 +138,32 @@ Autosave::Found Autosave::read() {
         discard();
         return Found::Nothing;
     }
+    // Only one of both can be the document.
+    if(_session->hasUnsavedChanges()) {
+        setAside(path);
+        return Found::Nothing;
+    }
     _found = std::move(document);
     return state == _session->savedState() ? Found::Changes : Found::Outdated;
+}
+
+void Autosave::setAside(const Containers::String& path) {
+    const Containers::String first = place("autosave.of-another");
+    Containers::String aside = first;
+    FileStamp stamp;
+    for(int i = 2; _files->stampOf(aside, stamp) == 0; ++i) aside = first + ("-" + std::to_string(i)).c_str();
+    const int error = _files->renameFile(path, aside);
+    Corrade::Utility::Warning warning{};
+    warning << "Autosave::begin():" << path << Corrade::Utility::Warning::nospace
+            << ": another program kept its unsaved changes here";
+    if(!error) {
+        warning << Corrade::Utility::Warning::nospace << "; kept as" << aside;
+        _isKept = false;
+    } else {
+        warning << Corrade::Utility::Warning::nospace << ", and the file" << systemReason("renamed", error)
+                << Corrade::Utility::Warning::nospace << "; unsaved changes are not kept for the case of a crash";
+        _folder = {};
+    }
 }
 
 void Autosave::restore() {

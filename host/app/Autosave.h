@@ -53,6 +53,9 @@ public:
     /** Turns to the project that was just opened. What an earlier program left behind waits for @ref restore() or @ref discard() , and
         nothing is kept before. A file that cannot be read, is cut, or is none of these is a warning, and renamed to
         `.editor/autosave.unreadable`, in place of an older one, so that a newer version or a patient person may have it.
+        Where the document has unsaved changes of its own, as when another program's project becomes this one's, there is nothing to choose: what was found
+        is renamed to `.editor/autosave.of-another`, or that with the first number that is free, and the new name is a warning. Where that
+        fails, the file stays, and nothing is kept.
         @param isWriting    whether the project is this program's to write; else its copy is another one's, and nothing is done */
     Found begin(bool isWriting);
 
@@ -81,6 +84,7 @@ private:
 
     Containers::String place(const char* name) const;
     Found read();
+    void setAside(const Containers::String& path);
     bool isReady(double now);
     bool takeResult(double now);
     Copy copy();

@@ -109,6 +109,50 @@ TEST_F(AutosaveTroubleTest, WhatIsGarbageCutOrForeignIsAWarningAndNothingElse) {
     EXPECT_EQ(warningOf(whole + " "), cut);
 }
 
+TEST_F(AutosaveTroubleTest, WhoHasChangesOfHisOwnKeepsThemAndWhatAnotherProgramKeptLiesAside) {
+    const std::string text = "Autosave::begin(): /p/.editor/autosave: another program kept its unsaved changes here";
+    const char* const places[]{"/p/.editor/autosave.of-another", "/p/.editor/autosave.of-another-2"};
+    std::string bytes[2];
+    for(int i = 0; i != 2; ++i) {
+        crash();
+        bytes[i] = read();
+        Program reader{disk};
+        EXPECT_EQ(reader.open(false), Found::Nothing);
+        reader.push("/x", 7);
+        const CapturedOutput output;
+        EXPECT_EQ(reader.autosave.begin(true), Found::Nothing);
+        EXPECT_EQ(output.warning(), text + "; kept as " + places[i] + "\n");
+        reader.autosave.restore();
+        EXPECT_EQ(reader.value("/x"), 7);
+        reader.wait();
+        EXPECT_TRUE(disk.exists(File)) << "from now on they are kept";
+        reader.autosave.end();
+    }
+    for(int i = 0; i != 2; ++i) EXPECT_EQ(read(places[i]), bytes[i]);
+    // It is what it was under its first name.
+    ASSERT_EQ(disk.renameFile(places[0], File), 0);
+    Program next{disk};
+    EXPECT_EQ(next.open(), Found::Changes);
+}
+
+TEST_F(AutosaveTroubleTest, WhatCannotBePutAsideIsNotWrittenOver) {
+    crash();
+    const std::string bytes = read();
+    Program reader{disk};
+    reader.open(false);
+    reader.push("/x", 7);
+    const CapturedOutput output;
+    // Reading is one step.
+    disk.failAt(1, EACCES);
+    EXPECT_EQ(reader.autosave.begin(true), Found::Nothing);
+    disk.behave();
+    EXPECT_EQ(output.warning(),
+        "Autosave::begin(): /p/.editor/autosave: another program kept its unsaved changes here, and the file cannot be "
+        "renamed: Permission denied; unsaved changes are not kept for the case of a crash\n");
+    reader.wait();
+    EXPECT_EQ(read(), bytes);
+}
+
 TEST_F(AutosaveTroubleTest, AFullDiskIsToldOfOnceAndTriedAgainAfterTheNextChange) {
     Program program{disk};
     program.open();

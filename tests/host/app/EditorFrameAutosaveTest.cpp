@@ -56,6 +56,28 @@ TEST_F(EditorFrameAutosaveTest, WhoTakesAProjectOverIsAskedForWhatTheOtherProgra
     EXPECT_TRUE(session.hasUnsavedChanges());
 }
 
+TEST_F(EditorFrameAutosaveTest, WhoTakesAProjectOverWithChangesOfHisOwnIsAskedNothingAndLosesNothing) {
+    crash();
+    Containers::Pointer<EditorSession> other{Corrade::InPlaceInit};
+    FileError refusal;
+    ASSERT_TRUE(other->tryLock(path("first").c_str(), refusal));
+    ASSERT_TRUE(frame.open(path("first").c_str(), EditorFrame::Access::Read));
+    EXPECT_TRUE(play("take over", [this, &other](ImGuiTestContext& user) {
+        user.ItemClick("//Counter/Count");
+        user.ItemClick("//Counter/Count");
+        other = nullptr;
+        user.Yield(KeepFrames);
+        IM_CHECK(!frame.isReadOnly());
+        IM_CHECK(!user.ItemExists("//Kept changes/Restore"));
+    }));
+    EXPECT_EQ(counted(), 2);
+    EXPECT_TRUE(session.changes().canUndo());
+    const std::string file = path("first") + "/.editor/autosave";
+    EXPECT_TRUE(std::filesystem::exists(file + ".of-another"));
+    const std::string text = "Autosave::begin(): " + file + ": another program kept its unsaved changes here; kept as ";
+    EXPECT_EQ(messages((text + file + ".of-another").c_str()), 1);
+}
+
 TEST_F(EditorFrameAutosaveTest, KeptChangesAreRestoredIfTheUserWishes) {
     crash();
     ASSERT_TRUE(open("first"));
