@@ -1,6 +1,7 @@
 #include "app/ProjectLayout.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Debug.h>
@@ -22,6 +23,10 @@ namespace Path = Corrade::Utility::Path;
 
 /** Bytes; the largest layouts have a few thousand. */
 constexpr std::size_t LargestFile = 1024 * 1024;
+
+Containers::String fileOf(const QuorvaneEditor& editor) {
+    return Path::join(editor.projectPath(), ".editor/imgui.ini");
+}
 
 Containers::String problemOf(int error) {
     switch(error) {
@@ -52,7 +57,8 @@ bool canBeLoaded(const Containers::String& file) {
 bool ProjectLayout::load() {
     ImGui::ClearIniSettings();
     _docking.noteLoad();
-    if(!canBeLoaded(Path::join(_editor->projectPath(), ".editor/imgui.ini"))) return false;
+    _isRefusalTold = false;
+    if(!canBeLoaded(fileOf(*_editor))) return false;
     scheduleUIStateLoad(*_editor);
     _editor->jobSystem()->runMainThreadJobs();
     return true;
@@ -61,14 +67,22 @@ bool ProjectLayout::load() {
 void ProjectLayout::save() {
     ImGui::GetIO().WantSaveIniSettings = false;
     // Before the first frame there is nothing to keep, and the file would be one that nobody can load.
-    if(DockLayout::isArranged()) scheduleUIStateSave(*_editor);
+    if(DockLayout::isArranged()) schedule();
     _editor->jobSystem()->runMainThreadJobs();
 }
 
 void ProjectLayout::saveChanges() {
     bool& isWanted = ImGui::GetIO().WantSaveIniSettings;
-    if(isWanted) scheduleUIStateSave(*_editor);
+    if(isWanted) schedule();
     isWanted = false;
+}
+
+void ProjectLayout::schedule() {
+    const Containers::String file = fileOf(*_editor);
+    if(!FileSystem::disk().isLink(file)) return scheduleUIStateSave(*_editor);
+    if(!std::exchange(_isRefusalTold, true))
+        Corrade::Utility::Warning{} << "ProjectLayout::save():" << file << Corrade::Utility::Warning::nospace
+                                    << ": is a link, and nothing is written to where it leads";
 }
 
 void ProjectLayout::draw() { _docking.draw(_editor->state()); }

@@ -19,10 +19,10 @@ public:
     bool load();
 
     /** Writes the layout now, where the project has a folder for it and windows have been put into their places since it was opened.
-        Jobs of the GUI thread run. */
+        Where the file is a link, which may be a stranger's and lead anywhere, nothing is written, with a warning once for a project. Jobs of the GUI thread run. */
     void save();
 
-    /** Schedules to write the layout where the GUI library says that it has changed for a while. */
+    /** Schedules to write the layout, as @ref save() does, where the GUI library says that it has changed for a while. */
     void saveChanges();
 
     /** Puts the windows into their first places. */
@@ -32,8 +32,13 @@ public:
     void draw();
 
 private:
+    void schedule();
+
     QuorvaneEditor* _editor;
     DockLayout _docking;
+
+    /** Whether the user knows that the layout of this project is not kept. */
+    bool _isRefusalTold = false;
 };
 
 }

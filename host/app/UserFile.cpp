@@ -45,7 +45,8 @@ void makeReadable(const Containers::String& file) {
 
 }
 
-UserFile::UserFile(const Containers::StringView folder, const Containers::StringView name): _folder{folder} {
+UserFile::UserFile(const Containers::StringView folder, const Containers::StringView name, const Links links)
+    : _folder{folder}, _links{links} {
     if(!folder.isEmpty()) _path = Path::join(folder, name);
 }
 
@@ -68,9 +69,10 @@ Containers::String UserFile::replace(const rapidjson::Value& value) const {
     Containers::String text;
     Containers::String problem;
     if(!JsonWriter::write(value, {1}, text, problem)) return "cannot be written: " + problem;
+    FileSystem& disk = FileSystem::disk();
+    if(_links == Links::Refuse && disk.isLink(_path)) return "is a link, and nothing is written to where it leads";
     std::error_code failure;
     std::filesystem::create_directories(_folder.data(), failure);
-    FileSystem& disk = FileSystem::disk();
     const Containers::String file = targetOf(_path);
     // Another program may write at the same time.
     const Containers::String written = file + ("." + std::to_string(::getpid()) + ".new").c_str();

@@ -10,12 +10,18 @@ namespace QuorvaneEngine {
 
 struct JsonError;
 
-/** A small JSON file in a folder for the program's own settings. */
+/** A small JSON file in a folder for the program's own settings, or in one of a project. */
 class QUORVANE_API UserFile {
 public:
+    /** What becomes of a file whose name is a link. */
+    enum class Links : std::uint8_t {
+        Follow, /**< the file that it leads to is replaced, as users wish who keep all their settings in one place */
+        Refuse /**< nothing is written, as the link may be a stranger's, and lead anywhere */
+    };
+
     /** @param folder   made by the first @ref write() ; empty where nothing is kept
         @param name     in the folder */
-    explicit UserFile(Containers::StringView folder, Containers::StringView name);
+    explicit UserFile(Containers::StringView folder, Containers::StringView name, Links links = Links::Follow);
 
     enum class Found : std::uint8_t { Nothing, Document, Error };
 
@@ -28,7 +34,7 @@ public:
     void warn(const char* function, const JsonError& error) const;
 
     /** Replaces the file, so that nobody ever finds half of it, also where two programs write at once or the power goes. Where its name is a link, that
-        stays, and the file that it leads to is replaced. Its rights stay, but who writes it may read it from then on. On failure prints a warning with
+        stays. The file's rights stay, but who writes it may read it from then on. On failure prints a warning with
         the reason.
         @param function     whose warning it is */
     void write(const char* function, const rapidjson::Value& value) const;
@@ -41,6 +47,7 @@ private:
 
     Containers::String _folder;
     Containers::String _path;
+    Links _links;
 };
 
 }

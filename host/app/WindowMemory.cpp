@@ -31,7 +31,7 @@ constexpr Member Members[]{
 };
 
 UserFile fileOf(const Containers::StringView folder) {
-    return UserFile{Corrade::Utility::Path::join(folder, ".editor"), "window.json"};
+    return UserFile{Corrade::Utility::Path::join(folder, ".editor"), "window.json", UserFile::Links::Refuse};
 }
 
 /** @return what is wrong with the document; null where it is one */

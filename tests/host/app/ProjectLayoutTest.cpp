@@ -295,6 +295,23 @@ TEST_F(ProjectLayoutTest, AClosedViewComesBackToItsPlace) {
     EXPECT_TRUE(messagesAreLeft());
 }
 
+TEST_F(ProjectLayoutTest, AFileThatIsALinkIsNotWrittenThrough) {
+    write("victim", "precious");
+    std::filesystem::create_directories(file("first").parent_path());
+    std::filesystem::create_symlink("../../victim/project.json", file("first"));
+    ASSERT_TRUE(open("first"));
+    draw(5);
+    for(int i = 0; i != 2; ++i) {
+        ImGui::GetIO().WantSaveIniSettings = true;
+        draw(3);
+    }
+    ASSERT_TRUE(open("second"));
+    EXPECT_EQ(read("victim"), "precious");
+    EXPECT_TRUE(std::filesystem::is_symlink(file("first")));
+    const std::string text = ": is a link, and nothing is written to where it leads";
+    EXPECT_EQ(messages(("ProjectLayout::save(): " + file("first").string() + text).c_str()), 1);
+}
+
 TEST_F(ProjectLayoutTest, AFileWithoutRightsIsToldAndStays) {
     writeLayout("first", "[Window][Counter]\nPos=1,2\n");
     std::filesystem::permissions(file("first"), std::filesystem::perms::none);

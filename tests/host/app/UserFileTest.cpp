@@ -87,6 +87,28 @@ TEST_F(UserFileTest, ALinkStaysAndWhatItLeadsToIsReplaced) {
     EXPECT_EQ(folder.files().size(), 5u) << "two files, by whatever name, and three folders";
 }
 
+TEST_F(UserFileTest, WhereLinksAreRefusedWhatTheyLeadToStays) {
+    folder.write("dots/mine.json", "[1]");
+    std::filesystem::create_directories(folder / "of/mine");
+    document.SetArray();
+    const UserFile strict{(folder / "of/mine").c_str(), "choices.json", UserFile::Links::Refuse};
+    for(const char* const target: {"../../dots/mine.json", "../../dots/none.json"}) {
+        std::filesystem::remove(folder / "of/mine/choices.json");
+        std::filesystem::create_symlink(target, folder / "of/mine/choices.json");
+        const CapturedOutput output;
+        strict.write("Somebody::write", document);
+        EXPECT_EQ(output.warning(),
+            "Somebody::write(): " + (folder / "of/mine/choices.json") +
+                ": is a link, and nothing is written to where it leads\n");
+        EXPECT_TRUE(std::filesystem::is_symlink(folder / "of/mine/choices.json")) << target;
+    }
+    EXPECT_EQ(folder.read("dots/mine.json"), "[1]");
+    EXPECT_EQ(folder.files().size(), 5u) << "two files, one of them the link, and three folders";
+    std::filesystem::remove(folder / "of/mine/choices.json");
+    strict.write("UserFileTest", document);
+    EXPECT_EQ(folder.read("of/mine/choices.json"), "[]\n");
+}
+
 TEST_F(UserFileTest, TwoProgramsThatWriteAtOnceLeaveOneOfBothWhole) {
     for(const char letter: {'a', 'b'}) {
         if(fork()) continue;

@@ -1,5 +1,6 @@
 #include "app/WindowMemory.h"
 
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -74,6 +75,18 @@ TEST_F(WindowMemoryTest, AMaximizedWindowKeepsWhatItReturnsTo) {
     memory.write();
     ASSERT_TRUE(WindowMemory::load(game(), Screens, place));
     EXPECT_TRUE((place == WindowPlace{{10, 20, 700, 500}, true}));
+}
+
+TEST_F(WindowMemoryTest, ALinkInTheProjectIsNotWrittenThrough) {
+    folder.write("game/project.json", "{}");
+    std::filesystem::create_directories(folder / "game/.editor");
+    std::filesystem::create_symlink("../project.json", folder / File);
+    const CapturedOutput output;
+    WindowMemory memory{true};
+    WindowPlace place{{10, 20, 700, 500}, false};
+    memory.enter(game(), Screens, place);
+    memory.write();
+    EXPECT_EQ(folder.read("game/project.json"), "{}");
 }
 
 TEST_F(WindowMemoryTest, WhereAnotherSizeIsAskedForItIsOnlyKept) {
