@@ -83,10 +83,11 @@ void CommandPalette::select(const std::size_t row) {
 bool CommandPalette::move() {
     if(_shown.empty()) return false;
     const std::size_t count = _shown.size();
-    const std::size_t before = _selected;
-    if(ImGui::IsKeyPressed(ImGuiKey_DownArrow)) select((_selected + 1) % count);
-    if(ImGui::IsKeyPressed(ImGuiKey_UpArrow)) select((_selected + count - 1) % count);
-    return _selected != before;
+    const bool isDown = ImGui::IsKeyPressed(ImGuiKey_DownArrow);
+    const bool isUp = ImGui::IsKeyPressed(ImGuiKey_UpArrow);
+    if(isDown) select((_selected + 1) % count);
+    if(isUp) select((_selected + count - 1) % count);
+    return isDown || isUp;
 }
 
 Command CommandPalette::draw(EditorState& state, const MainMenu::Available& available) {
@@ -117,6 +118,8 @@ Command CommandPalette::draw(EditorState& state, const MainMenu::Available& avai
 
 bool CommandPalette::drawList() {
     const bool isMoved = move();
+    // Enter was meant for what fits best, and who moves on has thought better of it.
+    if(isMoved) _isEntered = false;
     _isEntered |= ImGui::IsKeyPressed(ImGuiKey_Enter) || ImGui::IsKeyPressed(ImGuiKey_KeypadEnter);
     // Who types fast means what fits best, and not what has been found by now.
     bool isChosen = _isEntered && (_selection.kind != Selection::First || !_terms.isSearching());

@@ -95,6 +95,29 @@ TEST_F(CommandPaletteTest, TheArrowKeysAndTheMouseChooseAmongWhatFits) {
     }));
 }
 
+TEST_F(CommandPaletteTest, WhoMovesOnWhileTermsAreStillSearchedHasNotChosen) {
+    std::string terms = R"("last":{})";
+    for(int i = 0; i != 20000; ++i) terms += ",\"" + std::to_string(i) + R"(":{"sourceText":"/text"})";
+    write("second",
+        R"({"languages":{"en":{"isDefault":true}},"text":")" + std::string(1000, 'x') +
+            R"(","localization":{"terms":{)" + terms + "}}}");
+    ASSERT_TRUE(open("second"));
+    draw(3);
+    EXPECT_TRUE(play("move on", [](ImGuiTestContext& user) {
+        openPalette(user);
+        type(user, "file");
+        user.KeyPress(ImGuiKey_Enter);
+        IM_CHECK(isShown());
+        user.KeyPress(ImGuiKey_DownArrow);
+        user.Yield(200);
+        IM_CHECK(isShown());
+        IM_CHECK_EQ(dialogs, 0);
+        press(user, ImGuiKey_UpArrow);
+        press(user, ImGuiKey_Enter);
+        IM_CHECK_EQ(dialogs, 1);
+    }));
+}
+
 TEST_F(CommandPaletteTest, ATextThatIsBeingEditedLeavesItsKeysToIt) {
     EXPECT_TRUE(play("field", [](ImGuiTestContext& user) {
         user.ItemInput("//Counter/Field");
