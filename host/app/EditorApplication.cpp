@@ -54,6 +54,9 @@ constexpr UnsignedInt WorkerThreads = 2;
 constexpr double IdleSleep = 1.0;
 constexpr int BusyFrames = 8;
 
+/* How many frames the editor draws at most when it has to end, so that what is being typed is kept. */
+constexpr int EndFrames = 3;
+
 /* While something runs that the user watches; and for how long after the last input, for what appears with a delay. */
 constexpr double WatchSleep = 0.03;
 constexpr int WatchFrames = 40;
@@ -156,7 +159,7 @@ public:
             followProject();
             waitForInput();
             if(signals.isAsked()) {
-                _frame.endKeeping();
+                endKeeping();
                 break;
             }
             if(_window.takeCloseRequest()) _frame.requestQuit();
@@ -187,6 +190,19 @@ private:
         _renderer.render();
         _window.present();
         _isShown = true;
+    }
+
+    /** Ends, as the system wants it, without waiting for anybody. */
+    void endKeeping() {
+        _frame.requestEnd();
+        prepareFrame();
+        // What is being typed becomes part of the project in a frame that nobody needs to see.
+        for(int i = 0; i != EndFrames && !_frame.isFinished(); ++i) {
+            buildFrame();
+            prepareFrame();
+        }
+        // The user may have asked for something else at the same moment.
+        if(!_frame.isFinished()) _frame.keepUnsaved();
     }
 
     void prepareFrame() {

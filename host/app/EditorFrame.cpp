@@ -135,10 +135,10 @@ void EditorFrame::prepare() {
     if(_areLanguagesTouched) learnLanguages();
     // A job of the GUI thread may change the project.
     if(!_exchange.readsProject()) _jobs->runMainThreadJobs();
+    takeDropped();
     execute(_held.next(std::exchange(_command, Command::None)));
     showChosenTerm();
     openNext(_chooser.prepare());
-    openDropped();
     _panels->prepare();
     if(const Containers::String module = _panels->takeReload(); !module.isEmpty()) load(module);
     executeAnswer(std::exchange(_answer, Answer::None));
@@ -210,6 +210,8 @@ void EditorFrame::execute(Command command) {
     case Command::OpenPalette: return _palette->open();
     case Command::ResetLayout: return _layout.reset();
     case Command::OpenDocumentation: return _desktop.open(_desktop.documentation);
+    case Command::OpenDropped: return openDropped();
+    case Command::EndKeeping: return endKeeping();
     case Command::About: return _questions.showAbout();
     case Command::ReloadModules:
         _jobs->waitForAll();
@@ -224,10 +226,15 @@ void EditorFrame::openNext(Containers::String folder) {
     proceed();
 }
 
+void EditorFrame::takeDropped() {
+    if(_dropped.isEmpty() || _command != Command::None || ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup)) return;
+    _taken = std::exchange(_dropped, {});
+    _command = Command::OpenDropped;
+}
+
 void EditorFrame::openDropped() {
-    if(_dropped.isEmpty() || ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup)) return;
     Containers::String problem;
-    openNext(findDroppedProject(FileSystem::disk(), std::exchange(_dropped, {}), problem));
+    openNext(findDroppedProject(FileSystem::disk(), std::exchange(_taken, {}), problem));
     if(!problem.isEmpty()) _questions.showFailure(problem);
 }
 

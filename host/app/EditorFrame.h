@@ -111,8 +111,9 @@ public:
     /** Ends the editor, after asking for unsaved changes, which waits until no popup of a view is open. */
     void requestQuit() { _command = Command::Quit; }
 
-    /** Ends the editor without a question; unsaved changes are offered when the project is opened next. Between two frames. */
-    void endKeeping();
+    /** Ends the editor without a question, with the next frame or, where something is being typed, when that is part of the project, which takes
+        one frame more. Unsaved changes are offered when the project is opened next. */
+    void requestEnd() { _command = Command::EndKeeping; }
 
     /** Keeps unsaved changes for who opens the project next, in a moment in which nothing else can be done any more. */
     void keepUnsaved() { _autosave.keepNow(); }
@@ -135,7 +136,9 @@ private:
     void execute(Command command);
     void executeAnswer(Answer answer);
     void openNext(Containers::String folder);
+    void takeDropped();
     void openDropped();
+    void endKeeping();
     void drawStartPage();
     void showChosenTerm();
     void learnLanguages();
@@ -180,6 +183,9 @@ private:
 
     /** What was dropped and not looked at yet. */
     Containers::Array<Containers::String> _dropped;
+
+    /** What @ref Command::OpenDropped is to open. */
+    Containers::Array<Containers::String> _taken;
 
     /** The folder to open when unsaved changes are dealt with; empty to end the editor. */
     Containers::String _nextProject;

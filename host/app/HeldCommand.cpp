@@ -19,6 +19,8 @@ bool needsEdits(const Command command) {
     case Command::Save:
     case Command::OpenProject:
     case Command::NewProject:
+    case Command::OpenDropped:
+    case Command::EndKeeping:
     case Command::Quit: return true;
     default: return false;
     }

@@ -31,7 +31,10 @@ enum class Command : std::uint8_t {
     ResetLayout,
     ReloadModules,
     OpenDocumentation,
-    About
+    About,
+    /* What the desktop or the system asks for, in no menu. */
+    OpenDropped,
+    EndKeeping
 };
 
 namespace MainMenu {

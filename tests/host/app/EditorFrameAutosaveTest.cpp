@@ -117,7 +117,8 @@ TEST_F(EditorFrameAutosaveTest, WhoIsToldToEndKeepsWhatIsNotSavedAndAsksNothing)
     draw(3);
     EXPECT_TRUE(play("change", [](ImGuiTestContext& user) { user.ItemClick("//Counter/Count"); }));
     ASSERT_FALSE(isKept());
-    frame.endKeeping();
+    frame.requestEnd();
+    draw();
     EXPECT_TRUE(frame.isFinished());
     EXPECT_TRUE(isKept());
     EXPECT_TRUE(std::filesystem::exists(root / "first/.editor/imgui.ini"));

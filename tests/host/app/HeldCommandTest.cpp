@@ -1,5 +1,11 @@
 #include "app/HeldCommand.h"
 
+#include <filesystem>
+#include <utility>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/String.h>
+
 #include "EditorFrameTest.h"
 
 namespace QuorvaneEngine::Test {
@@ -99,6 +105,37 @@ TEST_F(HeldCommandTest, WhatIsBeingTypedIsAskedForBeforeTheProjectIsLeft) {
     }));
     EXPECT_TRUE(frame.isFinished());
     EXPECT_EQ(read("first"), "{\n  \"typed\": \"newest\",\n  \"number\": 1\n}\n");
+}
+
+TEST_F(HeldCommandTest, WhatIsBeingTypedIsAskedForBeforeADroppedProjectIsOpened) {
+    EXPECT_TRUE(play("drop", [this](ImGuiTestContext& user) {
+        type(user, "//Counter/typed/##val", "new");
+        Containers::Array<Containers::String> dropped{Corrade::ValueInit, 1};
+        dropped[0] = path("second").c_str();
+        frame.drop(std::move(dropped));
+        user.Yield(4);
+        IM_CHECK(session.folder() == path("first").c_str());
+        IM_CHECK(isShown("Unsaved changes"));
+        user.ItemClick("//Unsaved changes/Save");
+        user.Yield(3);
+    }));
+    EXPECT_EQ(session.folder(), path("second").c_str());
+    EXPECT_EQ(read("first"), "{\n  \"typed\": \"new\",\n  \"number\": 1\n}\n");
+}
+
+TEST_F(HeldCommandTest, WhatIsBeingTypedIsKeptWhenTheSystemEndsTheEditor) {
+    EXPECT_TRUE(play("end", [this](ImGuiTestContext& user) {
+        user.ItemDoubleClick("//Counter/number/##val");
+        user.KeyCharsReplace("25");
+        user.Yield(2);
+        IM_CHECK(!session.hasUnsavedChanges());
+        frame.requestEnd();
+        user.Yield(2);
+        IM_CHECK(frame.isFinished());
+    }));
+    EXPECT_TRUE(session.hasUnsavedChanges());
+    EXPECT_TRUE(std::filesystem::exists(root / "first/.editor/autosave"));
+    EXPECT_EQ(read("first"), Before);
 }
 
 TEST_F(HeldCommandTest, AFieldThatHoldsNothingOfTheProjectSavesNothing) {
