@@ -70,7 +70,7 @@ def main():
         relative = os.path.relpath(source, ROOT)
         if not relative.startswith(ROOMS) or (wanted and source not in wanted):
             continue
-        parts = [checks, entry["command"], digests.of(source)]
+        parts = [checks, *ANALYZER, entry["command"], digests.of(source)]
         words = shlex.split(entry["command"])
         parts += [digests.of(name) for name in headers.get(words[words.index("-o") + 1], [])]
         stamp = stamps / hashlib.sha256("\n".join(parts).encode()).hexdigest()

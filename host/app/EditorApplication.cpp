@@ -128,6 +128,7 @@ public:
         Containers::ArrayView<const ViewCondition> conditions)
         : _window{window},
           _line{line},
+          _signals{takesPicture(line) ? nullptr : new TerminationSignals},
           _renderer{window},
           _note{userFolder(line)},
           _modules{moduleFolders(line), &_note},
@@ -154,11 +155,10 @@ public:
         if(!_line.project.isEmpty() && !_frame.open(_line.project, access) && isPicture) return ExitCode::Failure;
         if(isPicture) return takePicture();
         _window.setLossHandler([](void* const frame) { static_cast<EditorFrame*>(frame)->keepUnsaved(); }, &_frame);
-        const TerminationSignals signals;
         while(!_frame.isFinished()) {
             followProject();
             waitForInput();
-            if(signals.isAsked()) {
+            if(_signals->isAsked()) {
                 endKeeping();
                 break;
             }
@@ -287,6 +287,8 @@ private:
 
     DesktopWindow& _window;
     const CommandLine& _line;
+    /** Before modules are loaded, which would be blamed for the end. Null for a picture, which leaves nothing to keep. */
+    Containers::Pointer<TerminationSignals> _signals;
     GuiContext _context;
     Renderer _renderer;
     JobSystem _jobs{WorkerThreads};

@@ -18,10 +18,16 @@ TEST_P(TerminationSignalsTest, TheFirstOneIsAQuestion) {
     EXPECT_TRUE(signals.isAsked());
 }
 
-TEST_P(TerminationSignalsTest, TheSecondOneEndsTheProcess) {
+TEST_P(TerminationSignalsTest, SoonAfterwardsItIsTheSameQuestion) {
+    const TerminationSignals signals{3600.0};
+    for(const int signal: {GetParam(), GetParam(), SIGTERM, SIGHUP}) std::raise(signal);
+    EXPECT_TRUE(signals.isAsked());
+}
+
+TEST_P(TerminationSignalsTest, ALaterOneEndsTheProcess) {
     EXPECT_EXIT(
         {
-            const TerminationSignals signals;
+            const TerminationSignals signals{0.0};
             std::raise(GetParam());
             std::raise(GetParam());
         },
