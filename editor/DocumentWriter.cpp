@@ -71,6 +71,7 @@ void DocumentWriter::remove(const Containers::StringView path) {
             erased = value;
             erasedFrom = container;
         }
+        if(!value) break;
         container = value;
     }
     if(erasedFrom) eraseChild(*erasedFrom, erased);
