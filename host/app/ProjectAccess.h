@@ -19,7 +19,7 @@ public:
     enum class Kind : std::uint8_t {
         Write, /**< other programs are kept from saving the project */
         Read, /**< another program has it; it is taken as soon as that one has closed it */
-        Picture /**< nothing is written, and nobody is asked */
+        Picture /**< nothing is written but the end of a save that was cut short, and nobody is asked */
     };
 
     /** @param session  must outlive this object */
