@@ -41,7 +41,7 @@ public:
     static constexpr std::size_t MaxSearched = 1024;
 
     /** What is done in a frame, in bytes that are compared with a character: a few milliseconds. */
-    static constexpr std::size_t FrameWork = 600'000;
+    static constexpr std::size_t FrameWork = 2'400'000;
 
     /** @param project  must outlive this object */
     explicit TermSearch(ProjectFile& project);

@@ -123,7 +123,7 @@ TEST_F(TermSearchTest, AChangeOfTheProjectBeginsTheSearchAnew) {
 }
 
 TEST_F(TermSearchTest, ALargeProjectIsSearchedInPartsAndKnownFromThenOn) {
-    constexpr std::size_t Terms = 6000;
+    constexpr std::size_t Terms = 24000;
     load(large(Terms));
     search.start("number 5432");
     search.update();
