@@ -32,9 +32,7 @@ Choice draw(const std::vector<Containers::String>& recent) {
     ImGui::SetNextWindowPos(viewport.WorkPos);
     ImGui::SetNextWindowSize(viewport.WorkSize);
     StyleGuard style;
-    style.color(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_DockingEmptyBg))
-        .variable(ImGuiStyleVar_WindowRounding, 0.0f)
-        .variable(ImGuiStyleVar_WindowBorderSize, 0.0f);
+    style.variable(ImGuiStyleVar_WindowRounding, 0.0f).variable(ImGuiStyleVar_WindowBorderSize, 0.0f);
     constexpr ImGuiWindowFlags Flags = ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoDocking |
         ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_NoBringToFrontOnFocus;
     const WindowGuard window{ImGui::Begin("Start", nullptr, Flags)};
