@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Draws the pictures of the user's guide anew, and puts those that README.md and the guide show into docs/pictures.
+# Draws the pictures of the user's guide anew, and puts those that README.md and docs/ show into docs/pictures.
 #
 # All of them go to build/debug/pictures first. They show the sample project as /games/lighthouse, so that folder is made and
 # removed. Look at each before it is committed.
@@ -20,7 +20,7 @@ for look in dark light dark_2 light_2; do
     TMPDIR=/games QUORVANE_PICTURES=$pictures scripts/with-display.sh --size 2000x1300 \
         build/debug/bin/tests/guide-picture-tests --gtest_filter="*/$look"
 done
-for name in $(grep -oh 'guide-[a-z0-9-]*\.png' README.md docs/user-guide.md | sort -u); do
+for name in $(grep -oh 'guide-[a-z0-9-]*\.png' README.md docs/user-guide.md docs/pictures.md | sort -u); do
     cp "$pictures/$name" docs/pictures/
     echo "docs/pictures/$name"
 done
