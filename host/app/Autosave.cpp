@@ -8,6 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include <unistd.h>
+
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Utility/Debug.h>
 #include <rapidjson/document.h>
 
@@ -29,6 +32,10 @@ constexpr std::string_view Format{"quorvane-autosave 1 "};
 /** How long a frame may be held up, and how many values are written between two looks at the clock. */
 constexpr std::chrono::milliseconds Slice{3};
 constexpr std::size_t SliceMembers = 200;
+
+/** Of the names under which bytes lie before they are in place: those that a job writes, and those that are written at once. */
+constexpr const char* NewSuffix = ".new";
+constexpr const char* NowSuffix = ".now";
 
 /** Characters of a fingerprint. */
 constexpr std::size_t FingerprintSize = 16;
@@ -104,7 +111,29 @@ Autosave::~Autosave() = default;
 
 Containers::String Autosave::place(const char* const name) const { return _folder + "/.editor/" + name; }
 
+Containers::String Autosave::aside(const char* const suffix) const {
+    // Another program, that has lost the project since, may write at the same time.
+    return place("autosave.") + (std::to_string(::getpid()) + suffix).c_str();
+}
+
+void Autosave::removeAsides() {
+    const Containers::String folder = _folder + "/.editor";
+    Containers::Array<Containers::String> names;
+    _files->listFolder(folder, names);
+    for(const Containers::StringView name: names)
+        if(name.hasPrefix("autosave.") && (name.hasSuffix(NewSuffix) || name.hasSuffix(NowSuffix)))
+            _files->removeFile(folder + "/" + name);
+}
+
+void Autosave::cancelTask() {
+    if(!_task) return;
+    const std::lock_guard lock{_task->mutex};
+    _task->isCancelled = true;
+}
+
 Autosave::Found Autosave::begin(const bool isWriting) {
+    // By now the file may be another program's, or be asked for.
+    cancelTask();
     _found = nullptr;
     _writer = nullptr;
     _failure = {};
@@ -112,7 +141,9 @@ Autosave::Found Autosave::begin(const bool isWriting) {
     _seenRevision = _keptRevision = _failedRevision = -1;
     _isWaiting = false;
     _folder = isWriting ? Containers::String{_session->folder()} : Containers::String{};
-    return _folder.isEmpty() ? Found::Nothing : read();
+    if(_folder.isEmpty()) return Found::Nothing;
+    removeAsides();
+    return read();
 }
 
 Autosave::Found Autosave::read() {
@@ -178,10 +209,7 @@ void Autosave::discard() {
     _keptRevision = -1;
     _isWaiting = false;
     if(!std::exchange(_isKept, false)) return;
-    if(_task) {
-        const std::lock_guard lock{_task->mutex};
-        _task->isCancelled = true;
-    }
+    cancelTask();
     _files->removeFile(place("autosave"));
 }
 
@@ -262,7 +290,7 @@ void Autosave::keep() {
     _task = std::make_shared<Task>();
     _task->path = place("autosave");
     _jobs->dispatch(
-        [task = _task, copy = std::make_shared<Copy>(copy()), aside = place("autosave.new")] {
+        [task = _task, copy = std::make_shared<Copy>(copy()), aside = aside(NewSuffix)] {
             const int error = copy->write(aside, *task);
             const std::lock_guard lock{task->mutex};
             task->error = error;
@@ -274,16 +302,13 @@ void Autosave::keep() {
 void Autosave::keepNow() {
     if(_folder.isEmpty() || _found || !_session->project().document().IsObject() || !_session->hasUnsavedChanges())
         return;
-    if(_task) {
-        // What it writes may be older.
-        const std::lock_guard lock{_task->mutex};
-        _task->isCancelled = true;
-    }
+    // What it writes may be older.
+    cancelTask();
     _writer.emplace(_session->project().document());
     while(!_writer->write(SliceMembers)) {
     }
     Task task;
-    const int error = copy().write(place("autosave.now"), task);
+    const int error = copy().write(aside(NowSuffix), task);
     if(error)
         Corrade::Utility::Warning{} << "Autosave::keepNow():" << place("autosave") << Corrade::Utility::Warning::nospace
                                     << ":" << systemReason("written", error) << Corrade::Utility::Warning::nospace

@@ -56,7 +56,9 @@ public:
         Where the document has unsaved changes of its own, as when another program's project becomes this one's, there is nothing to choose: what was found
         is renamed to `.editor/autosave.of-another`, or that with the first number that is free, and the new name is a warning. Where that
         fails, the file stays, and nothing is kept.
-        @param isWriting    whether the project is this program's to write; else its copy is another one's, and nothing is done */
+        What a program that ended in the middle has left aside is removed.
+        @param isWriting    whether the project is this program's to write; else its copy is another one's: nothing is done, and what is on its way to
+            the disk is not put in place any more */
     Found begin(bool isWriting);
 
     /** Takes what was found over as the document, unsaved. The file stays until it is saved. */
@@ -83,6 +85,9 @@ private:
     struct Copy;
 
     Containers::String place(const char* name) const;
+    Containers::String aside(const char* suffix) const;
+    void removeAsides();
+    void cancelTask();
     Found read();
     void setAside(const Containers::String& path);
     bool isReady(double now);

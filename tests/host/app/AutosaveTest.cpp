@@ -76,7 +76,7 @@ TEST_F(AutosaveTest, NothingIsKeptBeforeSomeQuietSecondsNorInAGroup) {
     }
     program.wait();
     EXPECT_TRUE(disk.exists(File));
-    EXPECT_FALSE(disk.exists("/p/.editor/autosave.new"));
+    EXPECT_FALSE(isAnythingAside());
     const std::size_t changes = disk.changes;
     program.wait(100.0);
     EXPECT_EQ(disk.changes, changes) << "written once";
@@ -125,7 +125,7 @@ TEST_F(AutosaveTest, WhoIsAboutToEndKeepsWhatHeHasAtOnce) {
     program.push("/x", 2);
     program.autosave.keepNow();
     ASSERT_TRUE(disk.exists(File));
-    EXPECT_FALSE(disk.exists("/p/.editor/autosave.now"));
+    EXPECT_FALSE(isAnythingAside());
     Program next{disk};
     ASSERT_EQ(next.open(), Found::Changes);
     next.autosave.keepNow();
@@ -141,7 +141,7 @@ TEST_F(AutosaveTest, WhatIsKeptAtOnceIsNotReplacedByAnOlderCopyThatComesLate) {
     program.push("/x", 3);
     program.autosave.keepNow();
     program.jobs.runMainThreadJobs();
-    EXPECT_FALSE(disk.exists("/p/.editor/autosave.new"));
+    EXPECT_FALSE(isAnythingAside());
     Program next{disk};
     ASSERT_EQ(next.open(), Found::Changes);
     next.autosave.restore();
@@ -186,7 +186,19 @@ TEST_F(AutosaveTest, AJobThatComesLateBringsNothingBack) {
     program.autosave.discard();
     program.jobs.runMainThreadJobs();
     EXPECT_FALSE(disk.exists(File));
-    EXPECT_FALSE(disk.exists("/p/.editor/autosave.new"));
+    EXPECT_FALSE(isAnythingAside());
+}
+
+TEST_F(AutosaveTest, AJobThatComesLateLeavesTheCopyOfWhoHasTheProjectNow) {
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    for(; program.now < Autosave::Quiet + 1.0; program.now += 0.1) program.autosave.update(program.now);
+    disk.put(File, "another program's");
+    EXPECT_EQ(program.autosave.begin(false), Found::Nothing);
+    program.jobs.runMainThreadJobs();
+    EXPECT_EQ(read(), "another program's");
+    EXPECT_FALSE(isAnythingAside());
 }
 
 TEST_F(AutosaveTest, TheCopyOfAnotherProgramIsLeftAlone) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <Corrade/Containers/Array.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
@@ -69,6 +70,15 @@ protected:
         Containers::String bytes;
         EXPECT_EQ(disk.readFile(path, bytes), 0);
         return {bytes.data(), bytes.size()};
+    }
+
+    /** Whether there are bytes that are not in place. */
+    bool isAnythingAside() {
+        Containers::Array<Containers::String> names;
+        EXPECT_EQ(disk.listFolder("/p/.editor", names), 0);
+        for(const Containers::StringView name: names)
+            if(name.hasSuffix(".new") || name.hasSuffix(".now")) return true;
+        return false;
     }
 
     MemoryFileSystem disk;

@@ -1,6 +1,9 @@
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <string>
+
+#include <unistd.h>
 
 #include "AutosaveTest.h"
 #include "host/localization/TestFolder.h"
@@ -142,8 +145,8 @@ TEST_F(AutosaveTroubleTest, WhatCannotBePutAsideIsNotWrittenOver) {
     reader.open(false);
     reader.push("/x", 7);
     const CapturedOutput output;
-    // Reading is one step.
-    disk.failAt(1, EACCES);
+    // The folder is listed and the file is read first.
+    disk.failAt(2, EACCES);
     EXPECT_EQ(reader.autosave.begin(true), Found::Nothing);
     disk.behave();
     EXPECT_EQ(output.warning(),
@@ -208,6 +211,31 @@ TEST_F(AutosaveTroubleTest, TheCopyHasTheRightsOfTheProject) {
     session.changes().pushChange("/x", rapidjson::Value{2}, false);
     autosave.keepNow();
     EXPECT_EQ(std::filesystem::status(folder / ".editor/autosave").permissions(), rights);
+}
+
+TEST_F(AutosaveTroubleTest, WhatAProgramLeftAsideBearsItsNumberAndIsRemovedByTheNextOneThatWrites) {
+    const std::string aside = "/p/.editor/autosave." + std::to_string(getpid());
+    const auto lose = [this](const std::function<void(Program&)>& keep, const std::string& name) {
+        {
+            Program program{disk};
+            program.open();
+            program.push("/x", 2);
+            disk.losePowerAfter(2);
+            EXPECT_THROW(keep(program), MemoryFileSystem::PowerLoss);
+        }
+        disk.powerOn(MemoryFileSystem::Kept::Everything, 1);
+        EXPECT_TRUE(disk.exists(name));
+    };
+    lose([](Program& program) { program.autosave.keepNow(); }, aside + ".now");
+    Program reader{disk};
+    reader.open(false);
+    EXPECT_TRUE(isAnythingAside()) << "it may be on its way to its place";
+    lose([](Program& program) { program.wait(); }, aside + ".new");
+    disk.put("/p/.editor/autosave.of-another", "kept");
+    Program next{disk};
+    next.open();
+    EXPECT_FALSE(isAnythingAside());
+    EXPECT_EQ(read("/p/.editor/autosave.of-another"), "kept");
 }
 
 TEST_F(AutosaveTroubleTest, APowerLossLeavesTheOldCopyOrTheNew) {
