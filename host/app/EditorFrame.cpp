@@ -290,11 +290,14 @@ void EditorFrame::lookAtDisk() {
     if(now < _nextLook || !hasProject() || _questions.isAsking(Question::Changed) ||
         _questions.isAsking(Question::SaveOver) || !_questions.failure().isEmpty())
         return;
-    // A key that is meant for the text would answer.
-    if(ImGui::GetIO().WantTextInput) return;
     _nextLook = now + LookPeriod;
+    // A key that is meant for the text would answer. Who may write already is asked nothing.
+    if(ImGui::GetIO().WantTextInput) {
+        if(!isReadOnly()) updateAccess();
+        return;
+    }
     // The answer holds for what was there when it was given.
-    if(_putOff && _putOff == projectState(FileSystem::disk(), _session->folder())) return;
+    if(_putOff && _putOff == projectState(FileSystem::disk(), _session->folder())) return updateAccess();
     _putOff = 0;
     if(!askForChanges(Question::Changed)) updateAccess();
 }

@@ -122,6 +122,45 @@ TEST_F(EditorFrameTest, WhatTheOtherProgramSavedIsAskedForBeforeTheProjectIsTake
     EXPECT_EQ(counted(), 2);
 }
 
+TEST_F(EditorFrameTest, WhoWantsToHearOfChangesLaterTakesTheProjectAllTheSame) {
+    OtherProgram other{path("first")};
+    ASSERT_TRUE(frame.open(path("first").c_str(), EditorFrame::Access::Read));
+    EXPECT_TRUE(play("wait", [this, &other](ImGuiTestContext& user) {
+        write("first", R"({"name": "first", "other": true, "counted": 2})");
+        user.Yield(LookFrames);
+        user.ItemClick("//Changed on disk/Later");
+        other.end();
+        user.Yield(LookFrames);
+        IM_CHECK(session.isLocked());
+        IM_CHECK(!frame.isReadOnly());
+        IM_CHECK(!user.ItemExists("//Changed on disk/Later"));
+    }));
+    EXPECT_EQ(counted(), 0);
+}
+
+TEST_F(EditorFrameTest, WhileATextIsTypedALockThatIsLostIsTakenAgainAndNoOtherIs) {
+    ASSERT_TRUE(open("first"));
+    EXPECT_TRUE(play("type", [this](ImGuiTestContext& user) {
+        user.ItemInput("//Counter/Field");
+        std::filesystem::remove_all(root / "first/.editor");
+        user.Yield(LookFrames);
+        IM_CHECK(ImGui::GetIO().WantTextInput);
+        IM_CHECK(session.isLocked());
+    }));
+    OtherProgram other{path("second")};
+    ASSERT_TRUE(frame.open(path("second").c_str(), EditorFrame::Access::Read));
+    EXPECT_TRUE(play("type on", [this, &other](ImGuiTestContext& user) {
+        user.ItemInput("//Counter/Field");
+        other.end();
+        user.Yield(2 * LookFrames);
+        IM_CHECK(ImGui::GetIO().WantTextInput);
+        IM_CHECK(frame.isReadOnly());
+        user.KeyPress(ImGuiKey_Escape);
+        user.Yield(LookFrames);
+        IM_CHECK(!frame.isReadOnly());
+    }));
+}
+
 TEST_F(EditorFrameTest, WhoReadsLeavesTheProjectsLayoutAlone) {
     EditorSession other;
     FileError refusal;
