@@ -140,6 +140,7 @@ Autosave::Found Autosave::begin(const bool isWriting) {
     _isKept = false;
     _seenRevision = _keptRevision = _failedRevision = -1;
     _isWaiting = false;
+    _isRefused = !isWriting;
     _folder = isWriting ? Containers::String{_session->folder()} : Containers::String{};
     if(_folder.isEmpty()) return Found::Nothing;
     removeAsides();
@@ -194,6 +195,7 @@ void Autosave::setAside(const Containers::String& path) {
         warning << Corrade::Utility::Warning::nospace << ", and the file" << systemReason("renamed", error)
                 << Corrade::Utility::Warning::nospace << "; unsaved changes are not kept for the case of a crash";
         _folder = {};
+        _isRefused = true;
     }
 }
 
@@ -217,6 +219,7 @@ void Autosave::end() {
     if(!_found) discard();
     _found = nullptr;
     _folder = {};
+    _isRefused = false;
 }
 
 bool Autosave::takeResult(const double now) {
@@ -300,8 +303,17 @@ void Autosave::keep() {
 }
 
 void Autosave::keepNow() {
-    if(_folder.isEmpty() || _found || !_session->project().document().IsObject() || !_session->hasUnsavedChanges())
+    if((_folder.isEmpty() && !_isRefused) || !_session->project().document().IsObject() ||
+        !_session->hasUnsavedChanges())
         return;
+    if(_isRefused || _found) {
+        Corrade::Utility::Warning{} << "Autosave::keepNow():" << _session->folder()
+                                    << Corrade::Utility::Warning::nospace
+                                    << (_found ? ": what was kept before waits for an answer"
+                                               : ": nothing can be kept here, as in a project that is read-only")
+                                    << Corrade::Utility::Warning::nospace << "; unsaved changes are lost";
+        return;
+    }
     // What it writes may be older.
     cancelTask();
     _writer.emplace(_session->project().document());

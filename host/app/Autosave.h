@@ -74,7 +74,8 @@ public:
         @param now  in seconds */
     void update(double now);
 
-    /** Keeps unsaved changes in this very moment, for who is about to end without a question. */
+    /** Keeps unsaved changes in this very moment, for who is about to end without a question. Where they cannot be kept, as in a project that is another
+        program's to write, or while what was found waits for an answer, a warning says that they are lost. */
     void keepNow();
 
     /** Whether some of the document is to be written out in the next frame. */
@@ -102,6 +103,9 @@ private:
 
     /** Of the project; empty where nothing is done. */
     Containers::String _folder;
+
+    /** Whether there is a project whose copy is not this program's to write. */
+    bool _isRefused = false;
 
     Containers::Pointer<rapidjson::Document> _found;
     Containers::Pointer<SteppedJsonWriter> _writer;

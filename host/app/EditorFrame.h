@@ -112,7 +112,7 @@ public:
     void requestQuit() { _command = Command::Quit; }
 
     /** Ends the editor without a question, with the next frame or, where something is being typed, when that is part of the project, which takes
-        one frame more. Unsaved changes are offered when the project is opened next. */
+        one frame more. Unsaved changes are offered when the project is opened next; those of a project that is read-only are lost, with a warning. */
     void requestEnd() { _command = Command::EndKeeping; }
 
     /** Keeps unsaved changes for who opens the project next, in a moment in which nothing else can be done any more. */

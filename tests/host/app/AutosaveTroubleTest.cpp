@@ -28,6 +28,28 @@ TEST_F(AutosaveTroubleTest, WhatCannotBeKeptAtOnceIsAWarning) {
         "lost\n");
 }
 
+TEST_F(AutosaveTroubleTest, WhoMayNotKeepWhatHeHasIsToldThatItIsLost) {
+    crash();
+    Program reader{disk};
+    reader.open(false);
+    const std::string start = "Autosave::keepNow(): /p: ", end = "; unsaved changes are lost\n";
+    const auto warning = [&reader] {
+        const CapturedOutput output;
+        reader.autosave.keepNow();
+        return output.warning();
+    };
+    EXPECT_EQ(warning(), "") << "nothing has changed";
+    ASSERT_EQ(reader.autosave.begin(true), Found::Changes);
+    reader.push("/x", 7);
+    EXPECT_EQ(warning(), start + "what was kept before waits for an answer" + end);
+    reader.autosave.begin(false);
+    EXPECT_EQ(warning(), start + "nothing can be kept here, as in a project that is read-only" + end);
+    reader.autosave.end();
+    EXPECT_EQ(warning(), "") << "who leaves them behind knows it";
+    Program next{disk};
+    EXPECT_EQ(next.open(), Found::Changes) << "what another program kept is as it was";
+}
+
 TEST_F(AutosaveTroubleTest, BytesThatAreNoTextAreReplacedAndAllElseIsRestored) {
     {
         Program program{disk};
