@@ -78,6 +78,8 @@ bool EditorFrame::open(Containers::StringView folder, Access access) {
         return false;
     }
     saveLayout();
+    // Those of the GUI thread would change the project that comes.
+    _jobs->waitForAll();
     const std::size_t first = _log->count();
     if(!_session->open(folder)) {
         const Containers::String problems = _log->problemsSince(first);
@@ -115,6 +117,8 @@ void EditorFrame::askForKept() {
 }
 
 void EditorFrame::restore() {
+    _exchange.stop();
+    _jobs->waitForAll();
     _autosave.restore();
     _exchange.reset();
     learnLanguages();

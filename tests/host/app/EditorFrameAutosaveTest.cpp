@@ -99,6 +99,29 @@ TEST_F(EditorFrameAutosaveTest, KeptChangesAreRestoredIfTheUserWishes) {
     EXPECT_NE(read("first").find("\"counted\": 2"), std::string::npos);
 }
 
+TEST_F(EditorFrameAutosaveTest, AJobForTheGuiThreadDoesNotChangeWhatIsRestoredAfterIt) {
+    crash();
+    ASSERT_TRUE(open("first"));
+    EXPECT_TRUE(play("restore", [this](ImGuiTestContext& user) {
+        user.Yield(10);
+        // Dispatched by a job of the frame in which the answer is heard.
+        gui.prepareFrames([this, wasAsked = true]() mutable {
+            const bool isAsked = ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup);
+            if(wasAsked && !isAsked) {
+                const auto change = [this] { session.changes().pushChange("/other", rapidjson::Value{1}, false); };
+                jobs.dispatch(
+                    [this, change] { jobs.dispatch(change, {}, JobFlag::MainThread); }, {}, JobFlag::MainThread);
+            }
+            wasAsked = isAsked;
+            frame.prepare();
+        });
+        user.ItemClick("//Kept changes/Restore");
+        user.Yield(5);
+    }));
+    EXPECT_EQ(counted(), 1);
+    EXPECT_FALSE(session.project().root()["/other"].value());
+}
+
 TEST_F(EditorFrameAutosaveTest, KeptChangesAreDiscardedIfTheUserWishes) {
     crash();
     ASSERT_TRUE(open("first"));

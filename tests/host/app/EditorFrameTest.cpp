@@ -88,6 +88,16 @@ TEST_F(EditorFrameTest, TheDefaultLayoutGivesTheViewTheDockSpace) {
     EXPECT_GT(window->Size.y, viewport.WorkSize.y * 0.9f);
 }
 
+TEST_F(EditorFrameTest, AJobForTheGuiThreadChangesNoProjectThatIsOpenedAfterIt) {
+    ASSERT_TRUE(open("first"));
+    const auto change = [this] { session.changes().pushChange("/counted", rapidjson::Value{1}, false); };
+    jobs.dispatch([this, change] { jobs.dispatch(change, {}, JobFlag::MainThread); }, {}, JobFlag::MainThread);
+    ASSERT_TRUE(open("second"));
+    EXPECT_EQ(counted(), 0);
+    EXPECT_FALSE(session.hasUnsavedChanges());
+    EXPECT_FALSE(session.changes().canUndo());
+}
+
 TEST_F(EditorFrameTest, MainThreadJobsRunBetweenFrames) {
     bool inside = true;
     jobs.dispatch([&] { inside = ImGui::GetCurrentContext()->WithinFrameScope; }, {}, JobFlag::MainThread);
