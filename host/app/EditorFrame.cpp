@@ -261,6 +261,7 @@ void EditorFrame::executeAnswer(Answer answer) {
     case Answer::Restore: return restore();
     case Answer::DropCopy: return _autosave.discard();
     case Answer::LeaveOut: return _desktop.leftOut->leaveOut(_desktop.leftOut->suspect());
+    case Answer::LeaveOutNow: return _desktop.leftOut->putOff(_desktop.leftOut->suspect());
     case Answer::LoadAnyway: return load(Containers::String{_desktop.leftOut->suspect()});
     case Answer::SaveOver:
         _session->keepDocument();

@@ -130,13 +130,19 @@ void LeftOutModules::leaveOut(const Containers::StringView module) {
     change(module, [](std::vector<Entry>& entries, const LoadNote::Library& library) { put(entries, library, true); });
 }
 
+void LeftOutModules::putOff(const Containers::StringView module) {
+    // The name may view the entry that goes away.
+    const Containers::String name{module};
+    std::erase_if(_suspects, [&](const Containers::String& suspect) { return suspect == name; });
+}
+
 void LeftOutModules::forget(const Containers::StringView module) { change(module, remove); }
 
 void LeftOutModules::change(
     const Containers::StringView module, void (*const how)(std::vector<Entry>&, const LoadNote::Library&)) {
     // The name may view the entry that goes away.
     const Containers::String name{module};
-    std::erase_if(_suspects, [&](const Containers::String& suspect) { return suspect == name; });
+    putOff(name);
     if(!_file.isKept()) return;
     // With what another editor has put there meanwhile.
     std::vector<Entry> entries = read();

@@ -39,6 +39,9 @@ public:
     /** Leaves a module out from now on, that is from the next start on where it is loaded. Written at once. */
     void leaveOut(Containers::StringView module);
 
+    /** Leaves the user's answer to the next start, which asks again. */
+    void putOff(Containers::StringView module);
+
     /** Leaves a module out no longer: to be called before it is loaded. Written at once. */
     void forget(Containers::StringView module);
 

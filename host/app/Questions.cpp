@@ -62,8 +62,10 @@ constexpr Form Forms[]{
         "Restore them, and they are unsaved changes of this project. Discard them, and they are lost.",
         {{"Restore", Answer::Restore}, {"Discard", Answer::DropCopy}, {}}, Answer::None},
     {"Plug-in trouble", ICON_FA_PLUG_CIRCLE_XMARK, "The editor died while it was loading a plug-in",
-        "Left out, it stays so until it is loaded in View > Plug-ins, or its file is another one.",
-        {{"Leave out", Answer::LeaveOut}, {"Load anyway", Answer::LoadAnyway}, {}}, Answer::LeaveOut},
+        "Left out, it stays so until it is loaded in View > Plug-ins, or its file is another one. The key Escape "
+        "leaves "
+        "it out this time, and the next start asks again.",
+        {{"Leave out", Answer::LeaveOut}, {"Load anyway", Answer::LoadAnyway}, {}}, Answer::LeaveOutNow},
     {"Project not saved", ICON_FA_LOCK, "This project is read-only here",
         "Your changes stay here, unsaved. They can be saved as soon as the other program has closed the project; "
         "then it says so.",

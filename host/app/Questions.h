@@ -16,7 +16,7 @@ enum class Question : std::uint8_t {
     Changed, /**< what to do with files that somebody else has changed: Reload, KeepMine, Later */
     SaveOver, /**< whether to save over files that somebody else has changed: SaveOver, Reload, Cancel */
     Restore, /**< what to do with changes that a program has kept that did not end well: Restore, DropCopy */
-    Suspect, /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway */
+    Suspect, /**< what to do with a module that an editor died with: LeaveOut, LoadAnyway, LeaveOutNow */
     ReadOnly /**< no question: why the project cannot be saved; Cancel */
 };
 
@@ -34,6 +34,7 @@ enum class Answer : std::uint8_t {
     Restore,
     DropCopy,
     LeaveOut,
+    LeaveOutNow,
     LoadAnyway
 };
 

@@ -147,11 +147,13 @@ TEST_F(EditorDesktop, APluginThatTheEditorDiedWithIsLeftOutOnceTheUserSaysSo) {
 
     std::string asked{Before};
     asked.insert(asked.find("--project"), "--modules \"$MODULES\" ");
-    // Escape is the answer that harms nobody.
+    // The first answer is the one that harms nobody; the arrow shows that it is selected.
     asked += R"(
 tries=0
 until grep -q '"answered": true' "$LIST" || [ $tries -gt 60 ]; do
-    xdotool key Escape
+    xdotool key Left
+    sleep 0.3
+    xdotool key Return
     sleep 1
     tries=$((tries + 1))
 done

@@ -161,6 +161,7 @@ TEST_P(EditorFrameModules, WhatDiesAgainIsAskedAboutAgain) {
     }));
     EXPECT_EQ(start.modules.module("Dying"), nullptr);
     EXPECT_EQ(start.leftOut.suspect(), "");
+    EXPECT_EQ(LeftOutModules((folder / "data").c_str(), start.modules).suspect(), "Dying") << "Escape is no answer";
 }
 
 TEST_P(EditorFrameModules, AnEditorThatEndsWellLeavesNothing) {
