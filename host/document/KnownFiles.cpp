@@ -37,6 +37,9 @@ bool isOfTranslations(const std::string_view name) {
         ProjectStorage::isLanguageCode(string(name.substr(0, name.size() - Suffix.size())));
 }
 
+/** Whether an error of looking at a file says that there is none. */
+bool isAbsent(const int error) { return error == ENOENT || error == ENOTDIR; }
+
 }
 
 KnownFiles::KnownFiles(FileSystem& files, const Containers::StringView folder, const Clock clock)
@@ -88,8 +91,9 @@ void KnownFiles::noteRemoved(const Containers::StringView path) {
 KnownFiles::Look KnownFiles::look(File& file) const {
     FileStamp stamp;
     const int error = _files->stampOf(file.place, stamp);
-    if(error == ENOSYS || (!error && stamp == file.stamp && !file.isYoung)) return Look::Same;
-    if(error) return Look::Missing;
+    if(isAbsent(error)) return Look::Missing;
+    // What cannot be looked at, as on a disk of a network that does not answer, may be as it was.
+    if(error || (stamp == file.stamp && !file.isYoung)) return Look::Same;
     Containers::String bytes;
     if(_files->readFile(file.place, bytes) || bytes.size() != file.size || hashOf(bytes) != file.hash)
         return Look::Changed;
@@ -148,10 +152,7 @@ DiskState KnownFiles::look(Containers::String* const changed) {
 bool KnownFiles::isMissing(const Containers::StringView path) const {
     FileStamp stamp;
     for(const File& file: _known)
-        if(file.path == path) {
-            const int error = _files->stampOf(file.place, stamp);
-            return error && error != ENOSYS;
-        }
+        if(file.path == path) return isAbsent(_files->stampOf(file.place, stamp));
     return false;
 }
 

@@ -1,5 +1,6 @@
 #include "KnownFiles.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <string>
 
@@ -245,6 +246,37 @@ TEST(KnownFilesDisk, LookingAllocatesNothing) {
     EXPECT_EQ(allocationCount(), allocations);
     folder.write("localization/fr.json", "[]");
     EXPECT_EQ(known.look(), DiskState::Changed);
+}
+
+/** One that answers with an error where it is asked to look at a file. */
+class SilentFileSystem: public MemoryFileSystem {
+public:
+    int stampOf(Containers::StringView path, FileStamp& stamp) override {
+        return error ? error : MemoryFileSystem::stampOf(path, stamp);
+    }
+
+    int error = 0;
+};
+
+TEST(KnownFilesSilent, AFileIsMissingOnlyWhereTheDiskSaysSo) {
+    SilentFileSystem disk;
+    KnownFiles known{disk, "/p"};
+    disk.put("/p/project.json", "{}");
+    known.noteRead("project.json", known.stampOf("project.json"), "{}");
+    for(const int error: {EIO, ESTALE, EACCES, ETIMEDOUT}) {
+        disk.error = error;
+        EXPECT_EQ(known.look(), DiskState::Same) << error;
+        EXPECT_FALSE(known.isMissing("project.json")) << error;
+        EXPECT_TRUE(known.learn().empty()) << error;
+    }
+    for(const int error: {ENOENT, ENOTDIR}) {
+        disk.error = error;
+        EXPECT_EQ(known.look(), DiskState::Gone) << error;
+        EXPECT_TRUE(known.isMissing("project.json")) << error;
+    }
+    disk.error = 0;
+    disk.put("/p/project.json", "[]");
+    EXPECT_EQ(known.look(), DiskState::Changed) << "nothing was forgotten";
 }
 
 /** One that cannot tell. */
