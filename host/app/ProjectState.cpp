@@ -21,8 +21,8 @@ void mix(std::uint64_t& state, FileSystem& files, const Containers::StringView p
     for(const char byte: path) mix(state, std::uint8_t(byte));
     FileStamp stamp;
     const int error = files.stampOf(path, stamp);
-    for(const std::uint64_t value:
-        {stamp.device, stamp.file, stamp.size, std::uint64_t(stamp.changed), std::uint64_t(error)})
+    for(const std::uint64_t value: {stamp.device, stamp.file, stamp.size, std::uint64_t(stamp.changed),
+            std::uint64_t(stamp.touched), std::uint64_t(error)})
         mix(state, value);
 }
 

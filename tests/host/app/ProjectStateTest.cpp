@@ -33,5 +33,26 @@ TEST(ProjectState, ChangesWithEveryFileOfTheProjectAndWithNoOther) {
     EXPECT_NE(projectState(files, "/nowhere"), 0u);
 }
 
+/** One whose files can be changed by who sets the size and the time back. */
+class TouchedFileSystem: public MemoryFileSystem {
+public:
+    int stampOf(Containers::StringView path, FileStamp& stamp) override {
+        const int error = MemoryFileSystem::stampOf(path, stamp);
+        if(!error) stamp.touched = touched;
+        return error;
+    }
+
+    std::int64_t touched = 1;
+};
+
+TEST(ProjectState, ChangesWithAFileWhoseAuthorSetsTheTimeBack) {
+    TouchedFileSystem files;
+    files.put("/p/project.json", "{}");
+    const std::uint64_t before = projectState(files, "/p");
+    EXPECT_EQ(projectState(files, "/p"), before);
+    files.touched = 2;
+    EXPECT_NE(projectState(files, "/p"), before);
+}
+
 }
 }
