@@ -135,7 +135,7 @@ Autosave::Found Autosave::begin(const bool isWriting) {
     // By now the file may be another program's, or be asked for.
     cancelTask();
     _found = nullptr;
-    _writer = nullptr;
+    dropWriter();
     _failure = {};
     _isKept = false;
     _seenRevision = _keptRevision = _failedRevision = -1;
@@ -207,7 +207,7 @@ void Autosave::restore() {
 
 void Autosave::discard() {
     _found = nullptr;
-    _writer = nullptr;
+    dropWriter();
     _keptRevision = -1;
     _isWaiting = false;
     if(!std::exchange(_isKept, false)) return;

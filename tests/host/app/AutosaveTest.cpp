@@ -117,6 +117,24 @@ TEST_F(AutosaveTest, WhatIsLargeIsKeptWhileItsUserGoesOn) {
     EXPECT_FALSE(program.autosave.isBusy());
 }
 
+TEST_F(AutosaveTest, WhatIsHalfWrittenWhenTheProjectIsSavedIsFreedByAJob) {
+    std::string large{R"({"x": 1)"};
+    for(int i = 0; i != 100000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
+    disk.put("/p/project.json", large + "}");
+    Program program{disk};
+    program.open();
+    program.push("/x", 2);
+    program.autosave.update(0.0);
+    program.autosave.update(Autosave::Quiet);
+    ASSERT_TRUE(program.autosave.isBusy());
+    ASSERT_TRUE(program.session.save());
+    const auto nextJob = [&program] { return program.jobs.dispatch([] {}, {}, {}); };
+    const int before = nextJob();
+    program.autosave.update(Autosave::Quiet);
+    EXPECT_EQ(nextJob(), before + 2);
+    EXPECT_FALSE(program.autosave.isBusy());
+}
+
 TEST_F(AutosaveTest, WhoIsAboutToEndKeepsWhatHeHasAtOnce) {
     Program program{disk};
     program.open();
