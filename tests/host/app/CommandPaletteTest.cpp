@@ -97,7 +97,7 @@ TEST_F(CommandPaletteTest, TheArrowKeysAndTheMouseChooseAmongWhatFits) {
 
 TEST_F(CommandPaletteTest, WhoMovesOnWhileTermsAreStillSearchedHasNotChosen) {
     std::string terms = R"("last":{})";
-    for(int i = 0; i != 20000; ++i) terms += ",\"" + std::to_string(i) + R"(":{"sourceText":"/text"})";
+    for(int i = 0; i != 60000; ++i) terms += ",\"" + std::to_string(i) + R"(":{"sourceText":"/text"})";
     write("second",
         R"({"languages":{"en":{"isDefault":true}},"text":")" + std::string(1000, 'x') +
             R"(","localization":{"terms":{)" + terms + "}}}");
