@@ -81,6 +81,7 @@ bool DesktopWindow::open(const char* title, const Options& options) {
     glfwSetWindowUserPointer(_window, this);
     glfwSetDropCallback(_window, noteDropped);
     glfwSetWindowRefreshCallback(_window, noteDamage);
+    watchPlace();
     glfwMakeContextCurrent(_window);
     // An invisible window has nobody to wait for.
     glfwSwapInterval(options.visible);
@@ -119,12 +120,29 @@ void DesktopWindow::noteDropped(GLFWwindow* const window, const int count, const
     std::copy(paths, paths + count, self._dropped.begin());
 }
 
-WindowPlace DesktopWindow::place() const {
-    WindowPlace place;
-    glfwGetWindowPos(_window, &place.area.x, &place.area.y);
-    glfwGetWindowSize(_window, &place.area.width, &place.area.height);
-    place.isMaximized = glfwGetWindowAttrib(_window, GLFW_MAXIMIZED);
-    return place;
+void DesktopWindow::watchPlace() {
+    glfwSetWindowPosCallback(_window, notePosition);
+    glfwSetWindowSizeCallback(_window, noteSize);
+    glfwSetWindowMaximizeCallback(_window, noteMaximized);
+    glfwGetWindowPos(_window, &_place.area.x, &_place.area.y);
+    glfwGetWindowSize(_window, &_place.area.width, &_place.area.height);
+    _place.isMaximized = glfwGetWindowAttrib(_window, GLFW_MAXIMIZED);
+}
+
+void DesktopWindow::notePosition(GLFWwindow* const window, const int x, const int y) {
+    ScreenArea& area = static_cast<DesktopWindow*>(glfwGetWindowUserPointer(window))->_place.area;
+    area.x = x;
+    area.y = y;
+}
+
+void DesktopWindow::noteSize(GLFWwindow* const window, const int width, const int height) {
+    ScreenArea& area = static_cast<DesktopWindow*>(glfwGetWindowUserPointer(window))->_place.area;
+    area.width = width;
+    area.height = height;
+}
+
+void DesktopWindow::noteMaximized(GLFWwindow* const window, const int isMaximized) {
+    static_cast<DesktopWindow*>(glfwGetWindowUserPointer(window))->_place.isMaximized = isMaximized;
 }
 
 void DesktopWindow::setPlace(const WindowPlace& place) {

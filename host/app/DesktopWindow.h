@@ -67,11 +67,12 @@ public:
     /** Absolute paths of what the user has dropped onto the window at once, since the last call; empty for nothing. */
     Containers::Array<Containers::String> takeDropped() { return std::exchange(_dropped, {}); }
 
-    /** Where the window is. A desktop may not tell, or not do as it is asked. */
-    WindowPlace place() const;
+    /** Where the window is, as the desktop has told with the events that were taken last; costs nothing. A desktop may not tell, or not do as it is
+        asked. */
+    const WindowPlace& place() const { return _place; }
     void setPlace(const WindowPlace& place);
 
-    /** What there is of the desktop to put windows on. */
+    /** What there is of the desktop to put windows on. Asks the display several times and waits for its answers. */
     static Containers::Array<ScreenArea> screens();
 
     /** Shows what was drawn. */
@@ -80,9 +81,15 @@ public:
 private:
     static void noteDamage(GLFWwindow* window);
     static void noteDropped(GLFWwindow* window, int count, const char** paths);
+    static void notePosition(GLFWwindow* window, int x, int y);
+    static void noteSize(GLFWwindow* window, int width, int height);
+    static void noteMaximized(GLFWwindow* window, int isMaximized);
+
+    void watchPlace();
 
     GLFWwindow* _window = nullptr;
     Containers::Array<Containers::String> _dropped;
+    WindowPlace _place;
     bool _isDamaged = false;
     bool _initialized = false;
 };

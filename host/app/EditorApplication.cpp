@@ -229,9 +229,13 @@ private:
 
     /** Puts the window where it was in the project that was just opened, and keeps where it is. */
     void followProject() {
+        if(_memory.isOf(_session.folder())) {
+            if(_memory.notice(_window.place(), ImGui::GetTime())) keepPlace();
+            return;
+        }
         WindowPlace place = _window.place();
+        // To ask for the screens takes too long to do it in each frame.
         if(_memory.enter(_session.folder(), DesktopWindow::screens(), place)) _window.setPlace(place);
-        else if(_memory.notice(place, ImGui::GetTime())) keepPlace();
     }
 
     void keepPlace() {

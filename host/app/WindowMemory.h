@@ -30,6 +30,9 @@ public:
     static bool load(
         Containers::StringView folder, Containers::ArrayView<const ScreenArea> screens, WindowPlace& place);
 
+    /** Whether a folder is that of the project that was entered last. */
+    bool isOf(const Containers::StringView folder) const { return folder == _folder; }
+
     /** Notices that another project is open, once for each.
         @param folder   of the open project, empty for none
         @param current  where the window is, and receives where it is to go

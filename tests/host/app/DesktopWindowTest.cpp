@@ -78,6 +78,19 @@ TEST(DesktopWindow, ItGoesWhereItIsPut) {
     EXPECT_TRUE(window.place() == place);
 }
 
+TEST(DesktopWindow, ItKnowsWhereItIsFromWhatTheDesktopHasTold) {
+    DesktopWindow window;
+    ASSERT_TRUE(window.open("Test", {}));
+    const GLFWwindowposfun position = glfwSetWindowPosCallback(window.handle(), nullptr);
+    const GLFWwindowsizefun size = glfwSetWindowSizeCallback(window.handle(), nullptr);
+    const GLFWwindowmaximizefun maximized = glfwSetWindowMaximizeCallback(window.handle(), nullptr);
+    ASSERT_TRUE(position && size && maximized);
+    position(window.handle(), 11, 12);
+    size(window.handle(), 613, 414);
+    maximized(window.handle(), GLFW_TRUE);
+    EXPECT_TRUE((window.place() == WindowPlace{{11, 12, 613, 414}, true}));
+}
+
 TEST(DesktopWindow, AnotherThreadWakesUpWhoWaitsForTheUser) {
     DesktopWindow window;
     ASSERT_TRUE(window.open("Test", {}));

@@ -44,7 +44,9 @@ TEST_F(WindowMemoryTest, AWindowReturnsWhereItWas) {
     folder.write("game/project.json", "{}");
     WindowMemory first{true};
     WindowPlace place{{10, 20, 700, 500}, false};
+    EXPECT_FALSE(first.isOf(game()));
     EXPECT_FALSE(first.enter(game(), Screens, place));
+    EXPECT_TRUE(first.isOf(game()));
     EXPECT_FALSE(first.notice(place, 1.0));
     place.area = {-40, 50, 900, 650};
     EXPECT_FALSE(first.notice(place, 2.0));
