@@ -91,29 +91,30 @@ bool WindowMemory::enter(
     const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& current) {
     if(folder == _folder) return false;
     _folder = folder;
-    _isPending = false;
     const bool isMoved = _restores && !folder.isEmpty() && load(folder, screens, current);
-    _place = current;
+    _place = _seen = current;
     return isMoved;
 }
 
 bool WindowMemory::notice(const WindowPlace& current, const double now) {
     if(_folder.isEmpty()) return false;
-    WindowPlace place = current;
     // As some desktops say of a window that is not shown.
-    if(place.area.width < SmallestSide || place.area.height < SmallestSide) return false;
-    // What a maximized window returns to is known from before.
-    if(place.isMaximized) place.area = _place.area;
-    if(place != _place) {
-        _place = place;
-        _isPending = true;
+    if(current.area.width < SmallestSide || current.area.height < SmallestSide) return false;
+    // Position, size and state of a window change one after the other, and what is between counts for nothing.
+    if(current != _seen) {
+        _seen = current;
         _changed = now;
     }
-    return _isPending && now - _changed >= Quiet;
+    return isPending() && now - _changed >= Quiet;
+}
+
+WindowPlace WindowMemory::next() const {
+    // What a maximized window returns to is known from before.
+    return {_seen.isMaximized ? _place.area : _seen.area, _seen.isMaximized};
 }
 
 void WindowMemory::write() {
-    _isPending = false;
+    _place = next();
     rapidjson::Document document{rapidjson::kObjectType};
     auto& allocator = document.GetAllocator();
     document.AddMember("version", Version, allocator);

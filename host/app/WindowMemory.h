@@ -45,19 +45,26 @@ public:
     bool notice(const WindowPlace& current, double now);
 
     /** Whether there is a place that is not written. */
-    bool isPending() const { return _isPending; }
+    bool isPending() const { return next() != _place; }
 
     /** Writes the place into the folder of the open project; on failure prints a warning. */
     void write();
 
     /** Leaves the place unwritten until it changes again: the project is somebody else's to write. */
-    void skip() { _isPending = false; }
+    void skip() { _place = next(); }
 
 private:
+    /** The place that @ref _seen is. */
+    WindowPlace next() const;
+
     bool _restores;
     Containers::String _folder;
+
+    /** Where the window was when it had been still for long enough. */
     WindowPlace _place;
-    bool _isPending = false;
+
+    /** Where the window is now, and since when, in seconds. */
+    WindowPlace _seen;
     double _changed = 0.0;
 };
 

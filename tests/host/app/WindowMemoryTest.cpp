@@ -79,6 +79,23 @@ TEST_F(WindowMemoryTest, AMaximizedWindowKeepsWhatItReturnsTo) {
     EXPECT_TRUE((place == WindowPlace{{10, 20, 700, 500}, true}));
 }
 
+TEST_F(WindowMemoryTest, OnlyWhereAWindowStaysCounts) {
+    folder.write("game/project.json", "{}");
+    WindowMemory memory{true};
+    WindowPlace place{{10, 20, 700, 500}, false};
+    memory.enter(game(), Screens, place);
+    // As it is maximized, its size comes before its state.
+    EXPECT_FALSE(memory.notice({{0, 0, 1920, 1080}, false}, 1.0));
+    EXPECT_FALSE(memory.notice({{0, 0, 1920, 1080}, true}, 1.05));
+    ASSERT_TRUE(memory.notice({{0, 0, 1920, 1080}, true}, 2.0));
+    memory.write();
+    ASSERT_TRUE(WindowMemory::load(game(), Screens, place));
+    EXPECT_TRUE((place == WindowPlace{{10, 20, 700, 500}, true}));
+    EXPECT_FALSE(memory.notice({{0, 0, 800, 600}, true}, 3.0));
+    EXPECT_FALSE(memory.notice({{0, 0, 1920, 1080}, true}, 3.1));
+    EXPECT_FALSE(memory.isPending()) << "it is as it was";
+}
+
 TEST_F(WindowMemoryTest, ALinkInTheProjectIsNotWrittenThrough) {
     folder.write("game/project.json", "{}");
     std::filesystem::create_directories(folder / "game/.editor");
