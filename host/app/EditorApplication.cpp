@@ -168,7 +168,7 @@ public:
             drawFrame();
         }
         _window.setLossHandler(nullptr, nullptr);
-        if(_memory.isPending()) keepPlace();
+        if(_memory.isPending()) _memory.write();
         return ExitCode::Success;
     }
 
@@ -230,18 +230,15 @@ private:
     /** Puts the window where it was in the project that was just opened, and keeps where it is. */
     void followProject() {
         if(_memory.isOf(_session.folder())) {
-            if(_memory.notice(_window.place(), ImGui::GetTime())) keepPlace();
+            // Who only looks at a project writes nothing into it.
+            _memory.setOurs(_session.isLocked());
+            if(_memory.notice(_window.place(), ImGui::GetTime())) _memory.write();
             return;
         }
         WindowPlace place = _window.place();
         // To ask for the screens takes too long to do it in each frame.
         if(_memory.enter(_session.folder(), DesktopWindow::screens(), place)) _window.setPlace(place);
-    }
-
-    void keepPlace() {
-        // Who only looks at a project writes nothing into it.
-        if(_session.isLocked()) _memory.write();
-        else _memory.skip();
+        _memory.setOurs(_session.isLocked());
     }
 
     ExitCode takePicture() {

@@ -68,30 +68,37 @@ bool isReachable(const ScreenArea& window, const Containers::ArrayView<const Scr
 
 }
 
-bool WindowMemory::load(
-    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& place) {
+WindowMemory::Found WindowMemory::read(const Containers::StringView folder, WindowPlace& place) {
     const UserFile file = fileOf(folder);
     rapidjson::Document document;
     JsonError error;
     const UserFile::Found found = file.read(document, error);
-    if(found == UserFile::Found::Nothing) return false;
-    WindowPlace read;
-    const char* const reason = found == UserFile::Found::Document ? take(document, read) : nullptr;
+    if(found == UserFile::Found::Nothing) return Found::Nothing;
+    const char* const reason = found == UserFile::Found::Document ? take(document, place) : nullptr;
+    if(!reason && found == UserFile::Found::Document) return Found::Place;
     if(reason) error = {1, 1, reason};
-    if(reason || found == UserFile::Found::Error) {
-        file.warn("WindowMemory::load", error);
-        return false;
-    }
-    if(!isReachable(read.area, screens)) return false;
-    place = read;
+    file.warn("WindowMemory::load", error);
+    return Found::Other;
+}
+
+bool WindowMemory::load(
+    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& place) {
+    WindowPlace found;
+    if(read(folder, found) != Found::Place || !isReachable(found.area, screens)) return false;
+    place = found;
     return true;
 }
 
 bool WindowMemory::enter(
     const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& current) {
     if(folder == _folder) return false;
+    if(isPending()) write();
     _folder = folder;
-    const bool isMoved = _restores && !folder.isEmpty() && load(folder, screens, current);
+    WindowPlace place;
+    const Found found = folder.isEmpty() ? Found::Nothing : read(folder, place);
+    _isForeign = found == Found::Other;
+    const bool isMoved = _restores && found == Found::Place && isReachable(place.area, screens);
+    if(isMoved) current = place;
     _place = _seen = current;
     return isMoved;
 }
@@ -115,6 +122,7 @@ WindowPlace WindowMemory::next() const {
 
 void WindowMemory::write() {
     _place = next();
+    if(_isForeign || !_isOurs) return;
     rapidjson::Document document{rapidjson::kObjectType};
     auto& allocator = document.GetAllocator();
     document.AddMember("version", Version, allocator);

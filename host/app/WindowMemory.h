@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
@@ -34,6 +36,7 @@ public:
     bool isOf(const Containers::StringView folder) const { return folder == _folder; }
 
     /** Notices that another project is open, once for each.
+        A place of the project before that is not written yet is written now.
         @param folder   of the open project, empty for none
         @param current  where the window is, and receives where it is to go
         @return whether it is to go elsewhere */
@@ -47,17 +50,26 @@ public:
     /** Whether there is a place that is not written. */
     bool isPending() const { return next() != _place; }
 
-    /** Writes the place into the folder of the open project; on failure prints a warning. */
+    /** Writes the place into the folder of the open project; on failure prints a warning. A file that is there and holds no place, or one of another
+        version, is left as it is; and so is a project that is not ours. */
     void write();
 
-    /** Leaves the place unwritten until it changes again: the project is somebody else's to write. */
-    void skip() { _place = next(); }
+    /** Says whether the project that was entered last is ours to write into, as every other is at first. */
+    void setOurs(const bool isOurs) { _isOurs = isOurs; }
 
 private:
+    enum class Found : std::uint8_t { Nothing, Place, Other };
+
+    static Found read(Containers::StringView folder, WindowPlace& place);
+
     /** The place that @ref _seen is. */
     WindowPlace next() const;
 
     bool _restores;
+    bool _isOurs = true;
+
+    /** Whether what the project keeps is not for us to replace. */
+    bool _isForeign = false;
     Containers::String _folder;
 
     /** Where the window was when it had been still for long enough. */

@@ -96,6 +96,38 @@ TEST_F(WindowMemoryTest, OnlyWhereAWindowStaysCounts) {
     EXPECT_FALSE(memory.isPending()) << "it is as it was";
 }
 
+TEST_F(WindowMemoryTest, WhatIsOfAnotherVersionOrCannotBeReadIsLeftAlone) {
+    for(const char* const text: {R"({"version": 2, "screen": "left"})", "{\"version\""}) {
+        folder.write(File, text);
+        for(const bool restores: {true, false}) {
+            const CapturedOutput output;
+            WindowMemory memory{restores};
+            WindowPlace place{{10, 20, 700, 500}, false};
+            EXPECT_FALSE(memory.enter(game(), Screens, place));
+            memory.notice({{30, 20, 700, 500}, false}, 1.0);
+            ASSERT_TRUE(memory.notice({{30, 20, 700, 500}, false}, 2.0));
+            memory.write();
+            EXPECT_FALSE(memory.isPending());
+        }
+        EXPECT_EQ(folder.read(File), text);
+    }
+}
+
+TEST_F(WindowMemoryTest, APlaceIsWrittenBeforeAnotherProjectIsEntered) {
+    for(const bool isOurs: {false, true}) {
+        WindowMemory memory{true};
+        WindowPlace place{{10, 20, 700, 500}, false};
+        memory.enter(game(), Screens, place);
+        memory.setOurs(isOurs);
+        memory.notice({{30, 40, 700, 500}, false}, 1.0);
+        WindowPlace other{{30, 40, 700, 500}, false};
+        memory.enter((folder / "other").c_str(), Screens, other);
+        WindowPlace found;
+        EXPECT_EQ(WindowMemory::load(game(), Screens, found), isOurs);
+        EXPECT_EQ(found.area.x == 30, isOurs);
+    }
+}
+
 TEST_F(WindowMemoryTest, ALinkInTheProjectIsNotWrittenThrough) {
     folder.write("game/project.json", "{}");
     std::filesystem::create_directories(folder / "game/.editor");
