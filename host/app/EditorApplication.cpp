@@ -61,6 +61,9 @@ constexpr int EndFrames = 3;
 constexpr double WatchSleep = 0.03;
 constexpr int WatchFrames = 40;
 
+/* After a term was shown: until its mark has faded. */
+constexpr int FadeFrames = 2 * WatchFrames;
+
 Containers::String openArchiveDialog(Containers::StringView title, Containers::StringView defaultPath) {
     Containers::Array<Containers::String> files =
         openFileDialog(title, defaultPath, {"ZIP archive", "*.zip", "All files", "*"}, false);
@@ -208,6 +211,7 @@ private:
     void prepareFrame() {
         _look.setDisplayScale(displayScale());
         _frame.prepare();
+        if(_frame.takeShownTerm()) _watch = FadeFrames;
         if(_title.update(_session.folder(), _session.hasUnsavedChanges(), _frame.isReadOnly()))
             _window.setTitle(_title.text().data());
     }
@@ -277,10 +281,10 @@ private:
         const ImGuiContext& context = *ImGui::GetCurrentContext();
         if(context.InputEventsQueue.Size) {
             _busy = BusyFrames;
-            _watch = WatchFrames;
+            _watch = std::max(_watch, WatchFrames);
         } else if(context.ActiveId) {
             // A text's cursor blinks, a button that is held down repeats.
-            _watch = WatchFrames;
+            _watch = std::max(_watch, WatchFrames);
             _busy = std::max(_busy - 1, 0);
         } else if(_busy > 0) --_busy;
         else if(_watch > 0) --_watch;

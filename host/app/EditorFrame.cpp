@@ -171,7 +171,9 @@ void EditorFrame::askForSuspect() {
 
 void EditorFrame::showChosenTerm() {
     const Containers::String path = _palette->takeTerm();
-    if(!path.isEmpty() && !_views.show(path)) _log->note("No view shows " + path);
+    if(path.isEmpty()) return;
+    _isTermShown = _views.show(path);
+    if(!_isTermShown) _log->note("No view shows " + path);
 }
 
 void EditorFrame::learnLanguages() {

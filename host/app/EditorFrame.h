@@ -123,6 +123,9 @@ public:
 
     bool isFinished() const { return _finished; }
 
+    /** Whether a term that was chosen in the command palette has been shown since the last call: its mark fades for two seconds. */
+    bool takeShownTerm() { return std::exchange(_isTermShown, false); }
+
     /** Whether another program has the open project, which cannot be saved as long as it does. */
     bool isReadOnly() const { return _access.kind() == Access::Read; }
 
@@ -203,6 +206,8 @@ private:
 
     /** What the user wants to do after saving has been asked for. */
     bool _isProceeding = false;
+
+    bool _isTermShown = false;
 
     bool _finished = false;
 };

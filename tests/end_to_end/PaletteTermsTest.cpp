@@ -138,11 +138,14 @@ protected:
 constexpr const char* Captain = "story\\/captain";
 
 TEST_F(PaletteTerms, ATermIsShownByLettersOfItsText) {
-    EXPECT_TRUE(play("by text", [](ImGuiTestContext& user) {
+    EXPECT_TRUE(play("by text", [this](ImGuiTestContext& user) {
         user.Yield(3);
         IM_CHECK(!isTermShown(user, Captain));
+        IM_CHECK(!frame.takeShownTerm());
         find(user, "did captain");
         IM_CHECK(isTermShown(user, Captain));
+        IM_CHECK(frame.takeShownTerm());
+        IM_CHECK(!frame.takeShownTerm());
         IM_CHECK(!ImGui::IsPopupOpen(nullptr, ImGuiPopupFlags_AnyPopup));
     }));
 }
