@@ -40,7 +40,7 @@ void ChangeSteps::update(const QuorvaneEditor& editor) {
     _names.resize(_ends.size());
     _revision = revision;
     _logSize = log.size();
-    _applied = std::size_t(_changes->lastChangeIndex() + 1);
+    _applied = std::size_t(_changes->lastChangeIndex()) + 1;
     // The step of the last applied change counts as a whole.
     _present = std::size_t(std::lower_bound(_ends.begin(), _ends.end(), Int(_applied)) - _ends.begin());
     if(_applied) ++_present;

@@ -50,7 +50,7 @@ bool addCommands(Digest& digest, const ImDrawList& list) {
     for(const ImDrawCmd& command: list.CmdBuffer) {
         if(command.UserCallback || !isOwnTexture(command.TexRef)) return false;
         digest.add(command.ClipRect);
-        digest.add(command.TexRef._TexData);
+        digest.add(reinterpret_cast<std::uintptr_t>(command.TexRef._TexData));
         digest.add(command.VtxOffset);
         digest.add(command.IdxOffset);
         digest.add(command.ElemCount);
