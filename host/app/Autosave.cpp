@@ -29,9 +29,14 @@ namespace {
 
 constexpr std::string_view Format{"quorvane-autosave 1 "};
 
-/** How long a frame may be held up, and how many values are written between two looks at the clock. */
-constexpr std::chrono::milliseconds Slice{3};
+/** How long a frame may be held up in nanoseconds, and how many values are written between two looks at the clock. */
+constexpr std::int64_t Slice = 3'000'000;
 constexpr std::size_t SliceMembers = 200;
+
+std::int64_t machineTime() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
 
 /** Of the names under which bytes lie before they are in place: those that a job writes, and those that are written at once. */
 constexpr const char* NewSuffix = ".new";
@@ -104,8 +109,8 @@ struct Autosave::Copy {
     }
 };
 
-Autosave::Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files)
-    : _session{&session}, _jobs{&jobs}, _files{&files} {}
+Autosave::Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files, const Clock clock)
+    : _session{&session}, _jobs{&jobs}, _files{&files}, _clock{clock ? clock : machineTime} {}
 
 Autosave::~Autosave() = default;
 
@@ -263,9 +268,9 @@ void Autosave::update(const double now) {
     if(!takeResult(now) || !isReady(now)) return;
     if(!_writer) _writer.emplace(_session->project().document());
     const bool isInOneGo = _isWaiting && now - _waitsSince >= OldestAge + Grace;
-    const auto end = std::chrono::steady_clock::now() + Slice;
+    const std::int64_t end = _clock() + Slice;
     bool isWritten = false;
-    while(!isWritten && (isInOneGo || std::chrono::steady_clock::now() < end)) isWritten = _writer->write(SliceMembers);
+    while(!isWritten && (isInOneGo || _clock() < end)) isWritten = _writer->write(SliceMembers);
     if(isWritten) keep();
 }
 

@@ -44,8 +44,12 @@ public:
     /** Seconds before what failed is tried again, where nothing changes. */
     static constexpr double RetryPeriod = 30.0;
 
-    /** @param session  must outlive this object, as must the others */
-    explicit Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files);
+    /** Nanoseconds since any moment, by which a frame's part is measured. */
+    using Clock = std::int64_t (*)();
+
+    /** @param session  must outlive this object, as must the others
+        @param clock    null for the machine's */
+    explicit Autosave(EditorSession& session, JobSystem& jobs, FileSystem& files, Clock clock = nullptr);
     ~Autosave();
     Autosave(const Autosave&) = delete;
     Autosave& operator=(const Autosave&) = delete;
@@ -100,6 +104,7 @@ private:
     EditorSession* _session;
     JobSystem* _jobs;
     FileSystem* _files;
+    Clock _clock;
 
     /** Of the project; empty where nothing is done. */
     Containers::String _folder;

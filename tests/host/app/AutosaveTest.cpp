@@ -104,7 +104,7 @@ TEST_F(AutosaveTest, WhoNeverStopsHasACopyOfWhatIsOldAllTheSame) {
 
 TEST_F(AutosaveTest, WhatIsLargeIsKeptWhileItsUserGoesOn) {
     std::string large{R"({"x": 1)"};
-    for(int i = 0; i != 100000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
+    for(int i = 0; i != 20000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
     disk.put("/p/project.json", large + "}");
     Program program{disk};
     program.open();
@@ -119,7 +119,7 @@ TEST_F(AutosaveTest, WhatIsLargeIsKeptWhileItsUserGoesOn) {
 
 TEST_F(AutosaveTest, WhatIsHalfWrittenWhenTheProjectIsSavedIsFreedByAJob) {
     std::string large{R"({"x": 1)"};
-    for(int i = 0; i != 100000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
+    for(int i = 0; i != 20000; ++i) large += ", \"t" + std::to_string(i) + "\": \"text\"";
     disk.put("/p/project.json", large + "}");
     Program program{disk};
     program.open();

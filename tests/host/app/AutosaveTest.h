@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include <Corrade/Containers/Array.h>
@@ -23,7 +24,13 @@ protected:
 
     /** A program that has the project open, and may end at any time without a word. */
     struct Program {
-        explicit Program(MemoryFileSystem& disk): session{&jobs, &disk}, autosave{session, jobs, disk} {}
+        explicit Program(MemoryFileSystem& disk): session{&jobs, &disk}, autosave{session, jobs, disk, tick} {}
+
+        /** A clock that goes on by a millisecond with each look at it, however fast the machine is. */
+        static std::int64_t tick() {
+            static std::int64_t time = 0;
+            return time += 1'000'000;
+        }
 
         Found open(bool isWriting = true) {
             EXPECT_TRUE(session.open("/p"));
