@@ -47,7 +47,7 @@ LeftOutModules::LeftOutModules(const Containers::StringView folder, ModuleLoader
     for(const ModuleLoader::Module& module: modules.modules()) {
         const LoadNote::Library library = LoadNote::Library::of(module.file);
         for(const Entry& entry: entries) {
-            if(!(entry.library == library)) continue;
+            if(entry.library != library) continue;
             modules.leaveOut(module.name, DeathReason);
             if(entry.isAnswered) continue;
             _suspects.push_back(module.name);
@@ -79,7 +79,7 @@ std::vector<LeftOutModules::Entry> LeftOutModules::read() {
 
 void LeftOutModules::take(const rapidjson::Value& value, std::vector<Entry>& entries) {
     Entry entry;
-    if(!readLibrary(value, entry.library) || !(entry.library == LoadNote::Library::of(entry.library.file))) return;
+    if(!readLibrary(value, entry.library) || entry.library != LoadNote::Library::of(entry.library.file)) return;
     const rapidjson::Value* const answered = memberOf(value, "answered");
     entry.isAnswered = answered && answered->IsTrue();
     entries.push_back(std::move(entry));
