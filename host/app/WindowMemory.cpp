@@ -68,25 +68,23 @@ bool isReachable(const ScreenArea& window, const Containers::ArrayView<const Scr
 
 }
 
-WindowMemory::Found WindowMemory::read(const Containers::StringView folder, WindowPlace& place) {
+WindowMemory::Found WindowMemory::load(
+    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& place) {
     const UserFile file = fileOf(folder);
     rapidjson::Document document;
     JsonError error;
     const UserFile::Found found = file.read(document, error);
     if(found == UserFile::Found::Nothing) return Found::Nothing;
-    const char* const reason = found == UserFile::Found::Document ? take(document, place) : nullptr;
-    if(!reason && found == UserFile::Found::Document) return Found::Place;
-    if(reason) error = {1, 1, reason};
-    file.warn("WindowMemory::load", error);
-    return Found::Other;
-}
-
-bool WindowMemory::load(
-    const Containers::StringView folder, const Containers::ArrayView<const ScreenArea> screens, WindowPlace& place) {
-    WindowPlace found;
-    if(read(folder, found) != Found::Place || !isReachable(found.area, screens)) return false;
-    place = found;
-    return true;
+    WindowPlace kept;
+    const char* const reason = found == UserFile::Found::Document ? take(document, kept) : nullptr;
+    if(reason || found != UserFile::Found::Document) {
+        if(reason) error = {1, 1, reason};
+        file.warn("WindowMemory::load", error);
+        return Found::Other;
+    }
+    if(!isReachable(kept.area, screens)) return Found::Nothing;
+    place = kept;
+    return Found::Place;
 }
 
 bool WindowMemory::enter(
@@ -95,9 +93,9 @@ bool WindowMemory::enter(
     if(isPending()) write();
     _folder = folder;
     WindowPlace place;
-    const Found found = folder.isEmpty() ? Found::Nothing : read(folder, place);
+    const Found found = folder.isEmpty() ? Found::Nothing : load(folder, screens, place);
     _isForeign = found == Found::Other;
-    const bool isMoved = _restores && found == Found::Place && isReachable(place.area, screens);
+    const bool isMoved = _restores && found == Found::Place;
     if(isMoved) current = place;
     _place = _seen = current;
     return isMoved;

@@ -24,12 +24,17 @@ public:
     /** @param restores     whether the window gets the places of the projects, too; where not, they are only kept */
     explicit WindowMemory(bool restores): _restores{restores} {}
 
-    /** Reads where the window was when a project was open last. Nothing where none is known, or where it is on none of the screens
-        any more; a file that cannot be read is a warning as well.
+    /** What a project keeps. */
+    enum class Found : std::uint8_t {
+        Nothing, /**< or a place on none of the screens any more */
+        Place,
+        Other /**< a file that holds no place, or one of another version, which is a warning */
+    };
+
+    /** Reads where the window was when a project was open last.
         @param folder   of the project
-        @param place    left as it is unless one is found
-        @return whether one is found */
-    static bool load(
+        @param place    left as it is unless one is found */
+    static Found load(
         Containers::StringView folder, Containers::ArrayView<const ScreenArea> screens, WindowPlace& place);
 
     /** Whether a folder is that of the project that was entered last. */
@@ -58,10 +63,6 @@ public:
     void setOurs(const bool isOurs) { _isOurs = isOurs; }
 
 private:
-    enum class Found : std::uint8_t { Nothing, Place, Other };
-
-    static Found read(Containers::StringView folder, WindowPlace& place);
-
     /** The place that @ref _seen is. */
     WindowPlace next() const;
 

@@ -26,7 +26,7 @@ protected:
         folder.write(File, text);
         const CapturedOutput output;
         WindowPlace place = Other;
-        EXPECT_FALSE(WindowMemory::load(game(), Screens, place));
+        EXPECT_NE(WindowMemory::load(game(), Screens, place), WindowMemory::Found::Place);
         EXPECT_TRUE(place == Other);
         const std::string prefix = "WindowMemory::load(): " + folder / File + ":";
         const std::string warning = output.warning();
@@ -75,7 +75,7 @@ TEST_F(WindowMemoryTest, AMaximizedWindowKeepsWhatItReturnsTo) {
     memory.notice({{0, 0, 1920, 1080}, true}, 1.0);
     ASSERT_TRUE(memory.notice({{0, 0, 1920, 1080}, true}, 2.0));
     memory.write();
-    ASSERT_TRUE(WindowMemory::load(game(), Screens, place));
+    ASSERT_EQ(WindowMemory::load(game(), Screens, place), WindowMemory::Found::Place);
     EXPECT_TRUE((place == WindowPlace{{10, 20, 700, 500}, true}));
 }
 
@@ -89,7 +89,7 @@ TEST_F(WindowMemoryTest, OnlyWhereAWindowStaysCounts) {
     EXPECT_FALSE(memory.notice({{0, 0, 1920, 1080}, true}, 1.05));
     ASSERT_TRUE(memory.notice({{0, 0, 1920, 1080}, true}, 2.0));
     memory.write();
-    ASSERT_TRUE(WindowMemory::load(game(), Screens, place));
+    ASSERT_EQ(WindowMemory::load(game(), Screens, place), WindowMemory::Found::Place);
     EXPECT_TRUE((place == WindowPlace{{10, 20, 700, 500}, true}));
     EXPECT_FALSE(memory.notice({{0, 0, 800, 600}, true}, 3.0));
     EXPECT_FALSE(memory.notice({{0, 0, 1920, 1080}, true}, 3.1));
@@ -123,7 +123,7 @@ TEST_F(WindowMemoryTest, APlaceIsWrittenBeforeAnotherProjectIsEntered) {
         WindowPlace other{{30, 40, 700, 500}, false};
         memory.enter((folder / "other").c_str(), Screens, other);
         WindowPlace found;
-        EXPECT_EQ(WindowMemory::load(game(), Screens, found), isOurs);
+        EXPECT_EQ(WindowMemory::load(game(), Screens, found) == WindowMemory::Found::Place, isOurs);
         EXPECT_EQ(found.area.x == 30, isOurs);
     }
 }
@@ -155,7 +155,7 @@ TEST_F(WindowMemoryTest, WhatIsOnNoScreenIsNotReturnedToAndThatIsNoWarning) {
             R"("x": 1000000, "y": -1000000, "width": 500, "height": 400)"})
         EXPECT_EQ(refused(place(area)), "") << area;
     WindowPlace found = Other;
-    EXPECT_FALSE(WindowMemory::load((folder / "nowhere").c_str(), Screens, found));
+    EXPECT_EQ(WindowMemory::load((folder / "nowhere").c_str(), Screens, found), WindowMemory::Found::Nothing);
 }
 
 TEST_F(WindowMemoryTest, AFileThatHoldsNoPlaceIsAWarning) {
